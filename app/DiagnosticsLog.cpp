@@ -1,0 +1,86 @@
+#include "app/DiagnosticsLog.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+#include <vector>
+
+#include "app/Iso8601.h"
+#include "core/AppIdentifier.h"
+
+namespace keyrow {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::array<std::string_view, 4> categoryNames{"app", "input", "state", "hardware"};
+
+/// By the numbers of `LogLevel`.
+constexpr std::array<std::string_view, 6> levelNames{"DEFAULT", "DEBUG", "INFO",
+                                                     "NOTICE",  "ERROR", "FAULT"};
+
+constexpr auto reportWindow = 900s;
+constexpr std::size_t maximumReportLines = 80;
+constexpr std::size_t maximumReportCharacters = 6000;
+
+std::string_view levelName(LogLevel level) {
+  const auto index = static_cast<std::size_t>(level);
+  return levelNames[index < levelNames.size() ? index : 0];
+}
+
+std::string reportLine(const LogEntry& entry) {
+  return "[" + iso8601Text(entry.date) + "] [" + std::string{levelName(entry.level)} + "] [" +
+         entry.category + "] " + entry.message;
+}
+
+}  // namespace
+
+std::string_view categoryName(LogCategory category) {
+  return categoryNames[static_cast<std::size_t>(category)];
+}
+
+std::string errorText(const SystemError& error) {
+  if (error.errorDescription && !error.errorDescription->empty()) return *error.errorDescription;
+  return error.domain + " (" + std::to_string(error.code) + ")";
+}
+
+std::string errorText(KeyboardControllerError error) {
+  return std::string{errorDescription(error)};
+}
+
+DiagnosticsLog::DiagnosticsLog(SystemLog& systemLog, Bundle& bundle, Clock& clock, Text& text)
+    : systemLog_{systemLog},
+      clock_{clock},
+      text_{text},
+      subsystem{bundle.identifier().value_or(std::string{appIdentifier})} {
+  std::ranges::transform(categoryNames, loggers.begin(), [this](std::string_view category) {
+    return systemLog_.makeLogger(subsystem, category);
+  });
+}
+
+std::string DiagnosticsLog::recentLogReport() {
+  auto entries = systemLog_.entriesSince(clock_.now() - reportWindow);
+  if (!entries) return "Recent logs could not be loaded: " + errorText(entries.error());
+
+  std::erase_if(*entries, [this](const LogEntry& entry) { return !isOurs(entry); });
+  if (entries->empty()) return "No recent Keyrow logs were available.";
+
+  const auto dropped = entries->size() - std::min(entries->size(), maximumReportLines);
+  std::string report;
+  for (auto index = dropped; index < entries->size(); ++index) {
+    if (index > dropped) report += '\n';
+    report += reportLine((*entries)[index]);
+  }
+  auto tail = text_.lastCharacters(report, maximumReportCharacters);
+  if (tail.size() == report.size()) return report;
+  return "[Truncated to the most recent " + std::to_string(maximumReportCharacters) +
+         " characters]\n" + tail;
+}
+
+bool DiagnosticsLog::isOurs(const LogEntry& entry) const {
+  return entry.subsystem == subsystem &&
+         std::ranges::find(categoryNames, entry.category) != categoryNames.end();
+}
+
+}  // namespace keyrow

@@ -1,0 +1,29 @@
+# What every target of the house has in common.
+add_library(keyrow_options INTERFACE)
+target_include_directories(keyrow_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(keyrow_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+
+set(KEYROW_SANITIZERS "" CACHE STRING "Sanitizers to build with, for example address,undefined")
+if(KEYROW_SANITIZERS)
+  target_compile_options(keyrow_options INTERFACE
+    -fsanitize=${KEYROW_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(keyrow_options INTERFACE -fsanitize=${KEYROW_SANITIZERS})
+endif()
+
+# keyrow_room(NAME [USES ROOM...])
+#
+# One library target per folder, from the sources right inside it, linked with the
+# rooms that it may use and with no others.
+function(keyrow_room name)
+  cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${name}/*.cpp)
+  list(TRANSFORM ROOM_USES PREPEND keyrow_)
+  if(sources)
+    add_library(keyrow_${name} STATIC ${sources})
+    target_link_libraries(keyrow_${name} PUBLIC keyrow_options ${ROOM_USES})
+  else()
+    add_library(keyrow_${name} INTERFACE)
+    target_link_libraries(keyrow_${name} INTERFACE keyrow_options ${ROOM_USES})
+  endif()
+endfunction()

@@ -1,0 +1,106 @@
+#include "core/AppSettings.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace keyrow {
+
+bool AppSettings::showCapsLockIndicator() const {
+  return boolean(settingsKey::showCapsLockIndicator);
+}
+
+void AppSettings::setShowCapsLockIndicator(bool show) {
+  setBoolean(settingsKey::showCapsLockIndicator, show,
+             settingsNotification::CapsLockIndicatorSettingDidChange);
+}
+
+bool AppSettings::applyFnModeToExternalFunctionKeys() const {
+  return boolean(settingsKey::applyFnModeToExternalFunctionKeys);
+}
+
+void AppSettings::setApplyFnModeToExternalFunctionKeys(bool apply) {
+  setBoolean(settingsKey::applyFnModeToExternalFunctionKeys, apply,
+             settingsNotification::ExternalFunctionKeysSettingDidChange);
+}
+
+bool AppSettings::enhancedDiagnosticsEnabled() const {
+  return boolean(settingsKey::enhancedDiagnosticsEnabled);
+}
+
+void AppSettings::setEnhancedDiagnosticsEnabled(bool enabled) {
+  setBoolean(settingsKey::enhancedDiagnosticsEnabled, enabled,
+             settingsNotification::EnhancedDiagnosticsSettingDidChange);
+}
+
+std::optional<FnReplacementModifier> AppSettings::fnReplacementModifier() const {
+  const auto stored = string(settingsKey::fnReplacementModifier);
+  return stored ? fnReplacementModifierFromRawValue(*stored) : std::nullopt;
+}
+
+void AppSettings::setFnReplacementModifier(std::optional<FnReplacementModifier> modifier) {
+  if (!modifier) {
+    userDefaults_.removeObject(settingsKey::fnReplacementModifier);
+    return;
+  }
+  userDefaults_.setObject(settingsKey::fnReplacementModifier, rawValue(*modifier));
+}
+
+LocalToggleShortcut AppSettings::localToggleShortcut() const {
+  const auto keyCode = storedKeyCode();
+  if (!keyCode || *keyCode == escapeKeyCode) return defaultLocalToggleShortcut();
+
+  auto displayName = string(settingsKey::localToggleShortcutDisplayName);
+  if (!displayName || displayName->empty()) return makeLocalToggleShortcut(*keyCode, std::nullopt);
+
+  auto equivalent = string(settingsKey::localToggleShortcutMenuKeyEquivalent);
+  if (equivalent && equivalent->empty()) equivalent.reset();
+  return {*keyCode, std::move(*displayName), std::move(equivalent)};
+}
+
+void AppSettings::setLocalToggleShortcut(const LocalToggleShortcut& shortcut) {
+  userDefaults_.setObject(settingsKey::localToggleShortcutKeyCode, int{shortcut.keyCode});
+  userDefaults_.setObject(settingsKey::localToggleShortcutDisplayName, shortcut.displayName);
+  userDefaults_.setObject(settingsKey::localToggleShortcutMenuKeyEquivalent,
+                          shortcut.menuKeyEquivalent.value_or(""));
+  notificationCenter_.post(settingsNotification::LocalToggleShortcutSettingDidChange);
+}
+
+void AppSettings::resetLocalToggleShortcut() {
+  userDefaults_.removeObject(settingsKey::localToggleShortcutKeyCode);
+  userDefaults_.removeObject(settingsKey::localToggleShortcutDisplayName);
+  userDefaults_.removeObject(settingsKey::localToggleShortcutMenuKeyEquivalent);
+  notificationCenter_.post(settingsNotification::LocalToggleShortcutSettingDidChange);
+}
+
+LocalToggleShortcut AppSettings::makeLocalToggleShortcut(
+    std::uint16_t keyCode, std::optional<std::string_view> characters) const {
+  return keyrow::makeLocalToggleShortcut(keyCode, characters, text_);
+}
+
+bool AppSettings::boolean(std::string_view key) const {
+  // A number counts too: `defaults write` stores one readily.
+  const auto object = userDefaults_.object(key);
+  return object && object->boolValue().value_or(false);
+}
+
+void AppSettings::setBoolean(std::string_view key, bool value, std::string_view notification) {
+  userDefaults_.setObject(key, value);
+  notificationCenter_.post(notification);
+}
+
+std::optional<std::string> AppSettings::string(std::string_view key) const {
+  const auto object = userDefaults_.object(key);
+  const auto* value = object ? object->string() : nullptr;
+  return value ? std::optional{*value} : std::nullopt;
+}
+
+std::optional<std::uint16_t> AppSettings::storedKeyCode() const {
+  const auto object = userDefaults_.object(settingsKey::localToggleShortcutKeyCode);
+  const auto* value = object ? object->integer() : nullptr;
+  if (!value) return std::nullopt;
+  constexpr std::int64_t largest = std::numeric_limits<std::uint16_t>::max();
+  return static_cast<std::uint16_t>(std::clamp<std::int64_t>(*value, 0, largest));
+}
+
+}  // namespace keyrow

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace keyrow {
+
+/// A modifier key that stands in for Fn in the shortcuts.
+enum class FnReplacementModifier {
+  leftControl,
+  rightControl,
+  leftOption,
+  rightOption,
+  leftCommand,
+  rightCommand,
+  leftShift,
+  rightShift,
+};
+
+/// Every modifier with the string that is stored for it, in the order of the cases.
+inline constexpr std::array<std::pair<FnReplacementModifier, std::string_view>, 8>
+    fnReplacementModifierTable{{
+        {FnReplacementModifier::leftControl, "leftControl"},
+        {FnReplacementModifier::rightControl, "rightControl"},
+        {FnReplacementModifier::leftOption, "leftOption"},
+        {FnReplacementModifier::rightOption, "rightOption"},
+        {FnReplacementModifier::leftCommand, "leftCommand"},
+        {FnReplacementModifier::rightCommand, "rightCommand"},
+        {FnReplacementModifier::leftShift, "leftShift"},
+        {FnReplacementModifier::rightShift, "rightShift"},
+    }};
+
+constexpr std::string_view rawValue(FnReplacementModifier modifier) {
+  return fnReplacementModifierTable[static_cast<std::size_t>(modifier)].second;
+}
+
+/// The modifier stored as this string; absent for every other string.
+constexpr std::optional<FnReplacementModifier> fnReplacementModifierFromRawValue(
+    std::string_view raw) {
+  for (const auto& [modifier, text] : fnReplacementModifierTable) {
+    if (text == raw) return modifier;
+  }
+  return std::nullopt;
+}
+
+}  // namespace keyrow

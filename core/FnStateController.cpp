@@ -1,0 +1,95 @@
+#include "core/FnStateController.h"
+
+#include <string>
+
+namespace keyrow {
+
+namespace {
+
+/// `kIOHIDSystemClass` (IOHIDShared.h).
+constexpr std::string_view hidSystemClass = "IOHIDSystem";
+/// `kIOHIDParametersKey` (IOHIDParameter.h).
+constexpr std::string_view hidParametersKey = "HIDParameters";
+/// `kIOHIDFKeyModeKey` (IOHIDParameter.h).
+constexpr std::string_view hidFKeyModeKey = "HIDFKeyMode";
+/// `kIOHIDParamConnectType` (IOHIDShared.h).
+constexpr std::uint32_t hidParamConnectType = 1;
+
+/// The entry of a dictionary; null when the value is no dictionary or has no such entry.
+const PropertyValue* entry(const std::optional<PropertyValue>& value, std::string_view key) {
+  const auto* dictionary = value ? value->dictionary() : nullptr;
+  if (!dictionary) return nullptr;
+  const auto found = dictionary->find(key);
+  return found == dictionary->end() ? nullptr : &found->second;
+}
+
+}  // namespace
+
+std::expected<FnState, KeyboardControllerError> FnStateController::readFnState() {
+  constexpr auto failure = std::unexpected{KeyboardControllerError::readFailed};
+
+  auto service = hidSystem_.matchingService(hidSystemClass);
+  if (!service) return failure;
+  const auto parameters = service->property(hidParametersKey);
+  service.reset();
+
+  const auto* mode = entry(parameters, hidFKeyModeKey);
+  const auto* raw = mode ? mode->integer() : nullptr;
+  const auto state = raw ? fnStateFromRawValue(*raw) : std::nullopt;
+  if (!state) return failure;
+  return *state;
+}
+
+std::expected<void, KeyboardControllerError> FnStateController::writeFnState(FnState state) {
+  constexpr auto failure = std::unexpected{KeyboardControllerError::writeFailed};
+
+  auto service = hidSystem_.matchingService(hidSystemClass);
+  if (!service) return failure;
+  const auto connection = service->open(hidParamConnectType);
+  service.reset();
+
+  if (!connection) return failure;
+  if ((*connection)->setParameter(hidFKeyModeKey, rawValue(state)) != ioReturnSuccess) {
+    return failure;
+  }
+  return {};
+}
+
+std::optional<bool> FnStateController::readSystemFnStatePreference() {
+  // Without this a change that System Settings made would not be seen. The value is
+  // still the best there is when synchronising fails.
+  globalPreferences_.synchronize();
+  const auto value = globalPreferences_.copyValue(fnStateDefaultsKey);
+  return value ? value->boolValue() : std::nullopt;
+}
+
+void FnStateController::persistGlobalFnState(FnState state, FnStatePersistReason reason) {
+  const bool standard = state == FnState::standard;
+  globalPreferences_.setValue(fnStateDefaultsKey, standard);
+  if (!globalPreferences_.synchronize()) {
+    stateLog_.error("Failed to synchronize the global function key mode to NSUserDefaults.");
+    return;
+  }
+  if (reason == FnStatePersistReason::quiet) return;
+  stateLog_.info("Persisted the global function key mode to NSUserDefaults for " +
+                 std::string{persistReasonText(reason)} +
+                 ": standardFunctionKeys=" + (standard ? "true" : "false"));
+}
+
+void FnStateController::persistStoredGlobalFnState(FnStatePersistReason reason) {
+  if (const auto stored = storedFnStates_.global()) {
+    persistGlobalFnState(*stored, reason);
+    return;
+  }
+  const auto hardware = readFnState();
+  if (!hardware) {
+    stateLog_.error("Failed to read the current function key mode before persisting defaults: " +
+                    std::string{errorDescription(hardware.error())});
+    return;
+  }
+  persistGlobalFnState(*hardware, reason);
+  stateLog_.notice(
+      "No stored global function key mode was found. Persisted the current hardware mode instead.");
+}
+
+}  // namespace keyrow

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <expected>
+#include <optional>
+#include <string_view>
+
+#include "core/FnState.h"
+#include "core/FnStatePersistReason.h"
+#include "core/KeyboardControllerError.h"
+#include "core/StoredFnStates.h"
+#include "platform/GlobalPreferences.h"
+#include "platform/HidSystem.h"
+#include "platform/SystemLog.h"
+
+namespace keyrow {
+
+/// Carries the mode to and from the hardware, and mirrors it into the system
+/// preference that System Settings shows. Keeps no state: every call asks the system
+/// afresh, from any thread.
+class FnStateController {
+ public:
+  /// The system preference; true means `FnState::standard`.
+  static constexpr std::string_view fnStateDefaultsKey = "com.apple.keyboard.fnState";
+
+  /// `stateLog` is the logger of the "state" category.
+  FnStateController(HidSystem& hidSystem, GlobalPreferences& globalPreferences,
+                    const StoredFnStates& storedFnStates, Logger& stateLog)
+      : hidSystem_{hidSystem},
+        globalPreferences_{globalPreferences},
+        storedFnStates_{storedFnStates},
+        stateLog_{stateLog} {}
+
+  /// The mode that the hardware holds, or `readFailed`.
+  std::expected<FnState, KeyboardControllerError> readFnState();
+
+  /// Puts the hardware into a mode; `writeFailed` leaves it as it was.
+  std::expected<void, KeyboardControllerError> writeFnState(FnState state);
+
+  /// The system preference, as of now; absent when there is none or it is no number
+  /// and no Boolean.
+  std::optional<bool> readSystemFnStatePreference();
+
+  /// Writes a mode into the system preference. Logs how that went; never fails.
+  void persistGlobalFnState(FnState state, FnStatePersistReason reason);
+
+  /// Writes the stored global mode into the system preference, or the hardware's mode
+  /// when none is stored. Logs how that went; never fails.
+  void persistStoredGlobalFnState(FnStatePersistReason reason);
+
+ private:
+  HidSystem& hidSystem_;
+  GlobalPreferences& globalPreferences_;
+  const StoredFnStates& storedFnStates_;
+  Logger& stateLog_;
+};
+
+}  // namespace keyrow

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/AppSettings.h"
+#include "core/FnState.h"
+#include "core/FnStateController.h"
+#include "core/KeyboardDeviceSource.h"
+#include "core/StoredFnStates.h"
+#include "platform/MainQueue.h"
+#include "platform/SystemLog.h"
+#include "platform/Workspace.h"
+
+namespace keyrow {
+
+/// Shows the user which mode is in force.
+class ModePresenter {
+ public:
+  /// The hardware holds this mode now.
+  virtual void fnStateDidChange(FnState state) = 0;
+
+  /// The mode in force comes from an override (local), or from the global mode.
+  virtual void scopeDidChange(bool isLocalScopeActive) = 0;
+
+ protected:
+  ~ModePresenter() = default;
+};
+
+/// Decides which mode applies: the frontmost application's override, or else the
+/// global mode. Main thread only. Nothing fails outward: what goes wrong is logged,
+/// and a mode is stored only after the hardware took it.
+///
+/// A command's `source` is the keyboard that issued it; null for mouse and menu.
+class ModePolicy {
+ public:
+  /// `stateLog` is the logger of the "state" category.
+  ModePolicy(FnStateController& fnStateController, StoredFnStates& storedFnStates,
+             const AppSettings& settings, Workspace& workspace, MainQueue& mainQueue,
+             Logger& stateLog)
+      : fnStateController_{fnStateController},
+        storedFnStates_{storedFnStates},
+        settings_{settings},
+        workspace_{workspace},
+        mainQueue_{mainQueue},
+        stateLog_{stateLog} {}
+
+  /// Who shows the mode from now on; null for nobody.
+  void setPresenter(ModePresenter* presenter) { presenter_ = presenter; }
+
+  /// The mode last written to or read from the hardware; absent before the first.
+  std::optional<FnState> lastKnownFnState() const { return lastKnownFnState_; }
+
+  /// Whether the mode in force came from an override.
+  bool isLocalScopeActive() const { return isLocalScopeActive_; }
+
+  /// Applies the frontmost application's override, or else the stored global mode.
+  void applyStoredFnState();
+
+  /// Adopts a mode found in the hardware as the stored global mode. `origin` tells the
+  /// log where it was found. With `applyToFrontmost` it is also applied, unless the
+  /// frontmost application has an override.
+  void syncStoredGlobalFnState(FnState state, bool applyToFrontmost, std::string_view origin);
+
+  void setGlobalFnState(FnState state, const KeyboardDeviceSource* source);
+  void toggleGlobalFnState(const KeyboardDeviceSource* source);
+
+  /// Creates or changes one application's override, and applies it.
+  void setLocalFnState(FnState state, const std::string& bundleIdentifier, const KeyboardDeviceSource* source);
+
+  /// Creates the frontmost application's override, opposite to the global mode, or
+  /// flips the one it has.
+  void toggleLocalOverride(const KeyboardDeviceSource* source);
+
+  /// Removes the frontmost application's override and restores the global mode; where
+  /// there is no override, flips the global mode.
+  void clearLocalOverride(const KeyboardDeviceSource* source);
+
+  /// Gives the stored global mode back to the hardware before Keyrow lets go of it.
+  void restoreGlobalFnState();
+
+  /// The stored global mode. Where none is stored, the system preference's or else the
+  /// hardware's is stored first; absent when neither can be read.
+  std::optional<FnState> storedGlobalFnState();
+
+  /// The hardware's mode; absent, and logged, when it cannot be read.
+  std::optional<FnState> currentFnState();
+
+  /// Brings `lastKnownFnState` up to date with the hardware; retries a failed read at
+  /// most three times, 0.35, 0.7 and 1.05 s apart.
+  void refreshFromHardware();
+
+  /// Forgets the overrides of applications that are no longer installed.
+  void pruneLocalFnStates();
+
+ private:
+  bool apply(FnState state, std::string_view action, const KeyboardDeviceSource* source);
+  void setScope(bool isLocal);
+  void setLastKnownFnState(FnState state);
+  std::optional<FnState> overrideOf(const std::optional<std::string>& bundleIdentifier) const;
+  std::string appSuffix(std::string_view bundleIdentifier) const;
+  std::string sourceSuffix(const KeyboardDeviceSource* source) const;
+
+  static constexpr int maximumIOKitRetryCount = 3;
+
+  FnStateController& fnStateController_;
+  StoredFnStates& storedFnStates_;
+  const AppSettings& settings_;
+  Workspace& workspace_;
+  MainQueue& mainQueue_;
+  Logger& stateLog_;
+  ModePresenter* presenter_ = nullptr;
+
+  std::optional<FnState> lastKnownFnState_;
+  bool isLocalScopeActive_ = false;
+  /// Consecutive failed hardware reads.
+  int IOKitRetryCount = 0;
+  std::array<DelayedCall, maximumIOKitRetryCount> retries;
+};
+
+}  // namespace keyrow

@@ -1,0 +1,62 @@
+#include "core/StoredFnStates.h"
+
+#include "core/AppSettings.h"
+
+namespace keyrow {
+
+namespace {
+
+std::optional<FnState> fnStateFrom(const PropertyValue& value) {
+  const auto* raw = value.integer();
+  return raw ? fnStateFromRawValue(*raw) : std::nullopt;
+}
+
+PropertyDictionary overrides(UserDefaults& userDefaults) {
+  const auto object = userDefaults.object(settingsKey::localFnState);
+  const auto* dictionary = object ? object->dictionary() : nullptr;
+  return dictionary ? *dictionary : PropertyDictionary{};
+}
+
+}  // namespace
+
+std::optional<FnState> StoredFnStates::global() const {
+  const auto object = userDefaults_.object(settingsKey::globalFnState);
+  return object ? fnStateFrom(*object) : std::nullopt;
+}
+
+void StoredFnStates::setGlobal(FnState state) {
+  userDefaults_.setObject(settingsKey::globalFnState, rawValue(state));
+}
+
+std::optional<FnState> StoredFnStates::local(std::string_view bundleIdentifier) const {
+  const auto stored = overrides(userDefaults_);
+  const auto entry = stored.find(bundleIdentifier);
+  return entry == stored.end() ? std::nullopt : fnStateFrom(entry->second);
+}
+
+void StoredFnStates::setLocal(std::string_view bundleIdentifier, FnState state) {
+  auto stored = overrides(userDefaults_);
+  stored.insert_or_assign(std::string{bundleIdentifier}, rawValue(state));
+  userDefaults_.setObject(settingsKey::localFnState, std::move(stored));
+}
+
+void StoredFnStates::removeLocal(std::string_view bundleIdentifier) {
+  removeLocals({std::string{bundleIdentifier}});
+}
+
+void StoredFnStates::removeLocals(const std::vector<std::string>& bundleIdentifiers) {
+  auto stored = overrides(userDefaults_);
+  std::size_t removed = 0;
+  for (const auto& identifier : bundleIdentifiers) removed += stored.erase(identifier);
+  if (removed > 0) userDefaults_.setObject(settingsKey::localFnState, std::move(stored));
+}
+
+std::vector<std::string> StoredFnStates::localBundleIdentifiers() const {
+  std::vector<std::string> identifiers;
+  for (const auto& [identifier, value] : overrides(userDefaults_)) {
+    identifiers.push_back(identifier);
+  }
+  return identifiers;
+}
+
+}  // namespace keyrow

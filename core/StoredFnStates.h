@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/FnState.h"
+#include "platform/UserDefaults.h"
+
+namespace keyrow {
+
+/// The modes that the user chose, in the user defaults: the global mode and one
+/// override per application. A value of another type, or an integer that is no mode,
+/// reads as absent; it is kept until something is written in its place.
+class StoredFnStates {
+ public:
+  explicit StoredFnStates(UserDefaults& userDefaults) : userDefaults_{userDefaults} {}
+
+  /// The stored global mode; absent when none is stored.
+  std::optional<FnState> global() const;
+  void setGlobal(FnState state);
+
+  /// The override of one application; absent when it has none.
+  std::optional<FnState> local(std::string_view bundleIdentifier) const;
+  void setLocal(std::string_view bundleIdentifier, FnState state);
+  void removeLocal(std::string_view bundleIdentifier);
+
+  /// Removes the entries of all these applications in one write; writes nothing when
+  /// there is none to remove.
+  void removeLocals(const std::vector<std::string>& bundleIdentifiers);
+
+  /// Every application that has an entry, also one whose value is no mode.
+  std::vector<std::string> localBundleIdentifiers() const;
+
+ private:
+  UserDefaults& userDefaults_;
+};
+
+}  // namespace keyrow

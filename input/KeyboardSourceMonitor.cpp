@@ -1,0 +1,172 @@
+#include "input/KeyboardSourceMonitor.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <optional>
+#include <utility>
+
+namespace keyrow {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// `kHIDPage_GenericDesktop`, `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
+constexpr int genericDesktopPage = 1;
+constexpr int keyboardOrKeypadPage = 7;
+/// `kHIDUsage_GD_Keyboard`, `kHIDUsage_GD_Keypad` (IOHIDUsageTables.h).
+constexpr int keyboardUsage = 6;
+constexpr int keypadUsage = 7;
+
+std::uint64_t machTicks(std::chrono::nanoseconds duration, MachTimebase timebase,
+                        std::uint64_t fallback) {
+  if (timebase.numer == 0) return fallback;
+  return static_cast<std::uint64_t>(duration.count()) * timebase.denom / timebase.numer;
+}
+
+PropertyDictionary deviceMatching(int usage) {
+  return {{"DeviceUsagePage", genericDesktopPage}, {"DeviceUsage", usage}};
+}
+
+std::optional<bool> boolProperty(HidDevice& device, std::string_view key) {
+  const auto value = device.property(key);
+  return value ? value->boolValue() : std::nullopt;
+}
+
+std::optional<std::string> stringProperty(HidDevice& device, std::string_view key) {
+  const auto value = device.property(key);
+  const auto* string = value ? value->string() : nullptr;
+  return string ? std::optional{*string} : std::nullopt;
+}
+
+/// The registry hands out 32-bit numbers with a sign; the cast undoes it.
+std::optional<std::uint32_t> uint32Property(HidDevice& device, std::string_view key) {
+  const auto value = device.property(key);
+  const auto* integer = value ? value->integer() : nullptr;
+  return integer ? std::optional{static_cast<std::uint32_t>(*integer)} : std::nullopt;
+}
+
+/// Asks the device for each property: `kIOHIDBuiltInKey` and the others of IOHIDKeys.h.
+KeyboardDeviceSource readSource(HidDevice& device, std::optional<std::uint64_t> registryID) {
+  KeyboardDeviceSource source;
+  source.registryID = registryID;
+  source.isBuiltIn = boolProperty(device, "Built-In");
+  source.vendorID = uint32Property(device, "VendorID");
+  source.transport = stringProperty(device, "Transport");
+  source.manufacturer = stringProperty(device, "Manufacturer");
+  source.product = stringProperty(device, "Product");
+  source.locationID = uint32Property(device, "LocationID");
+  source.kind = keyboardDeviceKind(source.isBuiltIn, source.transport);
+  return source;
+}
+
+std::uint64_t distance(std::uint64_t a, std::uint64_t b) { return a > b ? a - b : b - a; }
+
+}  // namespace
+
+KeyboardSourceMonitor::KeyboardSourceMonitor(HidManagers& hidManagers,
+                                             NotificationCenter& notificationCenter, Clock& clock,
+                                             Text& text, const AppSettings& settings,
+                                             Logger& hardwareLog)
+    : hidManagers_{hidManagers},
+      text_{text},
+      settings_{settings},
+      hardwareLog_{hardwareLog},
+      sampleMatchWindow{machTicks(80ms, clock.machTimebase(), 20'000'000)},
+      singleSampleWindow{machTicks(250ms, clock.machTimebase(), 250'000'000)} {
+  recentSamples.reserve(maximumSampleCount);
+  diagnosticsSettingObserver =
+      notificationCenter.addObserver(settingsNotification::EnhancedDiagnosticsSettingDidChange,
+                                     [this] { logKeyboardsAgain(); });
+}
+
+void KeyboardSourceMonitor::startMonitoring() {
+  if (manager) return;
+  auto candidate = hidManagers_.create();
+  const std::array matching{deviceMatching(keyboardUsage), deviceMatching(keypadUsage)};
+  candidate->setDeviceMatching(matching);
+  candidate->setInputValueMatching({{"UsagePage", keyboardOrKeypadPage}});
+  candidate->registerInputValueCallback(
+      [this](const HidInputValue& value) { handleInputValue(value); });
+  candidate->scheduleWithMainRunLoop();
+  if (const auto result = candidate->open(); result != ioReturnSuccess) {
+    hardwareLog_.error("Failed to start keyboard source monitoring: " + std::to_string(result));
+    return;
+  }
+  manager = std::move(candidate);
+}
+
+void KeyboardSourceMonitor::stopMonitoring() {
+  if (!manager) return;
+  manager.reset();
+  const std::scoped_lock guard{lock};
+  recentSamples.clear();
+  cachedSources.clear();
+  loggedSourceKeys.clear();
+}
+
+std::shared_ptr<const KeyboardDeviceSource> KeyboardSourceMonitor::source(
+    std::uint64_t forEventTimestamp) {
+  const auto retention = 4 * sampleMatchWindow;
+  const auto cutoff = forEventTimestamp > retention ? forEventTimestamp - retention : 0;
+  const auto distanceToEvent = [forEventTimestamp](const KeyboardSample& sample) {
+    return distance(forEventTimestamp, sample.timestamp);
+  };
+
+  const std::scoped_lock guard{lock};
+  std::erase_if(recentSamples,
+                [cutoff](const KeyboardSample& sample) { return sample.timestamp < cutoff; });
+  if (recentSamples.empty()) return nullptr;
+
+  // Of several at the same distance the first, which is the oldest, wins.
+  const auto best = std::ranges::min_element(recentSamples, {}, distanceToEvent);
+  const auto window = recentSamples.size() == 1 ? std::max(sampleMatchWindow, singleSampleWindow)
+                                                : sampleMatchWindow;
+  return distanceToEvent(*best) <= window ? best->source : nullptr;
+}
+
+void KeyboardSourceMonitor::handleInputValue(const HidInputValue& value) {
+  if (!value.sender || value.usagePage != keyboardOrKeypadPage) return;
+  auto source = resolveSource(*value.sender);
+  const std::scoped_lock guard{lock};
+  if (recentSamples.size() >= maximumSampleCount) recentSamples.erase(recentSamples.begin());
+  recentSamples.push_back({value.timestamp, std::move(source)});
+}
+
+KeyboardSourceMonitor::SharedSource KeyboardSourceMonitor::resolveSource(HidDevice& device) {
+  const auto registryID = device.registryEntryID();
+  if (registryID) {
+    const std::scoped_lock guard{lock};
+    if (const auto cached = cachedSources.find(*registryID); cached != cachedSources.end()) {
+      return cached->second;
+    }
+  }
+  auto source = std::make_shared<const KeyboardDeviceSource>(readSource(device, registryID));
+  logOnce(*source);
+  if (registryID) {
+    const std::scoped_lock guard{lock};
+    cachedSources.insert_or_assign(*registryID, source);
+  }
+  return source;
+}
+
+void KeyboardSourceMonitor::logOnce(const KeyboardDeviceSource& source) {
+  {
+    const std::scoped_lock guard{lock};
+    if (!loggedSourceKeys.insert(source.sourceDescription()).second) return;
+  }
+  hardwareLog_.info("Observed keyboard source: " +
+                    source.logDescription(settings_.enhancedDiagnosticsEnabled()) +
+                    ", mediaTranslationEligible=" +
+                    (source.isMediaTranslationEligible(text_) ? "true" : "false"));
+}
+
+void KeyboardSourceMonitor::logKeyboardsAgain() {
+  const std::scoped_lock guard{lock};
+  loggedSourceKeys.clear();
+  // A cached keyboard is not looked at again, so it would not be logged either.
+  cachedSources.clear();
+}
+
+}  // namespace keyrow

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "core/AppSettings.h"
+#include "core/KeyboardDeviceSource.h"
+#include "platform/Clock.h"
+#include "platform/HidManagers.h"
+#include "platform/NotificationCenter.h"
+#include "platform/SystemLog.h"
+#include "platform/Text.h"
+
+namespace keyrow {
+
+/// Tells which keyboard produced a key event: remembers for a moment which keyboard
+/// sent each input, and attributes an event to the one whose input lies closest in
+/// time. Introduces each keyboard to the log once.
+///
+/// Main thread only, except `source(forEventTimestamp)`.
+class KeyboardSourceMonitor {
+ public:
+  /// `hardwareLog` is the logger of the "hardware" category.
+  KeyboardSourceMonitor(HidManagers& hidManagers, NotificationCenter& notificationCenter,
+                        Clock& clock, Text& text, const AppSettings& settings,
+                        Logger& hardwareLog);
+
+  /// Starts listening to every keyboard; does nothing when it listens already. When the
+  /// system refuses, that is logged, and a later call tries again.
+  void startMonitoring();
+
+  /// Stops listening and forgets every sample and keyboard.
+  void stopMonitoring();
+
+  /// The keyboard that produced the key event with this timestamp, in mach ticks; null
+  /// when none can be told. Safe to call from any thread.
+  std::shared_ptr<const KeyboardDeviceSource> source(std::uint64_t forEventTimestamp);
+
+ private:
+  using SharedSource = std::shared_ptr<const KeyboardDeviceSource>;
+
+  struct KeyboardSample {
+    /// Mach absolute-time ticks.
+    std::uint64_t timestamp;
+    SharedSource source;
+  };
+
+  void handleInputValue(const HidInputValue& value);
+  SharedSource resolveSource(HidDevice& device);
+  void logOnce(const KeyboardDeviceSource& source);
+  void logKeyboardsAgain();
+
+  static constexpr std::size_t maximumSampleCount = 64;
+
+  HidManagers& hidManagers_;
+  Text& text_;
+  const AppSettings& settings_;
+  Logger& hardwareLog_;
+
+  /// The largest distance at which a sample is attributed to an event, in mach ticks.
+  const std::uint64_t sampleMatchWindow;
+  /// The largest distance accepted when only one sample is held, in mach ticks.
+  const std::uint64_t singleSampleWindow;
+
+  /// Guards `recentSamples`, `cachedSources` and `loggedSourceKeys`.
+  std::mutex lock;
+  /// Oldest first.
+  std::vector<KeyboardSample> recentSamples;
+  /// By registry entry ID.
+  std::unordered_map<std::uint64_t, SharedSource> cachedSources;
+  /// The `sourceDescription` of every keyboard that the log knows.
+  std::unordered_set<std::string> loggedSourceKeys;
+
+  /// Present while monitoring runs.
+  std::unique_ptr<HidManager> manager;
+  ObserverToken diagnosticsSettingObserver;
+};
+
+}  // namespace keyrow

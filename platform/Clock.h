@@ -1,0 +1,26 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+#include "platform/Port.h"
+
+namespace keyrow {
+
+/// How mach absolute-time ticks relate to nanoseconds (`mach_timebase_info`):
+/// nanoseconds = ticks × numer ÷ denom.
+struct MachTimebase {
+  std::uint32_t numer = 0;
+  std::uint32_t denom = 0;
+};
+
+/// The time.
+class Clock : public Port {
+ public:
+  /// The date and time of day.
+  virtual std::chrono::system_clock::time_point now() = 0;
+
+  virtual MachTimebase machTimebase() = 0;
+};
+
+}  // namespace keyrow

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "platform/Port.h"
+#include "platform/PropertyValue.h"
+
+namespace keyrow {
+
+/// The preferences in `NSGlobalDomain`, for the current user and any host
+/// (`kCFPreferencesCurrentUser`, `kCFPreferencesAnyHost`), shared by all processes.
+class GlobalPreferences : public Port {
+ public:
+  /// The value as of the last `synchronize` (`CFPreferencesCopyValue`).
+  virtual std::optional<PropertyValue> copyValue(std::string_view key) = 0;
+
+  /// Sets a value; others see it after the next `synchronize` (`CFPreferencesSetValue`).
+  virtual void setValue(std::string_view key, const PropertyValue& value) = 0;
+
+  /// Writes what was set here, and takes in what others wrote
+  /// (`CFPreferencesSynchronize`). False when that failed.
+  virtual bool synchronize() = 0;
+};
+
+}  // namespace keyrow

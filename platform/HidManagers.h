@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "platform/IOReturn.h"
+#include "platform/Port.h"
+#include "platform/PropertyValue.h"
+
+namespace keyrow {
+
+/// A HID device that a manager matched. Lives as long as the device stays attached.
+class HidDevice : public Port {
+ public:
+  /// The registry entry ID of the device's service; absent when the service or its ID
+  /// is unavailable (`IOHIDDeviceGetService`, `IORegistryEntryGetRegistryEntryID`).
+  virtual std::optional<std::uint64_t> registryEntryID() = 0;
+
+  /// A device property (`IOHIDDeviceGetProperty`); absent when the device has none.
+  virtual std::optional<PropertyValue> property(std::string_view key) = 0;
+};
+
+/// One input of a HID device (`IOHIDValue`).
+struct HidInputValue {
+  /// The device that sent the value; null when the system names none. Valid during
+  /// the callback only.
+  HidDevice* sender = nullptr;
+  /// The usage page of the value's element.
+  std::uint32_t usagePage = 0;
+  /// When the input happened, in mach absolute-time ticks.
+  std::uint64_t timestamp = 0;
+};
+
+/// Watches HID devices (`IOHIDManager`). Destroying it unschedules it from the run
+/// loop, when it was scheduled, and closes it, when it was opened.
+class HidManager : public Port {
+ public:
+  /// Which devices to watch (`IOHIDManagerSetDeviceMatchingMultiple`): those that
+  /// match any of the dictionaries.
+  virtual void setDeviceMatching(std::span<const PropertyDictionary> matching) = 0;
+
+  /// Which of their values to report (`IOHIDManagerSetInputValueMatching`).
+  virtual void setInputValueMatching(const PropertyDictionary& matching) = 0;
+
+  /// Runs `handler` on the main thread at every matching input.
+  virtual void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) = 0;
+
+  /// Schedules on the main run loop in the common modes.
+  virtual void scheduleWithMainRunLoop() = 0;
+
+  /// `IOHIDManagerOpen`, no options.
+  virtual IOReturn open() = 0;
+};
+
+/// Makes HID managers.
+class HidManagers : public Port {
+ public:
+  /// `IOHIDManagerCreate`, default allocator, no options.
+  virtual std::unique_ptr<HidManager> create() = 0;
+};
+
+}  // namespace keyrow

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "platform/Port.h"
+#include "platform/PropertyValue.h"
+
+namespace keyrow {
+
+/// The application's standard user defaults (`NSUserDefaults`). Safe to call from
+/// any thread.
+class UserDefaults : public Port {
+ public:
+  /// The object stored under the key; absent when there is none.
+  virtual std::optional<PropertyValue> object(std::string_view key) = 0;
+
+  virtual void setObject(std::string_view key, const PropertyValue& value) = 0;
+  virtual void removeObject(std::string_view key) = 0;
+};
+
+}  // namespace keyrow
