@@ -12,6 +12,9 @@ namespace keyrow {
 /// (`kCFPreferencesCurrentUser`, `kCFPreferencesAnyHost`), shared by all processes.
 class GlobalPreferences : public Port {
  public:
+  /// `NSGlobalDomain` (NSUserDefaults.h).
+  static constexpr std::string_view domain = "NSGlobalDomain";
+
   /// The value as of the last `synchronize` (`CFPreferencesCopyValue`).
   virtual std::optional<PropertyValue> copyValue(std::string_view key) = 0;
 

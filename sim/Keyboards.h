@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/PropertyValue.h"
+#include "sim/ObserverList.h"
+
+namespace keyrow::sim {
+
+/// A HID device on the machine.
+struct SimulatedKeyboard {
+  /// Absent for a device whose service has no registry entry ID.
+  std::optional<std::uint64_t> registryID;
+  /// What `IOHIDDeviceGetProperty` gives for it.
+  PropertyDictionary properties;
+  /// What kind of device it is: `kHIDUsage_GD_Keyboard` unless told otherwise, on the
+  /// generic desktop page.
+  std::int64_t usage = 6;
+};
+
+/// One input, on its way to those who listen.
+struct KeyboardInput {
+  /// Null for an input whose sender the system does not name.
+  std::shared_ptr<const SimulatedKeyboard> keyboard;
+  std::uint32_t usagePage = 0;
+  /// Mach absolute-time ticks.
+  std::uint64_t timestamp = 0;
+};
+
+/// The HID devices attached to the machine. Main thread only.
+class Keyboards {
+ public:
+  /// Attaches a device, in place of one of the same name.
+  void attach(const std::string& name, SimulatedKeyboard keyboard);
+
+  /// Takes a device away; false when there is none of that name.
+  bool unplug(std::string_view name);
+
+  /// The device of that name; null when there is none.
+  std::shared_ptr<const SimulatedKeyboard> find(std::string_view name) const;
+
+  /// Delivers an input to all who listen.
+  void deliver(const KeyboardInput& input) const { inputObservers.notify(input); }
+
+  Registration observeInput(std::function<void(const KeyboardInput&)> handler) {
+    return inputObservers.add(std::move(handler));
+  }
+
+ private:
+  std::map<std::string, std::shared_ptr<const SimulatedKeyboard>, std::less<>> attached;
+  ObserverList<const KeyboardInput&> inputObservers;
+};
+
+}  // namespace keyrow::sim

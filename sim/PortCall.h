@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace keyrow::sim {
+
+/// The calls of the ports that the real system can refuse.
+enum class PortCall {
+  findService,
+  readServiceProperty,
+  openConnection,
+  setHidParameter,
+  copyPreference,
+  synchronizePreferences,
+  findApplication,
+  frontmostApplication,
+  openHidManager,
+  registryEntryID,
+  readDeviceProperty,
+  readLog,
+};
+
+/// One port call: the name that scenarios use, and what its failing looks like.
+struct PortCallInfo {
+  std::string_view name;
+  std::string_view failure;
+};
+
+/// In the order of `PortCall`.
+inline constexpr std::array<PortCallInfo, 12> portCalls{{
+    {"find-service", "IOServiceGetMatchingService finds no service"},
+    {"read-service-property", "IORegistryEntryCreateCFProperty gives nothing"},
+    {"open-connection", "IOServiceOpen is refused"},
+    {"set-hid-parameter", "IOHIDSetCFTypeParameter is refused"},
+    {"copy-preference", "CFPreferencesCopyValue gives nothing"},
+    {"synchronize-preferences", "CFPreferencesSynchronize fails"},
+    {"find-application", "no application is found for a bundle identifier"},
+    {"frontmost-application", "no application is frontmost"},
+    {"open-hid-manager", "IOHIDManagerOpen is refused"},
+    {"registry-entry-id", "a device has no registry entry ID"},
+    {"read-device-property", "IOHIDDeviceGetProperty gives nothing"},
+    {"read-log", "the log store cannot be read"},
+}};
+
+constexpr const PortCallInfo& info(PortCall call) {
+  return portCalls[static_cast<std::size_t>(call)];
+}
+
+/// The call that scenarios name so; absent for every other name.
+constexpr std::optional<PortCall> portCallNamed(std::string_view name) {
+  for (std::size_t index = 0; index < portCalls.size(); ++index) {
+    if (portCalls[index].name == name) return static_cast<PortCall>(index);
+  }
+  return std::nullopt;
+}
+
+}  // namespace keyrow::sim

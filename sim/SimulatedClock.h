@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "sim/SimulatedMac.h"
+
+namespace keyrow::sim {
+
+/// The machine's virtual time.
+class SimulatedClock final : public Clock {
+ public:
+  explicit SimulatedClock(const SimulatedMac& mac) : mac_{mac} {}
+
+  std::chrono::system_clock::time_point now() override { return mac_.wallClock(); }
+  MachTimebase machTimebase() override { return mac_.machTimebase; }
+
+ private:
+  const SimulatedMac& mac_;
+};
+
+}  // namespace keyrow::sim

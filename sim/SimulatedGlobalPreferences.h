@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/GlobalPreferences.h"
+#include "sim/SimulatedMac.h"
+
+namespace keyrow::sim {
+
+/// The global domain as one process sees it: its own copy, exchanged with the machine
+/// only in `synchronize`.
+class SimulatedGlobalPreferences final : public GlobalPreferences {
+ public:
+  explicit SimulatedGlobalPreferences(SimulatedMac& mac)
+      : mac_{mac}, copy{mac.globalPreferences.domain(domain)} {}
+
+  std::optional<PropertyValue> copyValue(std::string_view key) override;
+  void setValue(std::string_view key, const PropertyValue& value) override;
+  bool synchronize() override;
+
+ private:
+  SimulatedMac& mac_;
+  PropertyDictionary copy;
+  /// Set here, and not yet written.
+  PropertyDictionary changes;
+};
+
+}  // namespace keyrow::sim

@@ -1,0 +1,105 @@
+#include "sim/SimulatedHidManagers.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "sim/SimulatedHidSystem.h"
+
+namespace keyrow::sim {
+
+namespace {
+
+constexpr std::int64_t genericDesktopPage = 1;
+
+class Device final : public HidDevice {
+ public:
+  Device(SimulatedMac& mac, const SimulatedKeyboard& keyboard) : mac_{mac}, keyboard_{keyboard} {}
+
+  std::optional<std::uint64_t> registryEntryID() override {
+    if (mac_.strikes(PortCall::registryEntryID)) return std::nullopt;
+    return keyboard_.registryID;
+  }
+
+  std::optional<PropertyValue> property(std::string_view key) override {
+    if (mac_.strikes(PortCall::readDeviceProperty)) return std::nullopt;
+    const auto found = keyboard_.properties.find(key);
+    return found == keyboard_.properties.end() ? std::nullopt : std::optional{found->second};
+  }
+
+ private:
+  SimulatedMac& mac_;
+  const SimulatedKeyboard& keyboard_;
+};
+
+bool matches(const PropertyDictionary& matching, const PropertyDictionary& properties) {
+  return std::ranges::all_of(matching, [&](const auto& wanted) {
+    const auto found = properties.find(wanted.first);
+    return found != properties.end() && found->second == wanted.second;
+  });
+}
+
+class Manager final : public HidManager {
+ public:
+  Manager(SimulatedMac& mac, OpenHandles::ProcessID process)
+      : mac_{mac}, handle{mac.openHandles, "HidManager", process} {}
+
+  void setDeviceMatching(std::span<const PropertyDictionary> matching) override {
+    deviceMatching.assign(matching.begin(), matching.end());
+  }
+
+  void setInputValueMatching(const PropertyDictionary& matching) override {
+    valueMatching = matching;
+  }
+
+  void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
+    callback = std::move(handler);
+  }
+
+  void scheduleWithMainRunLoop() override {
+    schedule = mac_.keyboards.observeInput([this](const KeyboardInput& input) { receive(input); });
+  }
+
+  IOReturn open() override {
+    if (mac_.strikes(PortCall::openHidManager)) return SimulatedHidSystem::refusal;
+    isOpen = true;
+    return ioReturnSuccess;
+  }
+
+ private:
+  void receive(const KeyboardInput& input) {
+    if (!isOpen || !callback) return;
+    if (!matches(valueMatching, {{"UsagePage", std::int64_t{input.usagePage}}})) return;
+    if (!input.keyboard) {
+      callback({nullptr, input.usagePage, input.timestamp});
+      return;
+    }
+    if (!matchesDevice(*input.keyboard)) return;
+    Device device{mac_, *input.keyboard};
+    callback({&device, input.usagePage, input.timestamp});
+  }
+
+  bool matchesDevice(const SimulatedKeyboard& keyboard) const {
+    const PropertyDictionary properties{{"DeviceUsagePage", genericDesktopPage},
+                                        {"DeviceUsage", keyboard.usage}};
+    return std::ranges::any_of(deviceMatching, [&](const PropertyDictionary& matching) {
+      return matches(matching, properties);
+    });
+  }
+
+  SimulatedMac& mac_;
+  const OpenHandle handle;
+  std::vector<PropertyDictionary> deviceMatching;
+  PropertyDictionary valueMatching;
+  std::function<void(const HidInputValue&)> callback;
+  bool isOpen = false;
+  Registration schedule;
+};
+
+}  // namespace
+
+std::unique_ptr<HidManager> SimulatedHidManagers::create() {
+  return std::make_unique<Manager>(mac_, process_);
+}
+
+}  // namespace keyrow::sim

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+
+#include "platform/Clock.h"
+#include "sim/Applications.h"
+#include "sim/Faults.h"
+#include "sim/HidHardware.h"
+#include "sim/Keyboards.h"
+#include "sim/OpenHandles.h"
+#include "sim/PropertyStore.h"
+#include "sim/Scheduler.h"
+#include "sim/Timeline.h"
+#include "sim/UnifiedLog.h"
+
+namespace keyrow::sim {
+
+/// A small, deterministic Mac on virtual time: what all its processes share. It starts
+/// with the hardware in the special mode, nothing stored, and nothing in front.
+class SimulatedMac {
+ public:
+  Scheduler scheduler;
+  Timeline timeline{scheduler};
+  Faults faults;
+  OpenHandles openHandles;
+  HidHardware hid{timeline};
+  /// Domain "NSGlobalDomain".
+  PropertyStore globalPreferences{timeline, TimelineEvent::Kind::preference};
+  /// One domain per bundle identifier.
+  PropertyStore defaults{timeline, TimelineEvent::Kind::defaults};
+  UnifiedLog log{timeline};
+  Applications applications;
+  Keyboards keyboards;
+
+  /// As on Apple silicon: a tick is 125/3 ns.
+  MachTimebase machTimebase{.numer = 125, .denom = 3};
+
+  /// Date and time of day; the machine is switched on at 2024-03-01 08:00:00 UTC.
+  std::chrono::system_clock::time_point wallClock() const;
+
+  /// Mach absolute time in ticks, by `machTimebase`; 0 when that is no time base.
+  std::uint64_t machAbsoluteTime() const;
+
+  /// Asks `faults` about a port call, and puts a failing one on the timeline.
+  bool strikes(PortCall call);
+
+  /// The user changes the mode in System Settings: hardware and preference at once.
+  void changeModeInSystemSettings(bool standardFunctionKeys);
+
+  /// Lets a keyboard send one input of a usage page, now.
+  void sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard, std::uint32_t usagePage);
+};
+
+}  // namespace keyrow::sim
