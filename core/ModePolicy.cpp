@@ -118,9 +118,8 @@ std::optional<FnState> ModePolicy::storedGlobalFnState() {
   if (const auto preference = fnStateController_.readSystemFnStatePreference()) {
     const auto state = fnStateFromPreference(*preference);
     storedFnStates_.setGlobal(state);
-    stateLog_.notice(
-        "Initialized the stored global function key mode from System Settings: " +
-        std::string{modeText(state)} + ".");
+    stateLog_.notice("Initialized the stored global function key mode from System Settings: " +
+                     std::string{modeText(state)} + ".");
     return state;
   }
   const auto hardware = currentFnState();
@@ -159,8 +158,8 @@ void ModePolicy::pruneLocalFnStates() {
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {
   const auto written = fnStateController_.writeFnState(state);
   if (!written) {
-    stateLog_.error("Failed to " + std::string{action} + ": " + std::string{errorDescription(written.error())} +
-                    sourceSuffix(source));
+    stateLog_.error("Failed to " + std::string{action} + ": " +
+                    std::string{errorDescription(written.error())} + sourceSuffix(source));
     return false;
   }
   setLastKnownFnState(state);

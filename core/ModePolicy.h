@@ -68,7 +68,8 @@ class ModePolicy {
   void toggleGlobalFnState(const KeyboardDeviceSource* source);
 
   /// Creates or changes one application's override, and applies it.
-  void setLocalFnState(FnState state, const std::string& bundleIdentifier, const KeyboardDeviceSource* source);
+  void setLocalFnState(FnState state, const std::string& bundleIdentifier,
+                       const KeyboardDeviceSource* source);
 
   /// Creates the frontmost application's override, opposite to the global mode, or
   /// flips the one it has.

@@ -76,9 +76,8 @@ KeyboardSourceMonitor::KeyboardSourceMonitor(HidManagers& hidManagers,
       sampleMatchWindow{machTicks(80ms, clock.machTimebase(), 20'000'000)},
       singleSampleWindow{machTicks(250ms, clock.machTimebase(), 250'000'000)} {
   recentSamples.reserve(maximumSampleCount);
-  diagnosticsSettingObserver =
-      notificationCenter.addObserver(settingsNotification::EnhancedDiagnosticsSettingDidChange,
-                                     [this] { logKeyboardsAgain(); });
+  diagnosticsSettingObserver = notificationCenter.addObserver(
+      settingsNotification::EnhancedDiagnosticsSettingDidChange, [this] { logKeyboardsAgain(); });
 }
 
 void KeyboardSourceMonitor::startMonitoring() {
@@ -156,10 +155,10 @@ void KeyboardSourceMonitor::logOnce(const KeyboardDeviceSource& source) {
     const std::scoped_lock guard{lock};
     if (!loggedSourceKeys.insert(source.sourceDescription()).second) return;
   }
-  hardwareLog_.info("Observed keyboard source: " +
-                    source.logDescription(settings_.enhancedDiagnosticsEnabled()) +
-                    ", mediaTranslationEligible=" +
-                    (source.isMediaTranslationEligible(text_) ? "true" : "false"));
+  hardwareLog_.info(
+      "Observed keyboard source: " + source.logDescription(settings_.enhancedDiagnosticsEnabled()) +
+      ", mediaTranslationEligible=" +
+      (source.isMediaTranslationEligible(text_) ? "true" : "false"));
 }
 
 void KeyboardSourceMonitor::logKeyboardsAgain() {

@@ -27,8 +27,7 @@ class KeyboardSourceMonitor {
  public:
   /// `hardwareLog` is the logger of the "hardware" category.
   KeyboardSourceMonitor(HidManagers& hidManagers, NotificationCenter& notificationCenter,
-                        Clock& clock, Text& text, const AppSettings& settings,
-                        Logger& hardwareLog);
+                        Clock& clock, Text& text, const AppSettings& settings, Logger& hardwareLog);
 
   /// Starts listening to every keyboard; does nothing when it listens already. When the
   /// system refuses, that is logged, and a later call tries again.

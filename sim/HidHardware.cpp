@@ -70,8 +70,7 @@ void HidHardware::publish(std::optional<PropertyValue> parameters) {
   parameters_ = std::move(parameters);
   const auto after = nameOfMode(parameters_);
   if (before == after) return;
-  timeline_.add(TimelineEvent::Kind::hardware,
-                std::string{before} + " -> " + std::string{after});
+  timeline_.add(TimelineEvent::Kind::hardware, std::string{before} + " → " + std::string{after});
 }
 
 }  // namespace keyrow::sim

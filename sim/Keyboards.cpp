@@ -5,6 +5,7 @@
 namespace keyrow::sim {
 
 void Keyboards::attach(const std::string& name, SimulatedKeyboard keyboard) {
+  if (keyboard.registryID) names.insert_or_assign(*keyboard.registryID, name);
   attached.insert_or_assign(name, std::make_shared<const SimulatedKeyboard>(std::move(keyboard)));
 }
 
@@ -18,6 +19,12 @@ bool Keyboards::unplug(std::string_view name) {
 std::shared_ptr<const SimulatedKeyboard> Keyboards::find(std::string_view name) const {
   const auto found = attached.find(name);
   return found == attached.end() ? nullptr : found->second;
+}
+
+std::optional<std::string> Keyboards::nameOf(std::optional<std::uint64_t> registryID) const {
+  if (!registryID) return std::nullopt;
+  const auto found = names.find(*registryID);
+  return found == names.end() ? std::nullopt : std::optional{found->second};
 }
 
 }  // namespace keyrow::sim

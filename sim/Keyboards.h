@@ -45,6 +45,10 @@ class Keyboards {
   /// The device of that name; null when there is none.
   std::shared_ptr<const SimulatedKeyboard> find(std::string_view name) const;
 
+  /// The name of the device with this registry entry ID, attached or not any more;
+  /// absent when there never was one.
+  std::optional<std::string> nameOf(std::optional<std::uint64_t> registryID) const;
+
   /// Delivers an input to all who listen.
   void deliver(const KeyboardInput& input) const { inputObservers.notify(input); }
 
@@ -54,6 +58,7 @@ class Keyboards {
 
  private:
   std::map<std::string, std::shared_ptr<const SimulatedKeyboard>, std::less<>> attached;
+  std::map<std::uint64_t, std::string> names;
   ObserverList<const KeyboardInput&> inputObservers;
 };
 

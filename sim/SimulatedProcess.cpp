@@ -15,10 +15,9 @@ SimulatedProcess::SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID pro
       systemLog{mac, processID},
       userDefaults{mac, bundleIdentifier.value_or("Keyrow")},
       workspace{mac, processID},
-      platform_{bundle,    clock,    globalPreferences,
-                hidManagers, hidSystem, mainQueue,
-                notificationCenter, systemLog, text,
-                userDefaults, workspace},
+      platform_{bundle,    clock,        globalPreferences,  hidManagers,
+                hidSystem, mainQueue,    notificationCenter, systemLog,
+                text,      userDefaults, workspace},
       keyrow_{platform_} {}
 
 }  // namespace keyrow::sim

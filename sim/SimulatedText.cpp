@@ -15,8 +15,7 @@ constexpr utf8proc_int32_t replacementCharacter = 0xFFFD;
 utf8proc_int32_t takeScalar(std::string_view& text) {
   utf8proc_int32_t scalar = -1;
   const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-  const auto length =
-      utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(text.size()), &scalar);
+  const auto length = utf8proc_iterate(bytes, static_cast<utf8proc_ssize_t>(text.size()), &scalar);
   text.remove_prefix(length > 0 ? static_cast<std::size_t>(length) : 1);
   return length > 0 ? scalar : replacementCharacter;
 }
@@ -110,8 +109,7 @@ std::string SimulatedText::lowercased(std::string_view text) {
   return result;
 }
 
-bool SimulatedText::localizedCaseInsensitiveContains(std::string_view text,
-                                                     std::string_view part) {
+bool SimulatedText::localizedCaseInsensitiveContains(std::string_view text, std::string_view part) {
   return foldedText(text).find(foldedText(part)) != std::string::npos;
 }
 

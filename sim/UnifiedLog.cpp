@@ -14,9 +14,9 @@ std::string_view logLevelName(LogLevel level) {
 
 void UnifiedLog::write(Line line) {
   const auto& entry = line.entry;
-  timeline_.add(TimelineEvent::Kind::log,
-                entry.category + (entry.level == LogLevel::error ? " error: " : ": ") +
-                    entry.message);
+  timeline_.add(
+      TimelineEvent::Kind::log,
+      entry.category + (entry.level == LogLevel::error ? " error: " : ": ") + entry.message);
   const std::scoped_lock guard{mutex};
   lines_.push_back(std::move(line));
 }

@@ -1,0 +1,204 @@
+#include "sim/scenario/LineReader.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+#include "sim/PropertyText.h"
+
+namespace keyrow::sim {
+
+namespace {
+
+struct Unit {
+  std::string_view name;
+  double nanoseconds;
+};
+
+constexpr std::array<Unit, 5> units{
+    {{"ns", 1}, {"ms", 1e6}, {"s", 1e9}, {"min", 60e9}, {"h", 3600e9}}};
+
+template <typename Number>
+std::optional<Number> parseWhole(std::string_view text, int base = 10) {
+  Number number{};
+  const auto* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number, base);
+  return error == std::errc{} && stop == end ? std::optional{number} : std::nullopt;
+}
+
+std::optional<double> parseFraction(std::string_view text) {
+  // Only what is plainly a decimal number: strtod reads far more, such as "inf".
+  if (text.find_first_not_of("-.0123456789") != std::string_view::npos) return std::nullopt;
+  const std::string terminated{text};
+  char* stop = nullptr;
+  const double number = std::strtod(terminated.c_str(), &stop);
+  if (terminated.empty() || *stop != '\0') return std::nullopt;
+  return number;
+}
+
+std::optional<std::chrono::nanoseconds> parseDuration(std::string_view text) {
+  const auto digits = std::min(text.find_first_not_of("0123456789."), text.size());
+  const auto unit = std::ranges::find(units, text.substr(digits), &Unit::name);
+  const auto number = parseFraction(text.substr(0, digits));
+  constexpr double longest = 1000.0 * 3600e9;
+  if (unit == units.end() || !number || *number * unit->nanoseconds > longest) return std::nullopt;
+  return std::chrono::nanoseconds{std::llround(*number * unit->nanoseconds)};
+}
+
+std::optional<PropertyValue> parsePlainValue(std::string_view text) {
+  if (text == "true" || text == "false") return text == "true";
+  if (text == "{}") return PropertyDictionary{};
+  if (const auto whole = parseWhole<std::int64_t>(text)) return *whole;
+  if (text.starts_with("0x")) {
+    if (const auto whole = parseWhole<std::int64_t>(text.substr(2), 16)) return *whole;
+  }
+  if (const auto fraction = parseFraction(text)) return *fraction;
+  return std::nullopt;
+}
+
+}  // namespace
+
+bool LineReader::accept(std::string_view word) {
+  const auto* token = peek();
+  if (!token || token->isQuoted || token->text != word) return false;
+  ++next;
+  return true;
+}
+
+void LineReader::require(std::string_view word) {
+  if (!accept(word)) fail(quoted(word));
+}
+
+std::size_t LineReader::oneOf(std::span<const std::string_view> words) {
+  std::string expected;
+  for (std::size_t index = 0; index < words.size(); ++index) {
+    if (accept(words[index])) return index;
+    if (index > 0) expected += index + 1 == words.size() ? " or " : ", ";
+    expected += words[index];
+  }
+  fail(expected);
+}
+
+std::string LineReader::word(std::string_view expected) {
+  const auto* token = peek();
+  if (!token || token->text.empty()) fail(expected);
+  ++next;
+  return token->text;
+}
+
+std::string LineReader::quotedText(std::string_view expected) {
+  const auto* token = peek();
+  if (!token || !token->isQuoted || token->valueStart) fail(expected);
+  ++next;
+  return token->text;
+}
+
+FnState LineReader::mode() {
+  constexpr std::array<std::string_view, 2> modes{"special", "standard"};
+  return oneOf(modes) == 0 ? FnState::special : FnState::standard;
+}
+
+std::optional<FnState> LineReader::modeOrNone() {
+  constexpr std::array<std::string_view, 3> modes{"special", "standard", "none"};
+  return fnStateFromRawValue(static_cast<std::int64_t>(oneOf(modes)));
+}
+
+std::chrono::nanoseconds LineReader::duration() {
+  const auto* token = peek();
+  const auto duration = token ? parseDuration(token->text) : std::nullopt;
+  if (!duration) fail("a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h");
+  ++next;
+  return *duration;
+}
+
+std::chrono::nanoseconds LineReader::signedDuration() {
+  const auto* token = peek();
+  const bool isSigned = token && (token->text.starts_with('+') || token->text.starts_with('-'));
+  const auto duration =
+      isSigned ? parseDuration(std::string_view{token->text}.substr(1)) : std::nullopt;
+  if (!duration) fail("a signed duration, such as +10ms or -0.2s");
+  ++next;
+  return token->text.starts_with('-') ? -*duration : *duration;
+}
+
+std::uint64_t LineReader::number(std::uint64_t largest) {
+  const auto* token = peek();
+  std::optional<std::uint64_t> number;
+  if (token) {
+    const std::string_view text{token->text};
+    number = text.starts_with("0x") ? parseWhole<std::uint64_t>(text.substr(2), 16)
+                                    : parseWhole<std::uint64_t>(text);
+  }
+  if (!number || *number > largest) fail("a whole number up to " + std::to_string(largest));
+  ++next;
+  return *number;
+}
+
+PropertyValue LineReader::value() {
+  if (atProperty()) {
+    PropertyDictionary dictionary;
+    while (!atEnd()) {
+      auto entry = property("KEY=VALUE");
+      if (!entry.value) failBefore("a value other than none");
+      dictionary.insert_or_assign(std::move(entry.key), *std::move(entry.value));
+    }
+    return dictionary;
+  }
+  const auto* token = peek();
+  if (token && token->isQuoted) {
+    ++next;
+    return token->text;
+  }
+  auto value = token ? parsePlainValue(token->text) : std::nullopt;
+  if (!value) fail("a value: true, false, a number, a \"quoted text\", {} or KEY=VALUE ...");
+  ++next;
+  return *std::move(value);
+}
+
+std::optional<PropertyValue> LineReader::valueOrNone() {
+  if (accept("none")) return std::nullopt;
+  return value();
+}
+
+LineReader::Property LineReader::property(std::string_view expected) {
+  if (!atProperty()) fail(expected);
+  const auto& token = line_->tokens[next];
+  const std::string_view text{token.text};
+  const auto value = text.substr(*token.valueStart);
+  if (value.empty() && !token.isQuoted) fail(expected);
+  ++next;
+
+  Property property{std::string{text.substr(0, *token.valueStart - 1)}, std::nullopt};
+  if (token.isQuoted) {
+    property.value = value;
+  } else if (value != "none") {
+    property.value = parsePlainValue(value).value_or(value);
+  }
+  return property;
+}
+
+bool LineReader::atProperty() const {
+  const auto* token = peek();
+  return token && token->valueStart && *token->valueStart > 1;
+}
+
+void LineReader::end() const {
+  if (!atEnd()) fail("the end of the line");
+}
+
+void LineReader::fail(std::string_view expected) const {
+  const auto* token = peek();
+  throw LineError{token ? token->column : line_->endColumn,
+                  "expected " + std::string{expected} + ", found " +
+                      (token ? quoted(token->text) : "the end of the line")};
+}
+
+void LineReader::failBefore(std::string_view expected) {
+  --next;
+  fail(expected);
+}
+
+}  // namespace keyrow::sim

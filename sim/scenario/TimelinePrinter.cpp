@@ -1,0 +1,101 @@
+#include "sim/scenario/TimelinePrinter.h"
+
+#include <array>
+#include <cstdio>
+
+namespace keyrow::sim {
+
+namespace {
+
+/// SGR sequences (ECMA-48).
+constexpr std::string_view bold = "\033[1m";
+constexpr std::string_view faint = "\033[2m";
+constexpr std::string_view red = "\033[31m";
+constexpr std::string_view green = "\033[32m";
+constexpr std::string_view yellow = "\033[33m";
+constexpr std::string_view blue = "\033[34m";
+constexpr std::string_view plain = "\033[0m";
+
+struct KindStyle {
+  std::string_view label;
+  std::string_view style;
+};
+
+/// In the order of `TimelineEvent::Kind`.
+constexpr std::array<KindStyle, 5> kindStyles{{
+    {"keyboard", yellow},
+    {"system", yellow},
+    {"stored", blue},
+    {"log", faint},
+    {"fault", red},
+}};
+
+std::string timeOfDay(std::chrono::nanoseconds sinceSwitchedOn) {
+  using namespace std::chrono;
+  constexpr auto switchedOnAt = 8h;
+  const hh_mm_ss time{floor<milliseconds>((sinceSwitchedOn + switchedOnAt) % 24h)};
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%02d:%02d:%02d.%03d",
+                static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+                static_cast<int>(time.seconds().count()),
+                static_cast<int>(time.subseconds().count()));
+  return text.data();
+}
+
+}  // namespace
+
+void TimelinePrinter::willPlay(const Scenario& scenario) {
+  lastTime.clear();
+  followsComment = false;
+  if (detail_ == Detail::failuresOnly) return;
+  out_ << '\n' << painted(bold, scenario.name) << "\n";
+}
+
+void TimelinePrinter::willPlay(const Step& step, const SimulatedMac& mac) {
+  if (detail_ == Detail::failuresOnly || step.kind == Step::Kind::expectation) return;
+  if (step.kind == Step::Kind::comment) {
+    if (!followsComment) out_ << '\n';
+    if (!step.text.empty()) out_ << "  " << step.text;
+    out_ << '\n';
+    followsComment = true;
+    return;
+  }
+  if (followsComment) out_ << '\n';
+  followsComment = false;
+  out_ << timeColumn(mac.scheduler.now()) << "  " << painted(bold, step.text) << '\n';
+}
+
+void TimelinePrinter::didHappen(const TimelineEvent& event) {
+  if (detail_ == Detail::failuresOnly) return;
+  const auto& [label, style] = kindStyles[static_cast<std::size_t>(event.kind)];
+  const std::string padding(10 - label.size(), ' ');
+  out_ << timeColumn(event.time) << "    " << painted(style, std::string{label} + padding)
+       << event.text << '\n';
+}
+
+void TimelinePrinter::didPlay(const Scenario& scenario, const Step& step, const Outcome& outcome) {
+  if (outcome.kind != Outcome::Kind::done) {
+    const auto place =
+        scenario.name + ":" + std::to_string(step.line) + ":" + std::to_string(step.column) + ": ";
+    out_ << painted(red, place + outcome.message) << '\n';
+    return;
+  }
+  if (detail_ == Detail::failuresOnly || step.kind != Step::Kind::expectation) return;
+  if (followsComment) out_ << '\n';
+  followsComment = false;
+  out_ << std::string(14, ' ') << painted(green, "  ✓ " + step.text.substr(7)) << '\n';
+}
+
+std::string TimelinePrinter::painted(std::string_view style, std::string_view text) const {
+  if (!inColour_) return std::string{text};
+  return std::string{style} + std::string{text} + std::string{plain};
+}
+
+std::string TimelinePrinter::timeColumn(std::chrono::nanoseconds time) {
+  const auto text = timeOfDay(time);
+  if (text == lastTime) return std::string(2 + text.size(), ' ');
+  lastTime = text;
+  return "  " + painted(faint, text);
+}
+
+}  // namespace keyrow::sim
