@@ -36,7 +36,8 @@ struct HidInputValue {
 };
 
 /// Watches HID devices (`IOHIDManager`). Destroying it unschedules it from the run
-/// loop, when it was scheduled, and closes it, when it was opened.
+/// loop, when it was scheduled, and closes it, when it was opened. Never destroy it from
+/// within its own handler.
 class HidManager : public Port {
  public:
   /// Which devices to watch (`IOHIDManagerSetDeviceMatchingMultiple`): those that

@@ -59,6 +59,15 @@ std::optional<PropertyValue> parsePlainValue(std::string_view text) {
   return std::nullopt;
 }
 
+/// The word as messages show it: not all of one that goes on and on.
+std::string shortened(std::string_view word) {
+  constexpr std::size_t longest = 60;
+  if (word.size() <= longest) return quoted(word);
+  auto end = longest;
+  while (end > 0 && (word[end] & 0xC0) == 0x80) --end;
+  return quoted(std::string{word.substr(0, end)} + "…");
+}
+
 }  // namespace
 
 bool LineReader::accept(std::string_view word) {
@@ -193,7 +202,7 @@ void LineReader::fail(std::string_view expected) const {
   const auto* token = peek();
   throw LineError{token ? token->column : line_->endColumn,
                   "expected " + std::string{expected} + ", found " +
-                      (token ? quoted(token->text) : "the end of the line")};
+                      (token ? shortened(token->text) : "the end of the line")};
 }
 
 void LineReader::failBefore(std::string_view expected) {

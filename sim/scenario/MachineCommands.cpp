@@ -128,19 +128,23 @@ std::size_t countKeys(LineReader& line, const std::string& keys) {
   return count;
 }
 
-Play parsePress(LineReader& line) {
-  const auto keyCount = countKeys(line, line.word("a key, such as A, F5 or fn+`"));
+/// One input for every key that goes down or up; all within the same instant.
+Play parseKeys(LineReader& line, std::size_t inputsPerKey) {
+  const auto inputCount = inputsPerKey * countKeys(line, line.word("a key, such as A, F5 or fn+`"));
   line.require("on");
-  return [keyCount, name = line.word("the name of a keyboard")](Stage& stage) {
+  return [inputCount, name = line.word("the name of a keyboard")](Stage& stage) {
     const auto keyboard = stage.mac.keyboards.find(name);
     if (!keyboard) return unplayable("no keyboard " + name + " is attached");
-    // Every key goes down and up again.
-    for (std::size_t input = 0; input < 2 * keyCount; ++input) {
+    for (std::size_t input = 0; input < inputCount; ++input) {
       stage.mac.sendInput(keyboard, keyboardPage);
     }
     return Outcome{};
   };
 }
+
+Play parsePress(LineReader& line) { return parseKeys(line, 2); }
+
+Play parseHoldOrRelease(LineReader& line) { return parseKeys(line, 1); }
 
 Play parseSystemSettings(LineReader& line) {
   return [state = line.mode()](Stage& stage) {
@@ -232,7 +236,7 @@ Play parseRepair(LineReader&) {
   };
 }
 
-constexpr std::array<Command, 13> commands{{
+constexpr std::array<Command, 15> commands{{
     {"install", "install APP", "An application is put on the Mac.", "install com.apple.TextEdit",
      parseInstall},
     {"uninstall", "uninstall APP", "An application is thrown away.", "uninstall com.apple.TextEdit",
@@ -249,6 +253,10 @@ constexpr std::array<Command, 13> commands{{
     {"press", "press KEYS on NAME",
      "Keys are pressed and released on a keyboard: key names joined by +.", "press fn+` on usb1",
      parsePress},
+    {"hold", "hold KEYS on NAME", "Keys are pressed and not released.", "hold fn on usb1",
+     parseHoldOrRelease},
+    {"release", "release KEYS on NAME", "Keys that were held are released.", "release fn on usb1",
+     parseHoldOrRelease},
     {"system-settings", "system-settings special|standard",
      "The user changes the mode in System Settings, behind Keyrow's back.",
      "system-settings standard", parseSystemSettings},

@@ -52,7 +52,7 @@ Step parseTokens(const TokenizedLine& tokens, std::size_t number) {
   step.kind = Step::Kind::expectation;
   step.play = parseCommand(line, expectations());
   if (step.play) return step;
-  if (line.accept("expect")) line.fail("what to expect: " + expectationNames());
+  if (line.accept("expect")) line.fail("one of " + expectationNames());
   line.fail("an action such as front or launch, or expect");
 }
 

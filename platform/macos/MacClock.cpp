@@ -1,0 +1,15 @@
+#include "platform/macos/MacClock.h"
+
+#include <mach/mach_time.h>
+
+namespace keyrow::macos {
+
+std::chrono::system_clock::time_point MacClock::now() { return std::chrono::system_clock::now(); }
+
+MachTimebase MacClock::machTimebase() {
+  mach_timebase_info_data_t timebase{};
+  mach_timebase_info(&timebase);
+  return {.numer = timebase.numer, .denom = timebase.denom};
+}
+
+}  // namespace keyrow::macos

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <chrono>
+
+#include "platform/Clock.h"
+
+namespace keyrow::macos {
+
+/// `Clock` on the system clock and the mach time base.
+class MacClock final : public Clock {
+ public:
+  std::chrono::system_clock::time_point now() override;
+  MachTimebase machTimebase() override;
+};
+
+}  // namespace keyrow::macos

@@ -1,0 +1,102 @@
+#include "platform/macos/MacHidManagers.h"
+
+#include <IOKit/IOKitLib.h>
+#include <IOKit/hid/IOHIDLib.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include "platform/macos/CFRef.h"
+#include "platform/macos/Conversions.h"
+
+namespace keyrow::macos {
+
+namespace {
+
+/// Borrows the device.
+class MacHidDevice final : public HidDevice {
+ public:
+  explicit MacHidDevice(IOHIDDeviceRef device) : device_{device} {}
+
+  std::optional<std::uint64_t> registryEntryID() override {
+    const auto service = IOHIDDeviceGetService(device_);
+    if (service == IO_OBJECT_NULL) return std::nullopt;
+    std::uint64_t entryID = 0;
+    const auto result = IORegistryEntryGetRegistryEntryID(service, &entryID);
+    return result == kIOReturnSuccess ? std::optional{entryID} : std::nullopt;
+  }
+
+  std::optional<PropertyValue> property(std::string_view key) override {
+    return propertyValue(IOHIDDeviceGetProperty(device_, cfString(key).get()));
+  }
+
+ private:
+  const IOHIDDeviceRef device_;
+};
+
+class MacHidManager final : public HidManager {
+ public:
+  ~MacHidManager() override {
+    if (isScheduled) {
+      IOHIDManagerUnscheduleFromRunLoop(manager.get(), CFRunLoopGetMain(), kCFRunLoopCommonModes);
+    }
+    if (isOpen) IOHIDManagerClose(manager.get(), kIOHIDOptionsTypeNone);
+  }
+
+  void setDeviceMatching(std::span<const PropertyDictionary> matching) override {
+    const auto dictionaries = CFRef<CFMutableArrayRef>::adopt(
+        CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks));
+    for (const auto& dictionary : matching) {
+      CFArrayAppendValue(dictionaries.get(), cfDictionary(dictionary).get());
+    }
+    IOHIDManagerSetDeviceMatchingMultiple(manager.get(), dictionaries.get());
+  }
+
+  void setInputValueMatching(const PropertyDictionary& matching) override {
+    IOHIDManagerSetInputValueMatching(manager.get(), cfDictionary(matching).get());
+  }
+
+  void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
+    handler_ = std::move(handler);
+    IOHIDManagerRegisterInputValueCallback(manager.get(), handleInputValue, this);
+  }
+
+  void scheduleWithMainRunLoop() override {
+    IOHIDManagerScheduleWithRunLoop(manager.get(), CFRunLoopGetMain(), kCFRunLoopCommonModes);
+    isScheduled = true;
+  }
+
+  IOReturn open() override {
+    const auto result = IOHIDManagerOpen(manager.get(), kIOHIDOptionsTypeNone);
+    isOpen = result == kIOReturnSuccess;
+    return result;
+  }
+
+ private:
+  static void handleInputValue(void* context, IOReturn /*result*/, void* sender,
+                               IOHIDValueRef value) {
+    if (!context) return;
+    std::optional<MacHidDevice> device;
+    if (sender) device.emplace(static_cast<IOHIDDeviceRef>(sender));
+    static_cast<MacHidManager*>(context)->handler_(
+        {.sender = device ? &*device : nullptr,
+         .usagePage = IOHIDElementGetUsagePage(IOHIDValueGetElement(value)),
+         .timestamp = IOHIDValueGetTimeStamp(value)});
+  }
+
+  const CFRef<IOHIDManagerRef> manager =
+      CFRef<IOHIDManagerRef>::adopt(IOHIDManagerCreate(kCFAllocatorDefault, kIOHIDOptionsTypeNone));
+  std::function<void(const HidInputValue&)> handler_;
+  bool isScheduled = false;
+  bool isOpen = false;
+};
+
+}  // namespace
+
+std::unique_ptr<HidManager> MacHidManagers::create() { return std::make_unique<MacHidManager>(); }
+
+}  // namespace keyrow::macos

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/macos/MacBundle.h"
+#include "platform/macos/MacClock.h"
+#include "platform/macos/MacGlobalPreferences.h"
+#include "platform/macos/MacHidManagers.h"
+#include "platform/macos/MacHidSystem.h"
+#include "platform/macos/MacMainQueue.h"
+#include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/MacSystemLog.h"
+#include "platform/macos/MacText.h"
+#include "platform/macos/MacUserDefaults.h"
+#include "platform/macos/MacWorkspace.h"
+
+namespace keyrow::macos {
+
+/// All ports on Apple's frameworks.
+class MacPlatform {
+ public:
+  /// Refers to this object, which has to outlive it.
+  Platform platform();
+
+ private:
+  MacBundle bundle;
+  MacClock clock;
+  MacGlobalPreferences globalPreferences;
+  MacHidManagers hidManagers;
+  MacHidSystem hidSystem;
+  MacMainQueue mainQueue;
+  MacNotificationCenter notificationCenter;
+  MacSystemLog systemLog;
+  MacText text;
+  MacUserDefaults userDefaults;
+  MacWorkspace workspace;
+};
+
+}  // namespace keyrow::macos

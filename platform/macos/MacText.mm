@@ -1,0 +1,75 @@
+#include "platform/macos/MacText.h"
+
+#import <Foundation/Foundation.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/macos/Conversions.h"
+
+namespace keyrow::macos {
+
+namespace {
+
+/// Where each character starts, and at last where the string ends. Where a character
+/// starts may depend on all that precedes it, so this reads from the start.
+std::vector<NSUInteger> characterBoundaries(NSString* string) {
+  __block std::vector<NSUInteger> boundaries;
+  [string enumerateSubstringsInRange:NSMakeRange(0, string.length)
+                             options:NSStringEnumerationByComposedCharacterSequences |
+                                     NSStringEnumerationSubstringNotRequired
+                          usingBlock:^(NSString*, NSRange range, NSRange, BOOL*) {
+                            boundaries.push_back(range.location);
+                          }];
+  boundaries.push_back(string.length);
+  return boundaries;
+}
+
+}  // namespace
+
+std::size_t MacText::characterCount(std::string_view text) {
+  return characterBoundaries(nsString(text)).size() - 1;
+}
+
+std::string MacText::lastCharacters(std::string_view text, std::size_t count) {
+  NSString* const string = nsString(text);
+  const auto boundaries = characterBoundaries(string);
+  if (boundaries.size() - 1 <= count) return std::string{text};
+  return utf8Text([string substringFromIndex:boundaries[boundaries.size() - 1 - count]]);
+}
+
+std::optional<char32_t> MacText::firstScalar(std::string_view text) {
+  NSString* const string = nsString(text);
+  char32_t scalar = 0;
+  NSUInteger size = 0;
+  [string getBytes:&scalar
+           maxLength:sizeof scalar
+          usedLength:&size
+            encoding:NSUTF32LittleEndianStringEncoding
+             options:0
+               range:NSMakeRange(0, string.length)
+      remainingRange:nullptr];
+  return size == sizeof scalar ? std::optional{scalar} : std::nullopt;
+}
+
+bool MacText::isLetter(char32_t scalar) {
+  return [NSCharacterSet.letterCharacterSet longCharacterIsMember:scalar];
+}
+
+bool MacText::isControl(char32_t scalar) {
+  return [NSCharacterSet.controlCharacterSet longCharacterIsMember:scalar];
+}
+
+std::string MacText::uppercased(std::string_view text) {
+  return utf8Text(nsString(text).uppercaseString);
+}
+
+std::string MacText::lowercased(std::string_view text) {
+  return utf8Text(nsString(text).lowercaseString);
+}
+
+bool MacText::localizedCaseInsensitiveContains(std::string_view text, std::string_view part) {
+  return [nsString(text) localizedCaseInsensitiveContainsString:nsString(part)];
+}
+
+}  // namespace keyrow::macos
