@@ -106,7 +106,7 @@ void ModePolicy::restoreGlobalFnState() {
                     std::string{errorDescription(written.error())});
     return;
   }
-  lastKnownFnState_ = *global;
+  lastKnownFnState_ = global;
   setScope(false);
   stateLog_.notice("Restored the global function key mode before termination: " +
                    std::string{modeText(*global)} + ".");

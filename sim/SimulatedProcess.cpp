@@ -3,7 +3,7 @@
 namespace keyrow::sim {
 
 SimulatedProcess::SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID processID,
-                                   std::optional<std::string> bundleIdentifier)
+                                   const std::optional<std::string>& bundleIdentifier)
     : processID_{processID},
       bundle{bundleIdentifier},
       clock{mac},

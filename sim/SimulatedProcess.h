@@ -28,7 +28,7 @@ class SimulatedProcess {
  public:
   /// A process of the bundle with this identifier, or of none; nothing is launched yet.
   SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID processID,
-                   std::optional<std::string> bundleIdentifier = std::string{appIdentifier});
+                   const std::optional<std::string>& bundleIdentifier = std::string{appIdentifier});
 
   OpenHandles::ProcessID processID() const { return processID_; }
   const Platform& platform() const { return platform_; }

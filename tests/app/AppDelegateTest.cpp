@@ -1,20 +1,145 @@
 #include "app/AppDelegate.h"
 
-#include "tests/SimulatedMacTest.h"
+#include <gmock/gmock.h>
+
+#include <memory>
+
+#include "tests/app/AppDelegateFixture.h"
 
 namespace keyrow::sim {
 namespace {
 
-using AppDelegateTest = SimulatedMacTest;
+using ::testing::ElementsAre;
+
+using AppDelegateTest = AppDelegateFixture;
 
 TEST_F(AppDelegateTest, AppliesTheOverrideOfTheFrontmostAppAtLaunch) {
-  mac.applications.install("com.apple.TextEdit");
-  mac.applications.activate("com.apple.TextEdit");
-  store("globalFnState", 0);
-  store("localFnState", PropertyDictionary{{"com.apple.TextEdit", 1}});
-  process->launch();
+  storeOverride(textEdit, FnState::standard);
+  launchWithFrontmost(textEdit);
   EXPECT_EQ(mac.hid.modeName(), "standard");
   EXPECT_TRUE(keyrow().modePolicy().isLocalScopeActive());
+}
+
+TEST_F(AppDelegateTest, AppliesTheStoredGlobalModeAtLaunchWhateverTheHardwareHolds) {
+  setHardware(FnState::standard);
+  launchWithFrontmost(safari);
+  EXPECT_EQ(mac.hid.modeName(), "special");
+  EXPECT_FALSE(keyrow().modePolicy().isLocalScopeActive());
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+  EXPECT_THAT(logLines(), ElementsAre());
+}
+
+TEST_F(AppDelegateTest, InitializesTheGlobalModeAtTheFirstLaunch) {
+  store("globalFnState", std::nullopt);
+  setPreference(true);
+  process = std::make_unique<SimulatedProcess>(mac, 501);
+  launchWithFrontmost(std::nullopt);
+  EXPECT_EQ(mac.hid.modeName(), "standard");
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
+}
+
+TEST_F(AppDelegateTest, DropsOverridesOfMissingAppsAtLaunch) {
+  store("localFnState", PropertyDictionary{{"com.example.Gone", 1}, {textEdit, 1}});
+  launchWithFrontmost("com.example.Gone");
+  EXPECT_EQ(stored("localFnState"), (PropertyDictionary{{textEdit, 1}}));
+  // Dropped before the mode was applied.
+  EXPECT_EQ(mac.hid.modeName(), "special");
+}
+
+TEST_F(AppDelegateTest, ListensToKeyboardsFromLaunchToTermination) {
+  const auto keyboard = std::make_shared<const SimulatedKeyboard>(
+      SimulatedKeyboard{.registryID = 1, .properties = {}});
+  const auto isHeard = [&] {
+    mac.sendInput(keyboard, 7);
+    return keyrow().keyboardSourceMonitor().source(mac.machAbsoluteTime()) != nullptr;
+  };
+  EXPECT_FALSE(isHeard());
+  process->launch();
+  EXPECT_TRUE(isHeard());
+  process->terminate();
+  EXPECT_FALSE(isHeard());
+}
+
+TEST_F(AppDelegateTest, AppliesTheOverrideOfTheAppThatComesToTheFront) {
+  storeOverride(textEdit, FnState::standard);
+  launchWithFrontmost(safari);
+  takeWrittenModes();
+  mac.applications.activate(textEdit);
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(1));
+  EXPECT_TRUE(keyrow().modePolicy().isLocalScopeActive());
+
+  mac.applications.activate(safari);
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(0));
+  EXPECT_FALSE(keyrow().modePolicy().isLocalScopeActive());
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+  EXPECT_THAT(logLines(), ElementsAre());
+}
+
+TEST_F(AppDelegateTest, AnOverrideEqualToTheGlobalModeIsAppliedAndMakesTheScopeLocal) {
+  storeOverride(textEdit, FnState::special);
+  launchWithFrontmost(safari);
+  takeWrittenModes();
+  mac.applications.activate(textEdit);
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(0));
+  EXPECT_TRUE(keyrow().modePolicy().isLocalScopeActive());
+}
+
+TEST_F(AppDelegateTest, AppliesTheGlobalModeWhenNoAppIsInFront) {
+  storeOverride(textEdit, FnState::standard);
+  launchWithFrontmost(textEdit);
+  takeWrittenModes();
+  mac.applications.activate(std::nullopt);
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(0));
+  EXPECT_FALSE(keyrow().modePolicy().isLocalScopeActive());
+}
+
+TEST_F(AppDelegateTest, FollowsNoAppBeforeLaunch) {
+  storeOverride(textEdit, FnState::standard);
+  mac.applications.activate(textEdit);
+  EXPECT_EQ(mac.hid.modeName(), "special");
+}
+
+TEST_F(AppDelegateTest, AdoptsAModeFoundInTheHardwareBeforeApplyingTheNewAppsOverride) {
+  storeOverride(textEdit, FnState::special);
+  launchWithFrontmost(safari);
+  takeWrittenModes();
+  setHardware(FnState::standard);
+  mac.applications.activate(textEdit);
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(0));
+  EXPECT_THAT(logLines(), ElementsAre(switchedApps));
+
+  mac.applications.activate(safari);
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(1));
+}
+
+TEST_F(AppDelegateTest, AdoptsTheHardwareModeWhenNoneIsStored) {
+  launchWithFrontmost(safari);
+  setHardware(FnState::standard);
+  store("globalFnState", std::nullopt);
+  mac.applications.activate(textEdit);
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
+  EXPECT_THAT(logLines(), ElementsAre(switchedApps));
+}
+
+TEST_F(AppDelegateTest, DoesNotAdoptTheHardwareModeWhileAnOverrideIsInForce) {
+  storeOverride(textEdit, FnState::special);
+  launchWithFrontmost(textEdit);
+  setHardware(FnState::standard);
+  mac.applications.activate(safari);
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+  EXPECT_EQ(mac.hid.modeName(), "special");
+  EXPECT_THAT(logLines(), ElementsAre());
+}
+
+TEST_F(AppDelegateTest, AHardwareModeThatCannotBeReadIsNotAdopted) {
+  launchWithFrontmost(safari);
+  setHardware(FnState::standard);
+  mac.faults.fail(PortCall::readServiceProperty, 1);
+  mac.applications.activate(textEdit);
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+  EXPECT_EQ(mac.hid.modeName(), "special");
+  EXPECT_THAT(logLines(), ElementsAre(readFailed));
 }
 
 }  // namespace

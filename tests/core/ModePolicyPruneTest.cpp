@@ -1,0 +1,81 @@
+#include "tests/core/ModePolicyTest.h"
+
+namespace keyrow::sim {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// Forgetting the overrides of applications that are gone.
+class ModePolicyPruneTest : public ModePolicyTest {};
+
+TEST_F(ModePolicyPruneTest, ForgetsTheOverridesOfApplicationsThatAreNotInstalled) {
+  store("globalFnState", 1);
+  store("localFnState", PropertyDictionary{{textEdit, 1}, {safari, 0}, {"org.gone", 0}});
+  mac.applications.install(textEdit);
+  beginHere();
+  policy().pruneLocalFnStates();
+  EXPECT_THAT(happenings, ElementsAre("store localFnState"));
+  EXPECT_EQ(settingsWrites(), 1);
+  EXPECT_EQ(storedSettings(), "{globalFnState=1 localFnState={com.apple.TextEdit=1}}");
+}
+
+TEST_F(ModePolicyPruneTest, WritesNothingWhenEveryApplicationIsInstalled) {
+  store("localFnState", PropertyDictionary{{textEdit, 1}, {safari, 0}});
+  mac.applications.install(textEdit);
+  mac.applications.install(safari);
+  beginHere();
+  policy().pruneLocalFnStates();
+  EXPECT_EQ(settingsWrites(), 0);
+  EXPECT_THAT(happenings, IsEmpty());
+}
+
+TEST_F(ModePolicyPruneTest, WritesNothingWhereThereAreNoOverrides) {
+  std::vector<std::optional<PropertyValue>> stores{std::nullopt, PropertyDictionary{}};
+  for (const auto& value : nonDictionaries()) stores.emplace_back(value);
+  for (const auto& value : stores) {
+    SCOPED_TRACE(propertyText(value));
+    store("localFnState", value);
+    beginHere();
+    policy().pruneLocalFnStates();
+    EXPECT_EQ(settingsWrites(), 0);
+    EXPECT_EQ(stored("localFnState"), value);
+  }
+}
+
+TEST_F(ModePolicyPruneTest, LeavesAnEmptyDictionaryWhenNoApplicationIsInstalled) {
+  store("localFnState", PropertyDictionary{{textEdit, 1}, {safari, 0}});
+  policy().pruneLocalFnStates();
+  EXPECT_EQ(storedSettings(), "{localFnState={}}");
+}
+
+TEST_F(ModePolicyPruneTest, JudgesAnEntryByItsApplicationAndNotByItsValue) {
+  store("localFnState", PropertyDictionary{{textEdit, "x"}, {safari, 5}, {"org.gone", true}});
+  mac.applications.install(textEdit);
+  mac.applications.install(safari);
+  policy().pruneLocalFnStates();
+  EXPECT_EQ(storedSettings(), "{localFnState={com.apple.Safari=5 com.apple.TextEdit=\"x\"}}");
+}
+
+TEST_F(ModePolicyPruneTest, AsksForEachApplicationOnItsOwn) {
+  store("localFnState", PropertyDictionary{{textEdit, 1}, {safari, 0}});
+  mac.applications.install(textEdit);
+  mac.applications.install(safari);
+  mac.faults.fail(PortCall::findApplication, 1);
+  policy().pruneLocalFnStates();
+  // Asked for in the order of their identifiers.
+  EXPECT_EQ(storedSettings(), "{localFnState={com.apple.TextEdit=1}}");
+}
+
+TEST_F(ModePolicyPruneTest, LeavesTheModeInForceAlone) {
+  store("globalFnState", 0);
+  applyOverrideOfTextEdit(FnState::standard);
+  beginHere();
+  policy().pruneLocalFnStates();
+  EXPECT_EQ(mac.hid.modeName(), "standard");
+  EXPECT_THAT(sentModes(), IsEmpty());
+  EXPECT_TRUE(policy().isLocalScopeActive());
+}
+
+}  // namespace
+}  // namespace keyrow::sim

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/KeyboardDeviceSource.h"
+#include "core/ModePolicy.h"
+#include "tests/core/CoreTest.h"
+
+namespace keyrow::sim {
+
+/// A mode policy whose every visible deed is written down, in its order.
+class ModePolicyTest : public CoreTest {
+ protected:
+  ModePolicyTest() {
+    policy().setPresenter(&presenter);
+    mac.timeline.setListener(
+        [this](const TimelineEvent& event) { happenings.push_back(shortText(event)); });
+  }
+
+  ModePolicy& policy() { return keyrow().modePolicy(); }
+
+  /// What has happened since the test began or since `beginHere`, one or two words for
+  /// each deed: "hardware standard", "store globalFnState", "preference", "log",
+  /// "fault find-service", "show standard", "show local".
+  std::vector<std::string> happenings;
+
+  /// Ends the preparations of a test: forgets what they made happen.
+  void beginHere() {
+    happenings.clear();
+    writesBefore = mac.defaults.writeCount();
+    hardwareWritesBefore = mac.hid.writtenValues().size();
+    linesBefore = mac.log.lines().size();
+  }
+
+  /// How often settings were written, also with the value that they had.
+  int settingsWrites() const { return mac.defaults.writeCount() - writesBefore; }
+
+  /// The values that were sent to the hardware, also if it had them.
+  std::vector<std::string> sentModes() const {
+    auto values = writtenValues();
+    values.erase(values.begin(), values.begin() + std::ptrdiff_t(hardwareWritesBefore));
+    return values;
+  }
+
+  /// The lines that were logged, as "category level: message".
+  std::vector<std::string> newLogLines() const {
+    auto lines = logLines();
+    lines.erase(lines.begin(), lines.begin() + std::ptrdiff_t(linesBefore));
+    return lines;
+  }
+
+  void bringToFront(std::optional<std::string> bundleIdentifier) {
+    mac.applications.activate(std::move(bundleIdentifier));
+  }
+
+  /// Brings TextEdit to the front, with an override that is in force.
+  void applyOverrideOfTextEdit(FnState state) {
+    store("localFnState", PropertyDictionary{{textEdit, rawValue(state)}});
+    bringToFront(textEdit);
+    policy().applyStoredFnState();
+    ASSERT_TRUE(policy().isLocalScopeActive());
+  }
+
+ private:
+  /// Writes down what it is told, and checks that the policy knows it already.
+  class Presenter final : public ModePresenter {
+   public:
+    explicit Presenter(ModePolicyTest& test) : test_{test} {}
+
+    void fnStateDidChange(FnState state) override {
+      test_.happenings.emplace_back(state == FnState::standard ? "show standard" : "show special");
+      EXPECT_EQ(test_.policy().lastKnownFnState(), state);
+    }
+    void scopeDidChange(bool isLocalScopeActive) override {
+      test_.happenings.emplace_back(isLocalScopeActive ? "show local" : "show global");
+      EXPECT_EQ(test_.policy().isLocalScopeActive(), isLocalScopeActive);
+    }
+
+   private:
+    ModePolicyTest& test_;
+  };
+
+  static std::string shortText(const TimelineEvent& event) {
+    switch (event.kind) {
+      case TimelineEvent::Kind::hardware:
+        return "hardware " + event.text.substr(event.text.rfind(' ') + 1);
+      case TimelineEvent::Kind::defaults:
+        return "store " + event.text.substr(0, event.text.find(' '));
+      case TimelineEvent::Kind::fault:
+        return "fault " + event.text.substr(0, event.text.find(':'));
+      case TimelineEvent::Kind::preference:
+        return "preference";
+      case TimelineEvent::Kind::log:
+        return "log";
+    }
+    return {};
+  }
+
+  Presenter presenter{*this};
+  int writesBefore = 0;
+  std::size_t hardwareWritesBefore = 0;
+  std::size_t linesBefore = 0;
+};
+
+/// The keyboard that the tests issue commands from.
+inline const KeyboardDeviceSource& externalKeyboard() {
+  static const auto keyboard = [] {
+    KeyboardDeviceSource source;
+    source.kind = KeyboardDeviceKind::external;
+    source.transport = "USB";
+    source.manufacturer = "Logitech";
+    source.product = "G Pro";
+    return source;
+  }();
+  return keyboard;
+}
+
+inline constexpr auto readFailure =
+    "state error: Failed to read the current function key mode from hardware: Failed to read the "
+    "function key mode.";
+
+}  // namespace keyrow::sim

@@ -1,0 +1,263 @@
+#include "input/KeyboardSourceMonitor.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/input/KeyboardSourceMonitorFixture.h"
+
+namespace keyrow::sim {
+namespace {
+
+using ::testing::ElementsAre;
+
+/// A process whose monitor does not listen yet.
+class KeyboardSourceMonitorTest : public KeyboardSourceMonitorFixture {
+ protected:
+  void SetUp() override {}
+
+  int openManagers() const { return mac.openHandles.count("HidManager"); }
+
+  const Keyboard keyboard = namedKeyboard("Pro");
+};
+
+constexpr std::uint64_t tick = 1'000'000'000;
+
+TEST_F(KeyboardSourceMonitorTest, ListensOnlyWhileItRuns) {
+  input(keyboard, tick);
+  EXPECT_EQ(productAt(tick), "none");
+  EXPECT_EQ(openManagers(), 0);
+
+  monitor().startMonitoring();
+  EXPECT_EQ(openManagers(), 1);
+  input(keyboard, tick);
+  EXPECT_EQ(productAt(tick), "Pro");
+
+  monitor().stopMonitoring();
+  EXPECT_EQ(openManagers(), 0);
+  EXPECT_EQ(productAt(tick), "none");
+  input(keyboard, tick);
+  EXPECT_EQ(productAt(tick), "none");
+}
+
+TEST_F(KeyboardSourceMonitorTest, StartingTwiceOpensOneManager) {
+  monitor().startMonitoring();
+  input(keyboard, tick);
+  monitor().startMonitoring();
+  EXPECT_EQ(openManagers(), 1);
+  EXPECT_EQ(productAt(tick), "Pro");
+}
+
+TEST_F(KeyboardSourceMonitorTest, StoppingWithoutHavingStartedDoesNothing) {
+  monitor().stopMonitoring();
+  EXPECT_EQ(openManagers(), 0);
+  EXPECT_EQ(logLines(), std::vector<std::string>{});
+}
+
+TEST_F(KeyboardSourceMonitorTest, AFailedOpenIsLoggedWithItsCodeAndClosesTheManager) {
+  mac.faults.fail(PortCall::openHidManager, 1);
+  monitor().startMonitoring();
+  EXPECT_THAT(
+      logLines(),
+      ElementsAre("hardware error: Failed to start keyboard source monitoring: -536870174"));
+  EXPECT_EQ(openManagers(), 0);
+  input(keyboard, tick);
+  EXPECT_EQ(productAt(tick), "none");
+}
+
+TEST_F(KeyboardSourceMonitorTest, ALaterStartTriesAgainAfterAFailedOpen) {
+  mac.faults.fail(PortCall::openHidManager, 2);
+  monitor().startMonitoring();
+  monitor().startMonitoring();
+  const std::string failure =
+      "hardware error: Failed to start keyboard source monitoring: -536870174";
+  EXPECT_THAT(logLines(), ElementsAre(failure, failure));
+
+  monitor().startMonitoring();
+  EXPECT_EQ(openManagers(), 1);
+  input(keyboard, tick);
+  EXPECT_EQ(productAt(tick), "Pro");
+}
+
+TEST_F(KeyboardSourceMonitorTest, StoppingAfterAFailedOpenDoesNothing) {
+  mac.faults.fail(PortCall::openHidManager, 1);
+  monitor().startMonitoring();
+  monitor().stopMonitoring();
+  EXPECT_EQ(openManagers(), 0);
+  EXPECT_EQ(logLines().size(), 1U);
+}
+
+TEST_F(KeyboardSourceMonitorTest, StoppingAndStartingForgetsSamples) {
+  monitor().startMonitoring();
+  input(keyboard, tick);
+  monitor().stopMonitoring();
+  monitor().startMonitoring();
+  EXPECT_EQ(productAt(tick), "none");
+}
+
+TEST_F(KeyboardSourceMonitorTest, StoppingAndStartingForgetsKeyboards) {
+  monitor().startMonitoring();
+  input(makeKeyboard(9, {{"Product", "Old"}}), tick);
+  monitor().stopMonitoring();
+  monitor().startMonitoring();
+  input(makeKeyboard(9, {{"Product", "New"}}), tick);
+  EXPECT_EQ(productAt(tick), "New");
+}
+
+TEST_F(KeyboardSourceMonitorTest, StoppingAndStartingForgetsWhatWasLogged) {
+  const std::string line =
+      "hardware info: Observed keyboard source: kind=unknown keyboard, builtIn=nil, "
+      "transport=nil, mediaTranslationEligible=true";
+  monitor().startMonitoring();
+  input(keyboard, tick);
+  input(keyboard, tick);
+  EXPECT_THAT(logLines(), ElementsAre(line));
+  monitor().stopMonitoring();
+  monitor().startMonitoring();
+  input(keyboard, tick);
+  EXPECT_THAT(logLines(), ElementsAre(line, line));
+}
+
+TEST_F(KeyboardSourceMonitorTest, ProcessesListenIndependently) {
+  SimulatedProcess other{mac, 502};
+  other.keyrow().keyboardSourceMonitor().startMonitoring();
+  monitor().startMonitoring();
+  EXPECT_EQ(openManagers(), 2);
+  monitor().stopMonitoring();
+  input(keyboard, tick);
+  EXPECT_EQ(productAt(tick), "none");
+  EXPECT_NE(other.keyrow().keyboardSourceMonitor().source(tick), nullptr);
+}
+
+TEST_F(KeyboardSourceMonitorTest, LeavesNothingOpenWhenItGoesWhileListening) {
+  monitor().startMonitoring();
+  process.reset();
+  EXPECT_TRUE(mac.openHandles.all().empty());
+  input(keyboard, tick);
+}
+
+TEST_F(KeyboardSourceMonitorTest, ListensToKeyboardsAndKeypadsOnly) {
+  monitor().startMonitoring();
+  for (std::int64_t usage = 0; usage <= 10; ++usage) {
+    const auto device = std::make_shared<const SimulatedKeyboard>(
+        SimulatedKeyboard{.registryID = 0, .properties = {{"Product", "Device"}}, .usage = usage});
+    // Far enough apart to be out of reach of the one before.
+    const auto now = tick * static_cast<std::uint64_t>(usage + 1);
+    input(device, now);
+    const bool isKeyboard = usage == 6 || usage == 7;
+    EXPECT_EQ(productAt(now), isKeyboard ? "Device" : "none") << "usage " << usage;
+  }
+}
+
+TEST_F(KeyboardSourceMonitorTest, IgnoresAnInputWithoutASender) {
+  monitor().startMonitoring();
+  input(nullptr, tick);
+  EXPECT_EQ(productAt(tick), "none");
+  // It did not count as a sample: the keyboard's is still the only one, and matches afar.
+  input(keyboard, tick - 3'000'000);
+  EXPECT_EQ(productAt(tick), "Pro");
+}
+
+/// Notes what is asked of it in the order of the calls, and delivers what it is told to.
+class FakeHidManagers final : public HidManagers {
+ public:
+  std::vector<std::string> calls;
+  std::vector<PropertyDictionary> deviceMatching;
+  PropertyDictionary inputValueMatching;
+  std::function<void(const HidInputValue&)> callback;
+
+  std::unique_ptr<HidManager> create() override {
+    calls.emplace_back("create");
+    return std::make_unique<Manager>(*this);
+  }
+
+ private:
+  class Manager final : public HidManager {
+   public:
+    explicit Manager(FakeHidManagers& owner) : owner_{owner} {}
+    ~Manager() override { owner_.calls.emplace_back("destroy"); }
+
+    void setDeviceMatching(std::span<const PropertyDictionary> matching) override {
+      owner_.calls.emplace_back("device matching");
+      owner_.deviceMatching.assign(matching.begin(), matching.end());
+    }
+    void setInputValueMatching(const PropertyDictionary& matching) override {
+      owner_.calls.emplace_back("input value matching");
+      owner_.inputValueMatching = matching;
+    }
+    void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
+      owner_.calls.emplace_back("register");
+      owner_.callback = std::move(handler);
+    }
+    void scheduleWithMainRunLoop() override { owner_.calls.emplace_back("schedule"); }
+    IOReturn open() override {
+      owner_.calls.emplace_back("open");
+      return ioReturnSuccess;
+    }
+
+   private:
+    FakeHidManagers& owner_;
+  };
+};
+
+class FakeHidDevice final : public HidDevice {
+ public:
+  std::optional<std::uint64_t> registryEntryID() override { return std::nullopt; }
+  std::optional<PropertyValue> property(std::string_view) override { return std::nullopt; }
+};
+
+/// A monitor beside the process's own, on managers that hold back nothing.
+class KeyboardSourceMonitorOnFakeManagersTest : public KeyboardSourceMonitorTest {
+ protected:
+  FakeHidManagers managers;
+  FakeHidDevice device;
+  KeyboardSourceMonitor onFakes{managers,
+                                process->platform().notificationCenter,
+                                process->platform().clock,
+                                process->platform().text,
+                                keyrow().settings(),
+                                keyrow().diagnosticsLog().logger(LogCategory::hardware)};
+};
+
+TEST_F(KeyboardSourceMonitorOnFakeManagersTest, MatchesKeyboardsAndKeypadsAndTheirKeyboardPage) {
+  onFakes.startMonitoring();
+  EXPECT_THAT(managers.deviceMatching,
+              ElementsAre(PropertyDictionary{{"DeviceUsagePage", 1}, {"DeviceUsage", 6}},
+                          PropertyDictionary{{"DeviceUsagePage", 1}, {"DeviceUsage", 7}}));
+  EXPECT_EQ(managers.inputValueMatching, (PropertyDictionary{{"UsagePage", 7}}));
+}
+
+TEST_F(KeyboardSourceMonitorOnFakeManagersTest, IsReadyToListenBeforeItOpensTheManager) {
+  onFakes.startMonitoring();
+  EXPECT_THAT(managers.calls, ElementsAre("create", "device matching", "input value matching",
+                                          "register", "schedule", "open"));
+  managers.calls.clear();
+  onFakes.startMonitoring();
+  EXPECT_THAT(managers.calls, ElementsAre());
+  onFakes.stopMonitoring();
+  onFakes.stopMonitoring();
+  EXPECT_THAT(managers.calls, ElementsAre("destroy"));
+}
+
+TEST_F(KeyboardSourceMonitorOnFakeManagersTest, IgnoresInputsOfEveryOtherUsagePage) {
+  onFakes.startMonitoring();
+  for (const std::uint32_t page : {0U, 1U, 6U, 8U, 9U, 12U, 0xFF00U, 0xFFFFFFFFU}) {
+    managers.callback({&device, page, tick});
+    EXPECT_EQ(onFakes.source(tick), nullptr) << "usage page " << page;
+  }
+  EXPECT_EQ(logLines(), std::vector<std::string>{});
+  managers.callback({&device, keyboardPage, tick});
+  EXPECT_NE(onFakes.source(tick), nullptr);
+}
+
+TEST_F(KeyboardSourceMonitorOnFakeManagersTest, IgnoresAKeyboardInputWithoutASender) {
+  onFakes.startMonitoring();
+  managers.callback({nullptr, keyboardPage, tick});
+  EXPECT_EQ(onFakes.source(tick), nullptr);
+  EXPECT_EQ(logLines(), std::vector<std::string>{});
+}
+
+}  // namespace
+}  // namespace keyrow::sim
