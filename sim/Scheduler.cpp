@@ -32,7 +32,8 @@ void Scheduler::advance(Duration duration) {
   while (runNextUntil(deadline)) {
   }
   const std::scoped_lock guard{mutex};
-  time = deadline;
+  // The work may have let more time pass itself.
+  time = std::max(time, deadline);
 }
 
 bool Scheduler::runNextUntil(Duration deadline) {

@@ -17,6 +17,8 @@ class SimulatedMainQueue final : public MainQueue {
   DelayedCall after(std::chrono::nanoseconds delay, std::function<void()> work) override;
 
  private:
+  std::function<void()> whileAlive(std::function<void()> work) const;
+
   Scheduler& scheduler_;
   /// Gone when the process has ended.
   const std::shared_ptr<bool> alive = std::make_shared<bool>(true);

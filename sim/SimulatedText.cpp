@@ -2,7 +2,11 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
 #include <vector>
 
 namespace keyrow::sim {
@@ -42,23 +46,29 @@ std::vector<std::size_t> characterStarts(std::string_view text) {
   return starts;
 }
 
-/// The scalar's full case folding, decomposed on request.
-std::vector<utf8proc_int32_t> folded(utf8proc_int32_t scalar, int options) {
+/// The scalar's full case folding.
+std::vector<utf8proc_int32_t> folded(utf8proc_int32_t scalar) {
   std::vector<utf8proc_int32_t> result(32);
   int lastBoundClass = 0;
-  const auto count = utf8proc_decompose_char(
-      scalar, result.data(), static_cast<utf8proc_ssize_t>(result.size()),
-      static_cast<utf8proc_option_t>(UTF8PROC_CASEFOLD | options), &lastBoundClass);
+  const auto count =
+      utf8proc_decompose_char(scalar, result.data(), static_cast<utf8proc_ssize_t>(result.size()),
+                              UTF8PROC_CASEFOLD, &lastBoundClass);
   result.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
   return result;
 }
 
+/// The text's full case folding, decomposed, with its marks in canonical order.
 std::string foldedText(std::string_view text) {
-  std::string result;
-  while (!text.empty()) {
-    for (const auto scalar : folded(takeScalar(text), UTF8PROC_DECOMPOSE)) append(result, scalar);
-  }
-  return result;
+  std::string valid;
+  while (!text.empty()) append(valid, takeScalar(text));
+  utf8proc_uint8_t* result = nullptr;
+  const auto length = utf8proc_map(
+      reinterpret_cast<const utf8proc_uint8_t*>(valid.data()),
+      static_cast<utf8proc_ssize_t>(valid.size()), &result,
+      static_cast<utf8proc_option_t>(UTF8PROC_CASEFOLD | UTF8PROC_DECOMPOSE | UTF8PROC_STABLE));
+  const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner{result, &std::free};
+  if (length < 0) throw std::runtime_error{utf8proc_errmsg(length)};
+  return {reinterpret_cast<const char*>(result), static_cast<std::size_t>(length)};
 }
 
 }  // namespace
@@ -98,19 +108,39 @@ std::string SimulatedText::uppercased(std::string_view text) {
       continue;
     }
     // utf8proc maps one scalar to one; by way of the folding, ß becomes SS.
-    for (const auto lower : folded(scalar, 0)) append(result, utf8proc_toupper(lower));
+    for (const auto lower : folded(scalar)) append(result, utf8proc_toupper(lower));
   }
   return result;
 }
 
 std::string SimulatedText::lowercased(std::string_view text) {
   std::string result;
-  while (!text.empty()) append(result, utf8proc_tolower(takeScalar(text)));
+  while (!text.empty()) {
+    const auto scalar = takeScalar(text);
+    if (scalar == U'İ') {
+      // The one letter whose lower case is two scalars; its folding is the same.
+      for (const auto lower : folded(scalar)) append(result, lower);
+    } else {
+      append(result, utf8proc_tolower(scalar));
+    }
+  }
   return result;
 }
 
 bool SimulatedText::localizedCaseInsensitiveContains(std::string_view text, std::string_view part) {
-  return foldedText(text).find(foldedText(part)) != std::string::npos;
+  const auto searched = foldedText(text);
+  const auto wanted = foldedText(part);
+  if (wanted.empty()) return false;
+  auto starts = characterStarts(searched);
+  starts.push_back(searched.size());
+  const auto isBoundary = [&](std::size_t position) {
+    return std::binary_search(starts.begin(), starts.end(), position);
+  };
+  for (auto found = searched.find(wanted); found != std::string::npos;
+       found = searched.find(wanted, found + 1)) {
+    if (isBoundary(found) && isBoundary(found + wanted.size())) return true;
+  }
+  return false;
 }
 
 }  // namespace keyrow::sim

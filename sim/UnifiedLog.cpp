@@ -13,11 +13,12 @@ std::string_view logLevelName(LogLevel level) {
 }
 
 void UnifiedLog::write(Line line) {
+  // Held for both, so that the timeline has the lines in the same order.
+  const std::scoped_lock guard{mutex};
   const auto& entry = line.entry;
   timeline_.add(
       TimelineEvent::Kind::log,
       entry.category + (entry.level == LogLevel::error ? " error: " : ": ") + entry.message);
-  const std::scoped_lock guard{mutex};
   lines_.push_back(std::move(line));
 }
 

@@ -31,7 +31,7 @@ std::optional<Number> parseWhole(std::string_view text, int base = 10) {
 
 std::optional<double> parseFraction(std::string_view text) {
   // Only what is plainly a decimal number: strtod reads far more, such as "inf".
-  if (text.find_first_not_of("-.0123456789") != std::string_view::npos) return std::nullopt;
+  if (text.find_first_not_of("-+.e0123456789") != std::string_view::npos) return std::nullopt;
   const std::string terminated{text};
   char* stop = nullptr;
   const double number = std::strtod(terminated.c_str(), &stop);

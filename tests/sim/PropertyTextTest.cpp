@@ -44,11 +44,17 @@ INSTANTIATE_TEST_SUITE_P(Values, PropertyTextTest,
                          }));
 
 TEST(PropertyTextNumberTest, AFloatingPointNumberNeverReadsAsAnInteger) {
-  for (const double number : {0.0, 1.0, -2.0, 0.5, 1e20}) {
-    const auto text = propertyText(number);
-    EXPECT_NE(text.find('.'), std::string::npos) << text;
-    EXPECT_EQ(std::stod(text), number) << text;
-  }
+  EXPECT_EQ(propertyText(0.0), "0.0");
+  EXPECT_EQ(propertyText(1.0), "1.0");
+  EXPECT_EQ(propertyText(-2.0), "-2.0");
+  EXPECT_EQ(propertyText(1e20), "1e+20");
+}
+
+TEST(PropertyTextNumberTest, AFloatingPointNumberReadsBackAsItself) {
+  EXPECT_EQ(propertyText(0.5), "0.5");
+  EXPECT_EQ(propertyText(0.1), "0.1");
+  EXPECT_EQ(propertyText(1234567.25), "1234567.25");
+  EXPECT_EQ(std::stod(propertyText(1.0 / 3)), 1.0 / 3);
 }
 
 TEST(QuotedTest, EscapesQuotationMarksBackslashesAndNewlinesOnly) {

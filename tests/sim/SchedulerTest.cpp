@@ -219,5 +219,11 @@ TEST_F(SchedulerTest, ManyThreadsMayScheduleWhileTimePasses) {
   EXPECT_THAT(counts, ElementsAre(workCount, workCount, workCount));
 }
 
+TEST_F(SchedulerTest, WorkThatLetsTimePassDoesNotTurnItBack) {
+  scheduler.schedule(1s, [this] { scheduler.advance(1h); });
+  scheduler.advance(2s);
+  EXPECT_EQ(scheduler.now(), 1s + 1h);
+}
+
 }  // namespace
 }  // namespace keyrow::sim

@@ -78,7 +78,10 @@ TEST_F(SimulatedMainQueueTest, ADelayedCallMayReplaceItself) {
 
 TEST_F(SimulatedMainQueueTest, WhatIsQueuedWhenTheProcessEndsNeverRuns) {
   queue->async(note("never"));
+  auto cancelled = queue->after(1s, note("never"));
+  const auto forgotten = queue->after(2s, note("never"));
   queue.reset();
+  cancelled = {};
   scheduler.advance(1h);
   EXPECT_THAT(ran, ElementsAre());
 }

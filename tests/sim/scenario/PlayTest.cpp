@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"expect hardware standard",
               "play.txt:1:1: expected the hardware to be standard, but it is special"},
         Unmet{"preference 0.5\n expect preference true",
-              "play.txt:2:2: expected the system preference to be true, but it is 0.500000"},
+              "play.txt:2:2: expected the system preference to be true, but it is 0.5"},
         Unmet{"expect global special",
               "play.txt:1:1: expected the stored global mode to be special, but it is none"},
         Unmet{"defaults write localFnState a=1\nexpect override a none",
