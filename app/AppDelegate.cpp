@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "ui/AccessibilitySettings.h"
+
 namespace keyrow {
 
 namespace {
@@ -14,43 +16,114 @@ bool isSystemSettings(const std::optional<std::string>& bundleIdentifier) {
 }  // namespace
 
 void AppDelegate::applicationDidFinishLaunching() {
-  modePolicy_.pruneLocalFnStates();
-  keyboardSourceMonitor_.startMonitoring();
-  lastActivatedBundleIdentifier = workspace_.frontmostBundleIdentifier();
-  activationObserver = workspace_.observeActivation([this] { handleApplicationActivation(); });
-  modePolicy_.applyStoredFnState();
+  use.instanceTakeover.registerInstanceTakeoverObserver();
+  use.instanceTakeover.takeOverPreviousInstances();
+  use.statusBarController.setUp();
+  use.settingsWindowController.createWindow();
+  use.modePolicy.pruneLocalFnStates();
+  use.keyboardSourceMonitor.startMonitoring();
+  lastActivatedBundleIdentifier = use.workspace.frontmostBundleIdentifier();
+  promptForAccessibilityIfNeeded();
+  startEventTapIfPossible();
+  activationObserver = use.workspace.observeActivation([this] { handleApplicationActivation(); });
+  wakeObserver = use.workspace.observeDidWake([this] { handleWake(); });
+  sleepObserver = use.workspace.observeWillSleep([this] {
+    use.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
+  });
+  capsLockSettingObserver = use.notificationCenter.addObserver(
+      settingsNotification::CapsLockIndicatorSettingDidChange, [this] {
+        use.statusBarController.setCapsLockIndicatorEnabled(use.settings.showCapsLockIndicator());
+      });
+  use.statusBarController.updateCapsLockIndicator();
+  installAppActiveObserver();
+  use.modePolicy.applyStoredFnState();
 }
 
 void AppDelegate::applicationWillTerminate() {
-  modePolicy_.restoreGlobalFnState();
-  keyboardSourceMonitor_.stopMonitoring();
-  modePolicy_.pruneLocalFnStates();
-  fnStateController_.persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
+  use.modePolicy.restoreGlobalFnState();
+  capsLockSettingObserver = {};
+  if (keyboardMonitoring) keyboardMonitoring->stopEventTap();
+  use.keyboardSourceMonitor.stopMonitoring();
+  appActiveObserver = {};
+  use.instanceTakeover.removeInstanceTakeoverObserver();
+  use.modePolicy.pruneLocalFnStates();
+  use.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
+}
+
+bool AppDelegate::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
+  use.settingsWindowController.show();
+  return true;
 }
 
 void AppDelegate::handleApplicationActivation() {
   syncAfterLeavingSystemSettings();
   syncFromHardware();
-  modePolicy_.applyStoredFnState();
+  use.modePolicy.applyStoredFnState();
+  if (use.settings.showCapsLockIndicator()) use.statusBarController.updateCapsLockIndicator();
 }
 
 void AppDelegate::syncAfterLeavingSystemSettings() {
-  const auto frontmost = workspace_.frontmostBundleIdentifier();
+  const auto frontmost = use.workspace.frontmostBundleIdentifier();
   const auto previous = std::exchange(lastActivatedBundleIdentifier, frontmost);
   if (!isSystemSettings(previous) || isSystemSettings(frontmost)) return;
-  if (const auto hardware = modePolicy_.currentFnState()) {
-    modePolicy_.syncStoredGlobalFnState(*hardware, false,
-                                        "from hardware after leaving System Settings");
+  if (const auto hardware = use.modePolicy.currentFnState()) {
+    use.modePolicy.syncStoredGlobalFnState(*hardware, false,
+                                           "from hardware after leaving System Settings");
   }
 }
 
 void AppDelegate::syncFromHardware() {
   // While an override is in force the hardware holds the override's mode.
-  if (modePolicy_.isLocalScopeActive()) return;
-  const auto hardware = modePolicy_.currentFnState();
-  if (hardware && hardware != storedFnStates_.global()) {
-    modePolicy_.syncStoredGlobalFnState(*hardware, false, "from hardware during app switch");
+  if (use.modePolicy.isLocalScopeActive()) return;
+  const auto hardware = use.modePolicy.currentFnState();
+  if (hardware && hardware != use.storedFnStates.global()) {
+    use.modePolicy.syncStoredGlobalFnState(*hardware, false, "from hardware during app switch");
   }
+}
+
+void AppDelegate::handleWake() {
+  use.statusBarController.handleWake();
+  // macOS can disable a tap during sleep without ever announcing it.
+  if (keyboardMonitoring && eventTapStarted) keyboardMonitoring->startEventTap();
+}
+
+void AppDelegate::installAppActiveObserver() {
+  appActiveObserver = use.notificationCenter.addObserver(applicationDidBecomeActive,
+                                                         [this] { startEventTapIfPossible(); });
+}
+
+void AppDelegate::startEventTapIfPossible() {
+  if (!keyboardMonitoring || eventTapStarted || !use.accessibility.isProcessTrusted()) return;
+  if (!keyboardMonitoring->startEventTap()) {
+    showEventTapFailureAlert();
+    return;
+  }
+  eventTapStarted = true;
+  hasShownEventTapFailureAlert = false;
+}
+
+void AppDelegate::showEventTapFailureAlert() {
+  if (std::exchange(hasShownEventTapFailureAlert, true)) return;
+  const auto response = use.alerts.runModal(
+      {.messageText = "Keyrow could not start keyboard monitoring",
+       .informativeText =
+           "Keyrow may still be missing Input Monitoring, or macOS may not have applied its "
+           "permissions yet. Try reopening Keyrow, or remove and re-add Keyrow in System Settings "
+           "> Privacy & Security > Accessibility and Input Monitoring.",
+       .buttons = {"Open Accessibility Settings", "OK"}});
+  if (response == alertFirstButtonReturn) openAccessibilitySettings(use.workspace);
+}
+
+void AppDelegate::promptForAccessibilityIfNeeded() {
+  const bool hasPrompted = use.settings.hasPromptedAccessibility();
+  if (use.accessibility.isProcessTrusted()) {
+    if (!hasPrompted) use.settings.setHasPromptedAccessibility();
+    return;
+  }
+  use.settingsWindowController.show();
+  if (hasPrompted) return;
+  use.accessibility.promptForTrust();
+  use.settings.setHasPromptedAccessibility();
 }
 
 }  // namespace keyrow

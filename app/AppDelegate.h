@@ -3,26 +3,46 @@
 #include <optional>
 #include <string>
 
+#include "app/InstanceTakeover.h"
+#include "app/KeyboardMonitoring.h"
+#include "core/AppSettings.h"
 #include "core/FnStateController.h"
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
 #include "input/KeyboardSourceMonitor.h"
+#include "platform/Accessibility.h"
+#include "platform/Alerts.h"
+#include "platform/NotificationCenter.h"
 #include "platform/Workspace.h"
+#include "ui/SettingsWindowController.h"
+#include "ui/StatusBarController.h"
 
 namespace keyrow {
 
-/// Starts and stops what Keyrow is made of, and follows the frontmost application.
-/// Main thread only.
+/// Starts and stops what Keyrow is made of, each in its order, and follows the frontmost
+/// application. Main thread only.
 class AppDelegate {
  public:
-  AppDelegate(ModePolicy& modePolicy, FnStateController& fnStateController,
-              const StoredFnStates& storedFnStates, KeyboardSourceMonitor& keyboardSourceMonitor,
-              Workspace& workspace)
-      : modePolicy_{modePolicy},
-        fnStateController_{fnStateController},
-        storedFnStates_{storedFnStates},
-        keyboardSourceMonitor_{keyboardSourceMonitor},
-        workspace_{workspace} {}
+  /// What it starts, stops and uses.
+  struct Uses {
+    ModePolicy& modePolicy;
+    FnStateController& fnStateController;
+    const StoredFnStates& storedFnStates;
+    AppSettings& settings;
+    KeyboardSourceMonitor& keyboardSourceMonitor;
+    StatusBarController& statusBarController;
+    SettingsWindowController& settingsWindowController;
+    InstanceTakeover& instanceTakeover;
+    Accessibility& accessibility;
+    Alerts& alerts;
+    NotificationCenter& notificationCenter;
+    Workspace& workspace;
+  };
+
+  explicit AppDelegate(const Uses& uses) : use{uses} {}
+
+  /// The monitoring to start at launch; without one no keys are monitored.
+  void setKeyboardMonitoring(KeyboardMonitoring* monitoring) { keyboardMonitoring = monitoring; }
 
   /// The launch sequence (`applicationDidFinishLaunching:`).
   void applicationDidFinishLaunching();
@@ -31,20 +51,37 @@ class AppDelegate {
   /// the system preference, in the user's global mode.
   void applicationWillTerminate();
 
+  /// Keyrow was opened while it runs (`applicationShouldHandleReopen:hasVisibleWindows:`):
+  /// shows the settings window. Gives whether AppKit is to go on as usual.
+  bool applicationShouldHandleReopen(bool hasVisibleWindows);
+
+  /// `applicationSupportsSecureRestorableState:`.
+  bool applicationSupportsSecureRestorableState() const { return true; }
+
  private:
   void handleApplicationActivation();
   void syncAfterLeavingSystemSettings();
   void syncFromHardware();
+  void handleWake();
+  void installAppActiveObserver();
+  void startEventTapIfPossible();
+  void showEventTapFailureAlert();
+  void promptForAccessibilityIfNeeded();
 
-  ModePolicy& modePolicy_;
-  FnStateController& fnStateController_;
-  const StoredFnStates& storedFnStates_;
-  KeyboardSourceMonitor& keyboardSourceMonitor_;
-  Workspace& workspace_;
+  const Uses use;
+  KeyboardMonitoring* keyboardMonitoring = nullptr;
 
+  /// The event tap has been started successfully.
+  bool eventTapStarted = false;
+  ObserverToken appActiveObserver;
+  /// The alert has been shown since the event tap was last started.
+  bool hasShownEventTapFailureAlert = false;
   /// The application that was frontmost at the last activation, or at launch.
   std::optional<std::string> lastActivatedBundleIdentifier;
   ObserverToken activationObserver;
+  ObserverToken wakeObserver;
+  ObserverToken sleepObserver;
+  ObserverToken capsLockSettingObserver;
 };
 
 }  // namespace keyrow

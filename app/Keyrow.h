@@ -2,12 +2,16 @@
 
 #include "app/AppDelegate.h"
 #include "app/DiagnosticsLog.h"
+#include "app/InstanceTakeover.h"
 #include "core/AppSettings.h"
 #include "core/FnStateController.h"
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
 #include "input/KeyboardSourceMonitor.h"
 #include "platform/Platform.h"
+#include "ui/SettingsWindowController.h"
+#include "ui/StatusBarController.h"
+#include "ui/Views.h"
 
 namespace keyrow {
 
@@ -15,13 +19,15 @@ namespace keyrow {
 /// their dependencies and kept as long as the process lives.
 class Keyrow {
  public:
-  explicit Keyrow(const Platform& platform);
+  Keyrow(const Platform& platform, const Views& views);
 
   DiagnosticsLog& diagnosticsLog() { return diagnosticsLog_; }
   AppSettings& settings() { return settings_; }
   FnStateController& fnStateController() { return fnStateController_; }
   ModePolicy& modePolicy() { return modePolicy_; }
   KeyboardSourceMonitor& keyboardSourceMonitor() { return keyboardSourceMonitor_; }
+  SettingsWindowController& settingsWindowController() { return settingsWindowController_; }
+  StatusBarController& statusBarController() { return statusBarController_; }
   AppDelegate& appDelegate() { return appDelegate_; }
 
  private:
@@ -31,6 +37,9 @@ class Keyrow {
   FnStateController fnStateController_;
   ModePolicy modePolicy_;
   KeyboardSourceMonitor keyboardSourceMonitor_;
+  SettingsWindowController settingsWindowController_;
+  StatusBarController statusBarController_;
+  InstanceTakeover instanceTakeover_;
   AppDelegate appDelegate_;
 };
 

@@ -73,6 +73,14 @@ void AppSettings::resetLocalToggleShortcut() {
   notificationCenter_.post(settingsNotification::LocalToggleShortcutSettingDidChange);
 }
 
+bool AppSettings::hasPromptedAccessibility() const {
+  return boolean(settingsKey::hasPromptedAccessibility);
+}
+
+void AppSettings::setHasPromptedAccessibility() {
+  userDefaults_.setObject(settingsKey::hasPromptedAccessibility, true);
+}
+
 LocalToggleShortcut AppSettings::makeLocalToggleShortcut(
     std::uint16_t keyCode, std::optional<std::string_view> characters) const {
   return keyrow::makeLocalToggleShortcut(keyCode, characters, text_);

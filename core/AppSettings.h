@@ -76,6 +76,11 @@ class AppSettings {
   void setLocalToggleShortcut(const LocalToggleShortcut& shortcut);
   void resetLocalToggleShortcut();
 
+  /// Whether the system was asked once to prompt for the Accessibility permission;
+  /// absent means false.
+  bool hasPromptedAccessibility() const;
+  void setHasPromptedAccessibility();
+
   /// Names a key for use as the per-app shortcut; see `LocalToggleShortcut.h`.
   LocalToggleShortcut makeLocalToggleShortcut(std::uint16_t keyCode,
                                               std::optional<std::string_view> characters) const;

@@ -37,6 +37,14 @@ constexpr std::string_view rawValue(FnReplacementModifier modifier) {
   return fnReplacementModifierTable[static_cast<std::size_t>(modifier)].second;
 }
 
+/// The modifier as the user reads it.
+constexpr std::string_view displayName(FnReplacementModifier modifier) {
+  constexpr std::array<std::string_view, fnReplacementModifierTable.size()> names{
+      "Left Control", "Right Control", "Left Option", "Right Option",
+      "Left Command", "Right Command", "Left Shift",  "Right Shift"};
+  return names[static_cast<std::size_t>(modifier)];
+}
+
 /// The modifier stored as this string; absent for every other string.
 constexpr std::optional<FnReplacementModifier> fnReplacementModifierFromRawValue(
     std::string_view raw) {

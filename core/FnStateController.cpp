@@ -6,14 +6,10 @@ namespace keyrow {
 
 namespace {
 
-/// `kIOHIDSystemClass` (IOHIDShared.h).
-constexpr std::string_view hidSystemClass = "IOHIDSystem";
 /// `kIOHIDParametersKey` (IOHIDParameter.h).
 constexpr std::string_view hidParametersKey = "HIDParameters";
 /// `kIOHIDFKeyModeKey` (IOHIDParameter.h).
 constexpr std::string_view hidFKeyModeKey = "HIDFKeyMode";
-/// `kIOHIDParamConnectType` (IOHIDShared.h).
-constexpr std::uint32_t hidParamConnectType = 1;
 
 /// The entry of a dictionary; null when the value is no dictionary or has no such entry.
 const PropertyValue* entry(const std::optional<PropertyValue>& value, std::string_view key) {

@@ -16,7 +16,8 @@ struct LocalToggleShortcut {
   std::uint16_t keyCode = 0;
   /// How the key is shown to the user.
   std::string displayName;
-  /// The key equivalent of the menu item; absent when the key has no printable one.
+  /// The key equivalent for a menu item: empty for a key that has a name of its own, absent
+  /// for one that has neither a name nor a printable character.
   std::optional<std::string> menuKeyEquivalent;
 
   friend bool operator==(const LocalToggleShortcut&, const LocalToggleShortcut&) = default;

@@ -142,9 +142,12 @@ void ModePolicy::refreshFromHardware() {
     return;
   }
   if (IOKitRetryCount >= maximumIOKitRetryCount) return;
-  auto& retry = retries[static_cast<std::size_t>(IOKitRetryCount)];
   ++IOKitRetryCount;
-  retry = mainQueue_.after(IOKitRetryCount * retryDelay, [this] { refreshFromHardware(); });
+  const auto retry = retries.emplace(retries.end());
+  *retry = mainQueue_.after(IOKitRetryCount * retryDelay, [this, retry] {
+    retries.erase(retry);
+    refreshFromHardware();
+  });
 }
 
 void ModePolicy::pruneLocalFnStates() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -118,7 +118,8 @@ class ModePolicy {
   bool isLocalScopeActive_ = false;
   /// Consecutive failed hardware reads.
   int IOKitRetryCount = 0;
-  std::array<DelayedCall, maximumIOKitRetryCount> retries;
+  /// Each retry removes itself.
+  std::list<DelayedCall> retries;
 };
 
 }  // namespace keyrow

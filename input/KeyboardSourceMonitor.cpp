@@ -151,9 +151,10 @@ KeyboardSourceMonitor::SharedSource KeyboardSourceMonitor::resolveSource(HidDevi
 }
 
 void KeyboardSourceMonitor::logOnce(const KeyboardDeviceSource& source) {
+  auto key = source.sourceDescription();
   {
     const std::scoped_lock guard{lock};
-    if (!loggedSourceKeys.insert(source.sourceDescription()).second) return;
+    if (!loggedSourceKeys.insert(std::move(key)).second) return;
   }
   hardwareLog_.info(
       "Observed keyboard source: " + source.logDescription(settings_.enhancedDiagnosticsEnabled()) +

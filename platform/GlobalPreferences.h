@@ -8,11 +8,11 @@
 
 namespace keyrow {
 
-/// The preferences in `NSGlobalDomain`, for the current user and any host
-/// (`kCFPreferencesCurrentUser`, `kCFPreferencesAnyHost`), shared by all processes.
+/// The preferences that all applications share, for the current user and any host
+/// (`kCFPreferencesCurrentUser`, `kCFPreferencesAnyHost`). Safe to call from any thread.
 class GlobalPreferences : public Port {
  public:
-  /// `NSGlobalDomain` (NSUserDefaults.h).
+  /// How `defaults` names the domain (`NSGlobalDomain`, NSUserDefaults.h).
   static constexpr std::string_view domain = "NSGlobalDomain";
 
   /// The value as of the last `synchronize` (`CFPreferencesCopyValue`).

@@ -12,11 +12,23 @@
 
 namespace keyrow {
 
+/// The service that holds the keyboard's mode (`kIOHIDSystemClass`, IOHIDShared.h).
+inline constexpr std::string_view hidSystemClass = "IOHIDSystem";
+/// The type of a connection for its parameters (`kIOHIDParamConnectType`, IOHIDShared.h).
+inline constexpr std::uint32_t hidParamConnectType = 1;
+/// Caps Lock as `HidConnection::modifierLockState` selects it (`kIOHIDCapsLockState`,
+/// IOHIDParameter.h).
+inline constexpr std::int32_t capsLockState = 1;
+
 /// An open connection to a HID service. Destroying it closes it (`IOServiceClose`).
 class HidConnection : public Port {
  public:
   /// Sets a HID parameter (`IOHIDSetCFTypeParameter`).
   virtual IOReturn setParameter(std::string_view key, const PropertyValue& value) = 0;
+
+  /// Whether a modifier is locked (`IOHIDGetModifierLockState`); the error is the
+  /// non-zero result of the read.
+  virtual std::expected<bool, IOReturn> modifierLockState(std::int32_t selector) = 0;
 };
 
 /// A registered service. Destroying it releases it (`IOObjectRelease`).
@@ -32,7 +44,8 @@ class HidService : public Port {
       std::uint32_t connectionType) = 0;
 };
 
-/// Looks up services in the I/O Registry (`kIOMainPortDefault`).
+/// Looks up services in the I/O Registry (`kIOMainPortDefault`). Safe to call from any
+/// thread; what it hands out belongs to the thread that asked.
 class HidSystem : public Port {
  public:
   /// The first registered service that matches the class name (`IOServiceMatching`,

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Port.h"
 #include "platform/Registration.h"
+#include "platform/RunningApplication.h"
 
 namespace keyrow {
 
@@ -25,6 +28,21 @@ class Workspace : public Port {
   /// (`NSWorkspaceDidActivateApplicationNotification`), on the posting thread, which
   /// is the main thread.
   virtual ObserverToken observeActivation(std::function<void()> handler) = 0;
+
+  /// Runs `handler` on the main queue before the Mac sleeps
+  /// (`NSWorkspaceWillSleepNotification`).
+  virtual ObserverToken observeWillSleep(std::function<void()> handler) = 0;
+
+  /// Runs `handler` on the main queue after the Mac has woken up
+  /// (`NSWorkspaceDidWakeNotification`).
+  virtual ObserverToken observeDidWake(std::function<void()> handler) = 0;
+
+  /// The running applications with this bundle identifier, this one among them.
+  virtual std::vector<std::unique_ptr<RunningApplication>> runningApplications(
+      std::string_view bundleIdentifier) = 0;
+
+  /// Opens a URL (`openURL:`); false when nothing opens it, or when it is no URL.
+  virtual bool openURL(std::string_view url) = 0;
 };
 
 }  // namespace keyrow

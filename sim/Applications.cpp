@@ -14,4 +14,20 @@ void Applications::activate(std::optional<std::string> bundleIdentifier) {
   activationObservers.notify();
 }
 
+void Applications::started(std::shared_ptr<RunningProcess> process) {
+  std::erase_if(processes, [](const auto& other) { return other->isTerminated; });
+  processes.push_back(std::move(process));
+}
+
+std::vector<std::shared_ptr<RunningProcess>> Applications::running(
+    std::string_view bundleIdentifier) const {
+  std::vector<std::shared_ptr<RunningProcess>> found;
+  for (const auto& process : processes) {
+    if (!process->isTerminated && process->bundleIdentifier == bundleIdentifier) {
+      found.push_back(process);
+    }
+  }
+  return found;
+}
+
 }  // namespace keyrow::sim

@@ -1,13 +1,28 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "sim/ObserverList.h"
 
 namespace keyrow::sim {
+
+/// A process that runs, as others can reach it.
+struct RunningProcess {
+  std::int32_t processIdentifier = 0;
+  std::optional<std::string> bundleIdentifier;
+  bool isTerminated = false;
+  /// Asks it to quit; false when that cannot be sent.
+  std::function<bool()> terminate;
+  /// Ends it; false when that cannot be sent.
+  std::function<bool()> forceTerminate;
+};
 
 /// The applications on the machine. Main thread only.
 class Applications {
@@ -29,10 +44,16 @@ class Applications {
     return activationObservers.add(std::move(handler));
   }
 
+  void started(std::shared_ptr<RunningProcess> process);
+
+  /// The processes of an application that have not ended, in the order of their start.
+  std::vector<std::shared_ptr<RunningProcess>> running(std::string_view bundleIdentifier) const;
+
  private:
   std::set<std::string, std::less<>> installed;
   std::optional<std::string> frontmost_;
   ObserverList<> activationObservers;
+  std::vector<std::shared_ptr<RunningProcess>> processes;
 };
 
 }  // namespace keyrow::sim

@@ -13,6 +13,7 @@ enum class PortCall {
   readServiceProperty,
   openConnection,
   setHidParameter,
+  readModifierLockState,
   copyPreference,
   synchronizePreferences,
   findApplication,
@@ -20,6 +21,7 @@ enum class PortCall {
   openHidManager,
   registryEntryID,
   readDeviceProperty,
+  openURL,
   readLog,
 };
 
@@ -30,11 +32,12 @@ struct PortCallInfo {
 };
 
 /// In the order of `PortCall`.
-inline constexpr std::array<PortCallInfo, 12> portCalls{{
+inline constexpr std::array<PortCallInfo, 14> portCalls{{
     {"find-service", "IOServiceGetMatchingService finds no service"},
     {"read-service-property", "IORegistryEntryCreateCFProperty gives nothing"},
     {"open-connection", "IOServiceOpen is refused"},
     {"set-hid-parameter", "IOHIDSetCFTypeParameter is refused"},
+    {"read-modifier-lock-state", "IOHIDGetModifierLockState is refused"},
     {"copy-preference", "CFPreferencesCopyValue gives nothing"},
     {"synchronize-preferences", "CFPreferencesSynchronize fails"},
     {"find-application", "no application is found for a bundle identifier"},
@@ -42,6 +45,7 @@ inline constexpr std::array<PortCallInfo, 12> portCalls{{
     {"open-hid-manager", "IOHIDManagerOpen is refused"},
     {"registry-entry-id", "a device has no registry entry ID"},
     {"read-device-property", "IOHIDDeviceGetProperty gives nothing"},
+    {"open-url", "nothing opens the URL"},
     {"read-log", "the log store cannot be read"},
 }};
 

@@ -11,6 +11,7 @@ class SimulatedClock final : public Clock {
   explicit SimulatedClock(const SimulatedMac& mac) : mac_{mac} {}
 
   std::chrono::system_clock::time_point now() override { return mac_.wallClock(); }
+  std::chrono::nanoseconds uptime() override { return mac_.scheduler.now(); }
   MachTimebase machTimebase() override { return mac_.machTimebase; }
 
  private:

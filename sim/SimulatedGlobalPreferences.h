@@ -1,5 +1,7 @@
 #pragma once
 
+#include <mutex>
+
 #include "platform/GlobalPreferences.h"
 #include "sim/SimulatedMac.h"
 
@@ -18,6 +20,8 @@ class SimulatedGlobalPreferences final : public GlobalPreferences {
 
  private:
   SimulatedMac& mac_;
+  /// Guards the fields below.
+  std::mutex mutex;
   PropertyDictionary copy;
   /// Set here, and not yet written.
   PropertyDictionary changes;

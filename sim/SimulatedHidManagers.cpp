@@ -1,6 +1,7 @@
 #include "sim/SimulatedHidManagers.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -41,8 +42,11 @@ bool matches(const PropertyDictionary& matching, const PropertyDictionary& prope
 
 class Manager final : public HidManager {
  public:
-  Manager(SimulatedMac& mac, OpenHandles::ProcessID process)
-      : mac_{mac}, handle{mac.openHandles, "HidManager", process} {}
+  explicit Manager(const ProcessContext& context)
+      : mac_{context.mac},
+        mainThread{context.mainThread},
+        handle{context.mac.openHandles, "HidManager", context.processID} {}
+  ~Manager() override { mac_.trace.add("close-hid-manager"); }
 
   void setDeviceMatching(std::span<const PropertyDictionary> matching) override {
     deviceMatching.assign(matching.begin(), matching.end());
@@ -57,7 +61,11 @@ class Manager final : public HidManager {
   }
 
   void scheduleWithMainRunLoop() override {
-    schedule = mac_.keyboards.observeInput([this](const KeyboardInput& input) { receive(input); });
+    schedule = mac_.keyboards.observeInput([this](const KeyboardInput& input) {
+      mainThread->deliver([this, weak = std::weak_ptr{alive}, input] {
+        if (!weak.expired()) receive(input);
+      });
+    });
   }
 
   IOReturn open() override {
@@ -88,7 +96,9 @@ class Manager final : public HidManager {
   }
 
   SimulatedMac& mac_;
+  const std::shared_ptr<MainThread> mainThread;
   const OpenHandle handle;
+  const std::shared_ptr<bool> alive = std::make_shared<bool>(true);
   std::vector<PropertyDictionary> deviceMatching;
   PropertyDictionary valueMatching;
   std::function<void(const HidInputValue&)> callback;
@@ -99,7 +109,7 @@ class Manager final : public HidManager {
 }  // namespace
 
 std::unique_ptr<HidManager> SimulatedHidManagers::create() {
-  return std::make_unique<Manager>(mac_, process_);
+  return std::make_unique<Manager>(context_);
 }
 
 }  // namespace keyrow::sim

@@ -1,21 +1,19 @@
 #pragma once
 
 #include "platform/HidManagers.h"
-#include "sim/SimulatedMac.h"
+#include "sim/ProcessContext.h"
 
 namespace keyrow::sim {
 
 /// Makes HID managers on the machine's keyboards.
 class SimulatedHidManagers final : public HidManagers {
  public:
-  SimulatedHidManagers(SimulatedMac& mac, OpenHandles::ProcessID process)
-      : mac_{mac}, process_{process} {}
+  explicit SimulatedHidManagers(const ProcessContext& context) : context_{context} {}
 
   std::unique_ptr<HidManager> create() override;
 
  private:
-  SimulatedMac& mac_;
-  const OpenHandles::ProcessID process_;
+  const ProcessContext& context_;
 };
 
 }  // namespace keyrow::sim

@@ -16,6 +16,13 @@ class Connection final : public HidConnection {
     return ioReturnSuccess;
   }
 
+  std::expected<bool, IOReturn> modifierLockState(std::int32_t selector) override {
+    if (mac_.strikes(PortCall::readModifierLockState) || selector != capsLockState) {
+      return std::unexpected{SimulatedHidSystem::refusal};
+    }
+    return mac_.isCapsLockOn;
+  }
+
  private:
   SimulatedMac& mac_;
   const OpenHandle handle;
@@ -37,8 +44,7 @@ class Service final : public HidService {
     if (mac_.strikes(PortCall::openConnection)) {
       return std::unexpected{SimulatedHidSystem::refusal};
     }
-    constexpr std::uint32_t parameterConnection = 1;
-    if (connectionType != parameterConnection) {
+    if (connectionType != hidParamConnectType) {
       return std::unexpected{SimulatedHidSystem::refusal};
     }
     return std::make_unique<Connection>(mac_, process_);
@@ -53,7 +59,7 @@ class Service final : public HidService {
 }  // namespace
 
 std::unique_ptr<HidService> SimulatedHidSystem::matchingService(std::string_view className) {
-  if (mac_.strikes(PortCall::findService) || className != "IOHIDSystem") return nullptr;
+  if (mac_.strikes(PortCall::findService) || className != hidSystemClass) return nullptr;
   return std::make_unique<Service>(mac_, process_);
 }
 

@@ -6,12 +6,16 @@
 
 #include "platform/Clock.h"
 #include "sim/Applications.h"
+#include "sim/DistributedNotifications.h"
 #include "sim/Faults.h"
 #include "sim/HidHardware.h"
 #include "sim/Keyboards.h"
 #include "sim/OpenHandles.h"
+#include "sim/PortTrace.h"
+#include "sim/Power.h"
 #include "sim/PropertyStore.h"
 #include "sim/Scheduler.h"
+#include "sim/Screen.h"
 #include "sim/Timeline.h"
 #include "sim/UnifiedLog.h"
 
@@ -33,6 +37,16 @@ class SimulatedMac {
   UnifiedLog log{timeline};
   Applications applications;
   Keyboards keyboards;
+  DistributedNotifications distributedNotifications{scheduler};
+  Power power{timeline};
+  Screen screen{timeline};
+  PortTrace trace;
+
+  /// Whether Keyrow has the Accessibility permission.
+  bool isAccessibilityGranted = true;
+
+  /// What the HID system gives as the state of Caps Lock.
+  bool isCapsLockOn = false;
 
   /// As on Apple silicon: a tick is 125/3 ns.
   MachTimebase machTimebase{.numer = 125, .denom = 3};

@@ -3,25 +3,26 @@
 #include <memory>
 
 #include "platform/MainQueue.h"
+#include "sim/MainThread.h"
 #include "sim/Scheduler.h"
 
 namespace keyrow::sim {
 
-/// The main queue of one process, on the machine's time. What is still queued when the
-/// process ends is never run.
+/// The main queue of one process, on the machine's time.
 class SimulatedMainQueue final : public MainQueue {
  public:
-  explicit SimulatedMainQueue(Scheduler& scheduler) : scheduler_{scheduler} {}
+  SimulatedMainQueue(Scheduler& scheduler, std::shared_ptr<MainThread> mainThread)
+      : scheduler_{scheduler}, mainThread_{std::move(mainThread)} {}
 
   void async(std::function<void()> work) override;
   DelayedCall after(std::chrono::nanoseconds delay, std::function<void()> work) override;
 
  private:
-  std::function<void()> whileAlive(std::function<void()> work) const;
+  /// The work, to be run in the main thread.
+  std::function<void()> inMainThread(std::function<void()> work) const;
 
   Scheduler& scheduler_;
-  /// Gone when the process has ended.
-  const std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+  const std::shared_ptr<MainThread> mainThread_;
 };
 
 }  // namespace keyrow::sim

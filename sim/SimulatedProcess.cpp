@@ -4,20 +4,79 @@ namespace keyrow::sim {
 
 SimulatedProcess::SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID processID,
                                    const std::optional<std::string>& bundleIdentifier)
-    : processID_{processID},
-      bundle{bundleIdentifier},
-      clock{mac},
-      globalPreferences{mac},
-      hidManagers{mac, processID},
-      hidSystem{mac, processID},
-      mainQueue{mac.scheduler},
-      notificationCenter{mac.openHandles, processID},
-      systemLog{mac, processID},
-      userDefaults{mac, bundleIdentifier.value_or("Keyrow")},
-      workspace{mac, processID},
-      platform_{bundle,    clock,        globalPreferences,  hidManagers,
-                hidSystem, mainQueue,    notificationCenter, systemLog,
-                text,      userDefaults, workspace},
-      keyrow_{platform_} {}
+    : context{.mac = mac, .processID = processID, .bundleIdentifier = bundleIdentifier},
+      contents{std::make_shared<Contents>(context, [this] { terminate(); })} {
+  running->processIdentifier = processID;
+  running->bundleIdentifier = bundleIdentifier;
+  running->terminate = [this] {
+    if (hang_ && hang_ != Hang::reachable) return false;
+    context.mac.scheduler.schedule(Scheduler::Duration{0}, [this, thread = context.mainThread] {
+      if (!thread->hasEnded()) quit();
+    });
+    return true;
+  };
+  running->forceTerminate = [this] {
+    if (hang_ == Hang::unstoppable) return false;
+    kill();
+    return true;
+  };
+}
+
+void SimulatedProcess::launch() {
+  context.mac.applications.started(running);
+  const auto kept = contents;
+  try {
+    kept->keyrow.appDelegate().applicationDidFinishLaunching();
+  } catch (const ProcessEnded&) {
+    // It was told to go while it waited for others.
+  }
+}
+
+void SimulatedProcess::terminate() {
+  if (hasEnded()) return;
+  contents->keyrow.appDelegate().applicationWillTerminate();
+  note("has quit");
+  end();
+}
+
+void SimulatedProcess::quit() {
+  context.mainThread->deliver([this] { terminate(); });
+}
+
+void SimulatedProcess::reopen() {
+  context.mainThread->deliver(
+      [this] { keyrow().appDelegate().applicationShouldHandleReopen(false); });
+}
+
+void SimulatedProcess::kill() {
+  if (hasEnded()) return;
+  note("was killed");
+  end();
+}
+
+void SimulatedProcess::hang(Hang behaviour) {
+  hang_ = behaviour;
+  context.mainThread->hang();
+}
+
+void SimulatedProcess::resume() {
+  hang_.reset();
+  context.mainThread->resume();
+}
+
+void SimulatedProcess::note(const std::string& what) {
+  context.mac.timeline.add(TimelineEvent::Kind::process,
+                           "Keyrow " + std::to_string(processID()) + " " + what);
+}
+
+void SimulatedProcess::end() {
+  if (hasEnded()) return;
+  context.mainThread->end();
+  running->isTerminated = true;
+  // Not now: the code that ends the process may be its own.
+  const auto ticket =
+      context.mac.scheduler.schedule(Scheduler::Duration{0}, [this] { contents.reset(); });
+  tidyUp = DelayedCall{[&scheduler = context.mac.scheduler, ticket] { scheduler.cancel(ticket); }};
+}
 
 }  // namespace keyrow::sim

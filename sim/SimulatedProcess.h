@@ -6,55 +6,78 @@
 
 #include "app/Keyrow.h"
 #include "core/AppIdentifier.h"
-#include "platform/Platform.h"
-#include "sim/SimulatedBundle.h"
-#include "sim/SimulatedClock.h"
-#include "sim/SimulatedGlobalPreferences.h"
-#include "sim/SimulatedHidManagers.h"
-#include "sim/SimulatedHidSystem.h"
-#include "sim/SimulatedMac.h"
-#include "sim/SimulatedMainQueue.h"
-#include "sim/SimulatedNotificationCenter.h"
-#include "sim/SimulatedSystemLog.h"
-#include "sim/SimulatedText.h"
-#include "sim/SimulatedUserDefaults.h"
-#include "sim/SimulatedWorkspace.h"
+#include "sim/ProcessContext.h"
+#include "sim/SimulatedPlatform.h"
 
 namespace keyrow::sim {
 
-/// One process on the machine, with its ports and its Keyrow. Destroying it without
-/// `terminate` is what `kill -9` does.
+/// How a process behaves that does not answer any more.
+enum class Hang {
+  /// It can still be asked to quit, but does not get to it.
+  reachable,
+  /// It cannot be asked to quit, only be forced to.
+  unreachable,
+  /// Not even that.
+  unstoppable,
+};
+
+/// One process on the machine, with its ports and its Keyrow. Destroying it is what
+/// `kill -9` does.
 class SimulatedProcess {
  public:
   /// A process of the bundle with this identifier, or of none; nothing is launched yet.
   SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID processID,
                    const std::optional<std::string>& bundleIdentifier = std::string{appIdentifier});
+  ~SimulatedProcess() { end(); }
+  SimulatedProcess(const SimulatedProcess&) = delete;
+  SimulatedProcess& operator=(const SimulatedProcess&) = delete;
 
-  OpenHandles::ProcessID processID() const { return processID_; }
-  const Platform& platform() const { return platform_; }
-  Keyrow& keyrow() { return keyrow_; }
+  OpenHandles::ProcessID processID() const { return context.processID; }
 
-  /// Runs Keyrow's launch sequence.
-  void launch() { keyrow_.appDelegate().applicationDidFinishLaunching(); }
+  /// Whether it has ended; what follows is there until the machine gets to tidy up.
+  bool hasEnded() const { return context.mainThread->hasEnded(); }
+  Keyrow& keyrow() { return contents->keyrow; }
+  const Platform& platform() const { return contents->platform.ports(); }
+  SimulatedStatusItemView& statusItem() { return contents->platform.statusItem; }
+  SimulatedSettingsWindowView& settingsWindow() { return contents->platform.settingsWindow; }
 
-  /// Runs Keyrow's termination sequence, as when the user quits.
-  void terminate() { keyrow_.appDelegate().applicationWillTerminate(); }
+  /// Runs Keyrow's launch sequence, or as much of it as it lives to see.
+  void launch();
+
+  /// Runs Keyrow's termination sequence and ends.
+  void terminate();
+
+  /// The user quits it; it gets to that as soon as it answers.
+  void quit();
+
+  /// The user opens the application although it runs.
+  void reopen();
+
+  /// Ends at once.
+  void kill();
+
+  /// Does not answer from now on, until `resume`.
+  void hang(Hang behaviour);
+  void resume();
 
  private:
-  const OpenHandles::ProcessID processID_;
-  SimulatedBundle bundle;
-  SimulatedClock clock;
-  SimulatedGlobalPreferences globalPreferences;
-  SimulatedHidManagers hidManagers;
-  SimulatedHidSystem hidSystem;
-  SimulatedMainQueue mainQueue;
-  SimulatedNotificationCenter notificationCenter;
-  SimulatedSystemLog systemLog;
-  SimulatedText text;
-  SimulatedUserDefaults userDefaults;
-  SimulatedWorkspace workspace;
-  Platform platform_;
-  Keyrow keyrow_;
+  struct Contents {
+    Contents(const ProcessContext& context, std::function<void()> terminate)
+        : platform{context, std::move(terminate)}, keyrow{platform.ports(), platform.views()} {}
+
+    SimulatedPlatform platform;
+    Keyrow keyrow;
+  };
+
+  void note(const std::string& what);
+  void end();
+
+  const ProcessContext context;
+  /// Shared with whatever is on the stack when the process ends.
+  std::shared_ptr<Contents> contents;
+  std::shared_ptr<RunningProcess> running = std::make_shared<RunningProcess>();
+  std::optional<Hang> hang_;
+  DelayedCall tidyUp;
 };
 
 }  // namespace keyrow::sim

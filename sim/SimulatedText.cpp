@@ -134,7 +134,7 @@ bool SimulatedText::localizedCaseInsensitiveContains(std::string_view text, std:
   auto starts = characterStarts(searched);
   starts.push_back(searched.size());
   const auto isBoundary = [&](std::size_t position) {
-    return std::binary_search(starts.begin(), starts.end(), position);
+    return std::ranges::binary_search(starts, position);
   };
   for (auto found = searched.find(wanted); found != std::string::npos;
        found = searched.find(wanted, found + 1)) {

@@ -1,23 +1,26 @@
 #pragma once
 
 #include "platform/Workspace.h"
-#include "sim/SimulatedMac.h"
+#include "sim/ProcessContext.h"
 
 namespace keyrow::sim {
 
 /// The machine's applications as a process sees them.
 class SimulatedWorkspace final : public Workspace {
  public:
-  SimulatedWorkspace(SimulatedMac& mac, OpenHandles::ProcessID process)
-      : mac_{mac}, process_{process} {}
+  explicit SimulatedWorkspace(const ProcessContext& context) : context_{context} {}
 
   std::optional<std::string> frontmostBundleIdentifier() override;
   bool isApplicationInstalled(std::string_view bundleIdentifier) override;
   ObserverToken observeActivation(std::function<void()> handler) override;
+  ObserverToken observeWillSleep(std::function<void()> handler) override;
+  ObserverToken observeDidWake(std::function<void()> handler) override;
+  std::vector<std::unique_ptr<RunningApplication>> runningApplications(
+      std::string_view bundleIdentifier) override;
+  bool openURL(std::string_view url) override;
 
  private:
-  SimulatedMac& mac_;
-  const OpenHandles::ProcessID process_;
+  const ProcessContext& context_;
 };
 
 }  // namespace keyrow::sim

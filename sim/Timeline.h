@@ -23,6 +23,12 @@ struct TimelineEvent {
     log,
     /// A port call failed.
     fault,
+    /// The status item changed.
+    statusItem,
+    /// The user sees something else, or the Mac itself changes.
+    screen,
+    /// A process ended.
+    process,
   };
 
   /// Time since the machine was switched on.

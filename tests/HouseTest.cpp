@@ -19,10 +19,11 @@ const std::map<std::string, std::set<std::string>> mayInclude{
     {"platform", {}},
     {"core", {"platform"}},
     {"input", {"core", "platform"}},
-    {"app", {"input", "core", "platform"}},
-    {"platform/macos", {"app", "input", "core", "platform"}},
-    {"sim", {"app", "input", "core", "platform"}},
-    {"sim/scenario", {"sim", "app", "input", "core", "platform"}},
+    {"ui", {"input", "core", "platform"}},
+    {"app", {"ui", "input", "core", "platform"}},
+    {"platform/macos", {"app", "ui", "input", "core", "platform"}},
+    {"sim", {"app", "ui", "input", "core", "platform"}},
+    {"sim/scenario", {"sim", "app", "ui", "input", "core", "platform"}},
 };
 
 const fs::path root{KEYROW_SOURCE_DIR};

@@ -101,7 +101,7 @@ TEST(RandomSessionTest, AnUndisturbedSwitchAppliesTheOverrideOrTheGlobalMode) {
       return;
     }
     RC_ASSERT(stage.mac.hid.parameter("HIDFKeyMode") == PropertyValue{rawValue(*expected)});
-    RC_ASSERT(stage.process->keyrow().modePolicy().isLocalScopeActive() == local.has_value());
+    RC_ASSERT(stage.process()->keyrow().modePolicy().isLocalScopeActive() == local.has_value());
   });
   EXPECT_TRUE(holds);
 }

@@ -12,9 +12,11 @@ std::string leaks(Stage& stage) {
 
 std::string problemAfterQuit(Stage& stage) {
   stage.mac.faults.clear();
-  if (!stage.process) return {};
-  stage.process->terminate();
-  stage.process.reset();
+  if (!stage.process()) return {};
+  while (auto* process = stage.process()) {
+    process->resume();
+    process->quit();
+  }
   stage.mac.scheduler.runReady();
 
   const auto global = stage.storedFnStates().global();

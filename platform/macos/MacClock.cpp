@@ -6,6 +6,10 @@ namespace keyrow::macos {
 
 std::chrono::system_clock::time_point MacClock::now() { return std::chrono::system_clock::now(); }
 
+std::chrono::nanoseconds MacClock::uptime() {
+  return std::chrono::steady_clock::now().time_since_epoch();
+}
+
 MachTimebase MacClock::machTimebase() {
   mach_timebase_info_data_t timebase{};
   mach_timebase_info(&timebase);

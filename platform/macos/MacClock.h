@@ -10,6 +10,7 @@ namespace keyrow::macos {
 class MacClock final : public Clock {
  public:
   std::chrono::system_clock::time_point now() override;
+  std::chrono::nanoseconds uptime() override;
   MachTimebase machTimebase() override;
 };
 

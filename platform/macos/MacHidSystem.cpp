@@ -26,6 +26,13 @@ class MacHidConnection final : public HidConnection {
     return IOHIDSetCFTypeParameter(connection_, cfString(key).get(), cfObject(value).get());
   }
 
+  std::expected<bool, IOReturn> modifierLockState(std::int32_t selector) override {
+    bool isLocked = false;
+    const auto result = IOHIDGetModifierLockState(connection_, selector, &isLocked);
+    if (result != kIOReturnSuccess) return std::unexpected{result};
+    return isLocked;
+  }
+
  private:
   const io_connect_t connection_;
 };

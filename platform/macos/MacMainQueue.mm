@@ -15,7 +15,7 @@ void MacMainQueue::async(std::function<void()> work) {
 }
 
 DelayedCall MacMainQueue::after(std::chrono::nanoseconds delay, std::function<void()> work) {
-  RevocableHandler revocable{std::move(work)};
+  RevocableHandler<> revocable{std::move(work)};
   const auto call = revocable.caller();
   dispatch_after(dispatch_time(DISPATCH_TIME_NOW, delay.count()), dispatch_get_main_queue(), ^{
     call();

@@ -3,13 +3,19 @@
 namespace keyrow::macos {
 
 Platform MacPlatform::platform() {
-  return {.bundle = bundle,
+  return {.accessibility = accessibility,
+          .alerts = alerts,
+          .application = application,
+          .bundle = bundle,
           .clock = clock,
+          .distributedNotificationCenter = distributedNotificationCenter,
           .globalPreferences = globalPreferences,
           .hidManagers = hidManagers,
           .hidSystem = hidSystem,
           .mainQueue = mainQueue,
+          .mainRunLoop = mainRunLoop,
           .notificationCenter = notificationCenter,
+          .process = process,
           .systemLog = systemLog,
           .text = text,
           .userDefaults = userDefaults,

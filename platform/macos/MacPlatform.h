@@ -1,13 +1,19 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/macos/MacAccessibility.h"
+#include "platform/macos/MacAlerts.h"
+#include "platform/macos/MacApplication.h"
 #include "platform/macos/MacBundle.h"
 #include "platform/macos/MacClock.h"
+#include "platform/macos/MacDistributedNotificationCenter.h"
 #include "platform/macos/MacGlobalPreferences.h"
 #include "platform/macos/MacHidManagers.h"
 #include "platform/macos/MacHidSystem.h"
 #include "platform/macos/MacMainQueue.h"
+#include "platform/macos/MacMainRunLoop.h"
 #include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/MacProcess.h"
 #include "platform/macos/MacSystemLog.h"
 #include "platform/macos/MacText.h"
 #include "platform/macos/MacUserDefaults.h"
@@ -22,13 +28,19 @@ class MacPlatform {
   Platform platform();
 
  private:
+  MacAccessibility accessibility;
+  MacAlerts alerts;
+  MacApplication application;
   MacBundle bundle;
   MacClock clock;
+  MacDistributedNotificationCenter distributedNotificationCenter;
   MacGlobalPreferences globalPreferences;
   MacHidManagers hidManagers;
   MacHidSystem hidSystem;
   MacMainQueue mainQueue;
+  MacMainRunLoop mainRunLoop;
   MacNotificationCenter notificationCenter;
+  MacProcess process;
   MacSystemLog systemLog;
   MacText text;
   MacUserDefaults userDefaults;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Workspace.h"
 
@@ -15,6 +17,11 @@ class MacWorkspace final : public Workspace {
   std::optional<std::string> frontmostBundleIdentifier() override;
   bool isApplicationInstalled(std::string_view bundleIdentifier) override;
   ObserverToken observeActivation(std::function<void()> handler) override;
+  ObserverToken observeWillSleep(std::function<void()> handler) override;
+  ObserverToken observeDidWake(std::function<void()> handler) override;
+  std::vector<std::unique_ptr<RunningApplication>> runningApplications(
+      std::string_view bundleIdentifier) override;
+  bool openURL(std::string_view url) override;
 };
 
 }  // namespace keyrow::macos

@@ -9,6 +9,23 @@
 
 namespace keyrow::macos {
 
+namespace {
+
+class MacRunningApplication final : public RunningApplication {
+ public:
+  explicit MacRunningApplication(NSRunningApplication* application) : application_{application} {}
+
+  std::int32_t processIdentifier() override { return application_.processIdentifier; }
+  bool isTerminated() override { return application_.terminated; }
+  bool terminate() override { return [application_ terminate]; }
+  bool forceTerminate() override { return [application_ forceTerminate]; }
+
+ private:
+  NSRunningApplication* const application_;
+};
+
+}  // namespace
+
 std::optional<std::string> MacWorkspace::frontmostBundleIdentifier() {
   return optionalText(NSWorkspace.sharedWorkspace.frontmostApplication.bundleIdentifier);
 }
@@ -22,6 +39,33 @@ ObserverToken MacWorkspace::observeActivation(std::function<void()> handler) {
   return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
                              NSWorkspaceDidActivateApplicationNotification, /*queue=*/nil,
                              std::move(handler));
+}
+
+ObserverToken MacWorkspace::observeWillSleep(std::function<void()> handler) {
+  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                             NSWorkspaceWillSleepNotification, NSOperationQueue.mainQueue,
+                             std::move(handler));
+}
+
+ObserverToken MacWorkspace::observeDidWake(std::function<void()> handler) {
+  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                             NSWorkspaceDidWakeNotification, NSOperationQueue.mainQueue,
+                             std::move(handler));
+}
+
+std::vector<std::unique_ptr<RunningApplication>> MacWorkspace::runningApplications(
+    std::string_view bundleIdentifier) {
+  std::vector<std::unique_ptr<RunningApplication>> applications;
+  for (NSRunningApplication* application in
+       [NSRunningApplication runningApplicationsWithBundleIdentifier:nsString(bundleIdentifier)]) {
+    applications.push_back(std::make_unique<MacRunningApplication>(application));
+  }
+  return applications;
+}
+
+bool MacWorkspace::openURL(std::string_view url) {
+  NSURL* const parsed = [NSURL URLWithString:nsString(url)];
+  return parsed && [NSWorkspace.sharedWorkspace openURL:parsed];
 }
 
 }  // namespace keyrow::macos

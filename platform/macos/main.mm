@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/Keyrow.h"
 #include "platform/macos/MacPlatform.h"
+#include "platform/macos/MacViews.h"
 
 /// Hands what AppKit tells its application delegate on to Keyrow's.
 @interface KeyrowApplicationDelegate : NSObject <NSApplicationDelegate>
@@ -27,8 +28,12 @@
   _appDelegate->applicationWillTerminate();
 }
 
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)application hasVisibleWindows:(BOOL)visible {
+  return _appDelegate->applicationShouldHandleReopen(visible);
+}
+
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
-  return YES;
+  return _appDelegate->applicationSupportsSecureRestorableState();
 }
 
 @end
@@ -39,7 +44,8 @@ int main() {
     [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
 
     keyrow::macos::MacPlatform platform;
-    keyrow::Keyrow keyrow{platform.platform()};
+    keyrow::macos::MacViews views;
+    keyrow::Keyrow keyrow{platform.platform(), views.views()};
     // The application does not retain its delegate.
     NS_VALID_UNTIL_END_OF_SCOPE KeyrowApplicationDelegate* const delegate =
         [[KeyrowApplicationDelegate alloc] initWithAppDelegate:keyrow.appDelegate()];

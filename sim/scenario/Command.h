@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <span>
 #include <string>
@@ -43,15 +44,27 @@ struct Command {
 /// What happens on the Mac around Keyrow.
 std::span<const Command> machineCommands();
 
+/// What happens on the screen: the user at Keyrow's views, permissions, sleep.
+std::span<const Command> desktopCommands();
+
 /// What happens to Keyrow, and what its user tells it.
 std::span<const Command> keyrowCommands();
 
-/// What has to hold.
-std::span<const Command> expectations();
+/// What has to hold, of the modes and of what is stored and logged.
+std::span<const Command> stateExpectations();
+
+/// What has to hold, of what the user sees.
+std::span<const Command> desktopExpectations();
+
+/// All actions, and all expectations, group by group.
+std::array<std::span<const Command>, 3> actions();
+std::array<std::span<const Command>, 2> expectations();
 
 /// An outcome "expected ..., but it is ..." when the two differ.
 Outcome expectEqual(std::string_view what, const std::string& expected, const std::string& actual);
 
+Outcome unmet(std::string message);
 Outcome unplayable(std::string message);
+Outcome keyrowNotRunning();
 
 }  // namespace keyrow::sim

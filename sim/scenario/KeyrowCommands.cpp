@@ -7,13 +7,11 @@ namespace keyrow::sim {
 
 namespace {
 
-Outcome noKeyrow() { return unplayable("Keyrow is not running"); }
-
 /// Something the user tells the running Keyrow.
 Play tellKeyrow(std::function<void(Keyrow&)> tell) {
   return [tell = std::move(tell)](Stage& stage) {
-    if (!stage.process) return noKeyrow();
-    tell(stage.process->keyrow());
+    if (!stage.process()) return keyrowNotRunning();
+    tell(stage.process()->keyrow());
     return Outcome{};
   };
 }
@@ -21,7 +19,6 @@ Play tellKeyrow(std::function<void(Keyrow&)> tell) {
 Play parseLaunch(LineReader& line) {
   line.require("keyrow");
   return [](Stage& stage) {
-    if (stage.process) return unplayable("Keyrow is running already");
     stage.launchKeyrow();
     return Outcome{};
   };
@@ -30,9 +27,8 @@ Play parseLaunch(LineReader& line) {
 Play parseQuit(LineReader& line) {
   line.require("keyrow");
   return [](Stage& stage) {
-    if (!stage.process) return noKeyrow();
-    stage.process->terminate();
-    stage.process.reset();
+    if (!stage.process()) return keyrowNotRunning();
+    stage.process()->quit();
     return Outcome{};
   };
 }
@@ -40,8 +36,40 @@ Play parseQuit(LineReader& line) {
 Play parseKill(LineReader& line) {
   line.require("keyrow");
   return [](Stage& stage) {
-    if (!stage.process) return noKeyrow();
-    stage.process.reset();
+    if (!stage.process()) return keyrowNotRunning();
+    stage.process()->kill();
+    return Outcome{};
+  };
+}
+
+Play parseHang(LineReader& line) {
+  line.require("keyrow");
+  auto behaviour = Hang::reachable;
+  if (!line.atEnd()) {
+    constexpr std::array<std::string_view, 2> words{"unreachable", "unstoppable"};
+    behaviour = line.oneOf(words) == 0 ? Hang::unreachable : Hang::unstoppable;
+  }
+  return [behaviour](Stage& stage) {
+    if (!stage.process()) return keyrowNotRunning();
+    stage.process()->hang(behaviour);
+    return Outcome{};
+  };
+}
+
+Play parseResume(LineReader& line) {
+  line.require("keyrow");
+  return [](Stage& stage) {
+    if (!stage.process()) return keyrowNotRunning();
+    stage.process()->resume();
+    return Outcome{};
+  };
+}
+
+Play parseReopen(LineReader& line) {
+  line.require("keyrow");
+  return [](Stage& stage) {
+    if (!stage.process()) return keyrowNotRunning();
+    stage.process()->reopen();
     return Outcome{};
   };
 }
@@ -55,8 +83,8 @@ Play modeCommand(LineReader& line, ModeCommand command) {
   const bool byKeyboard = line.accept("on");
   const auto name = byKeyboard ? line.word("the name of a keyboard") : std::string{};
   return [byKeyboard, name, command = std::move(command)](Stage& stage) {
-    if (!stage.process) return noKeyrow();
-    auto& keyrow = stage.process->keyrow();
+    if (!stage.process()) return keyrowNotRunning();
+    auto& keyrow = stage.process()->keyrow();
     std::shared_ptr<const KeyboardDeviceSource> source;
     if (byKeyboard) {
       const auto keyboard = stage.mac.keyboards.find(name);
@@ -165,11 +193,22 @@ Play parseSetting(LineReader& line) {
   return settings[line.oneOf(names)].parse(line);
 }
 
-constexpr std::array<Command, 7> commands{{
-    {"launch", "launch keyrow", "The user starts Keyrow.", "launch keyrow", parseLaunch},
+constexpr std::array<Command, 10> commands{{
+    {"launch", "launch keyrow",
+     "The user starts Keyrow. Where one runs already, another instance starts; all other lines "
+     "mean the one that was started last.",
+     "launch keyrow", parseLaunch},
+    {"reopen", "reopen keyrow", "The user opens the running Keyrow, in Finder or in the Dock.",
+     "reopen keyrow", parseReopen},
     {"quit", "quit keyrow", "The user quits Keyrow.", "quit keyrow", parseQuit},
     {"kill", "kill keyrow", "Keyrow ends at once and without a word, as after kill -9.",
      "kill keyrow", parseKill},
+    {"hang", "hang keyrow [unreachable|unstoppable]",
+     "Keyrow stops answering. When it is unreachable it cannot even be asked to quit, and when it "
+     "is unstoppable it cannot be forced to.",
+     "hang keyrow unreachable", parseHang},
+    {"resume", "resume keyrow", "Keyrow answers again, and catches up with what it missed.",
+     "resume keyrow", parseResume},
     {"set", "set global MODE [on NAME] | set override MODE for APP [on NAME]",
      "The user chooses a mode, special or standard.",
      "set override standard for com.apple.TextEdit", parseSet},

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "sim/PropertyText.h"
+#include "sim/scenario/Drawing.h"
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/TimelinePrinter.h"
 
@@ -29,6 +30,10 @@ std::string modeText(std::optional<FnState> state) {
   return state ? std::string{keyrow::modeText(*state)} : "none";
 }
 
+std::string windowText(const SimulatedSettingsWindowView& window) {
+  return window.isVisible() ? std::string{window.selectedTab().title} : "closed";
+}
+
 void printStatus(std::ostream& out, Stage& stage) {
   out << "  frontmost   " << stage.mac.applications.frontmost().value_or("none") << '\n'
       << "  keyboard    " << stage.mac.hid.modeName() << '\n'
@@ -36,14 +41,16 @@ void printStatus(std::ostream& out, Stage& stage) {
   for (const auto& app : stage.storedFnStates().localBundleIdentifiers()) {
     out << "  override    " << app << ": " << modeText(stage.storedFnStates().local(app)) << '\n';
   }
-  if (!stage.process) {
+  if (!stage.process()) {
     out << "  keyrow      not running\n";
     return;
   }
-  auto& keyrow = stage.process->keyrow();
+  auto& keyrow = stage.process()->keyrow();
   out << "  keyrow      running, "
       << (keyrow.modePolicy().isLocalScopeActive() ? "override in force" : "global mode in force")
       << '\n'
+      << "  menu bar    " << drawStatusItem(stage.process()->statusItem()) << '\n'
+      << "  window      " << windowText(stage.process()->settingsWindow()) << '\n'
       << "  shortcut    Fn+" << keyrow.settings().localToggleShortcut().displayName << '\n';
 }
 
@@ -59,10 +66,28 @@ void printHardware(std::ostream& out, const Stage& stage) {
 }
 
 void printLog(std::ostream& out, Stage& stage) {
-  if (stage.process) {
-    out << stage.process->keyrow().diagnosticsLog().recentLogReport() << '\n';
+  if (stage.process()) {
+    out << stage.process()->keyrow().diagnosticsLog().recentLogReport() << '\n';
   } else {
     out << "  Keyrow is not running, so it cannot read its log.\n";
+  }
+}
+
+/// Opens the menu and leaves it open, so that something can be chosen.
+void printMenu(std::ostream& out, Stage& stage) {
+  if (!stage.process()) {
+    out << "  Keyrow is not running, so it has no menu.\n";
+    return;
+  }
+  auto& item = stage.process()->statusItem();
+  if (!item.menu()) item.click(ClickEvent::rightMouseDown);
+  if (item.menu()) out << drawMenu(*item.menu());
+}
+
+void printCommands(std::ostream& out, std::span<const Command> commands, std::string_view word) {
+  for (const auto& command : commands) {
+    if (!command.words.starts_with(word)) continue;
+    out << "  " << command.usage << "\n      " << command.summary << '\n';
   }
 }
 
@@ -71,6 +96,8 @@ bool answer(std::ostream& out, Stage& stage, std::string_view line) {
   constexpr std::string_view help = "help";
   if (line == "status") {
     printStatus(out, stage);
+  } else if (line == "menu") {
+    printMenu(out, stage);
   } else if (line == "hardware") {
     printHardware(out, stage);
   } else if (line == "log") {
@@ -119,16 +146,15 @@ PlayResult runPrompt(std::istream& in, std::ostream& out, PromptStyle style) {
 }
 
 void printHelp(std::ostream& out, std::string_view word) {
-  for (const auto commands : {machineCommands(), keyrowCommands(), expectations()}) {
-    for (const auto& command : commands) {
-      if (!command.words.starts_with(word)) continue;
-      out << "  " << command.usage << "\n      " << command.summary << '\n';
-    }
-  }
-  constexpr std::array<std::string_view, 5> promptOnly{
-      "status            where things stand", "hardware          the HID system as it is",
+  for (const auto group : actions()) printCommands(out, group, word);
+  for (const auto group : expectations()) printCommands(out, group, word);
+  constexpr std::array<std::string_view, 6> promptOnly{
+      "status            where things stand",
+      "menu              the menu of Keyrow's item",
+      "hardware          the HID system as it is",
       "log               the log report that goes with a bug report",
-      "help [WORD]       this list, or what begins with WORD", "exit              leaves"};
+      "help [WORD]       this list, or what begins with WORD",
+      "exit              leaves"};
   if (!word.empty()) return;
   for (const auto line : promptOnly) out << "  " << line << '\n';
 }

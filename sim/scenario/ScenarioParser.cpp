@@ -19,21 +19,25 @@ bool begins(LineReader& line, const Command& command) {
   return true;
 }
 
-Play parseCommand(LineReader& line, std::span<const Command> commands) {
-  for (const auto& command : commands) {
-    if (!begins(line, command)) continue;
-    auto play = command.parse(line);
-    line.end();
-    return play;
+Play parseCommand(LineReader& line, std::span<const std::span<const Command>> groups) {
+  for (const auto group : groups) {
+    for (const auto& command : group) {
+      if (!begins(line, command)) continue;
+      auto play = command.parse(line);
+      line.end();
+      return play;
+    }
   }
   return nullptr;
 }
 
 std::string expectationNames() {
   std::string names;
-  for (const auto& command : expectations()) {
-    if (!names.empty()) names += ", ";
-    names += command.words.substr(command.words.find(' ') + 1);
+  for (const auto group : expectations()) {
+    for (const auto& command : group) {
+      if (!names.empty()) names += ", ";
+      names += command.words.substr(command.words.find(' ') + 1);
+    }
   }
   return names;
 }
@@ -45,8 +49,7 @@ Step parseTokens(const TokenizedLine& tokens, std::size_t number) {
             .kind = Step::Kind::action,
             .text = {},
             .play = {}};
-  step.play = parseCommand(line, machineCommands());
-  if (!step.play) step.play = parseCommand(line, keyrowCommands());
+  step.play = parseCommand(line, actions());
   if (step.play) return step;
 
   step.kind = Step::Kind::expectation;

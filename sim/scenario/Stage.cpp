@@ -1,5 +1,7 @@
 #include "sim/scenario/Stage.h"
 
+#include <algorithm>
+
 namespace keyrow::sim {
 
 Stage::Stage() {
@@ -9,9 +11,32 @@ Stage::Stage() {
   }
 }
 
+SimulatedProcess* Stage::process() {
+  const auto newest = std::find_if(processes.rbegin(), processes.rend(),
+                                   [](const auto& process) { return !process->hasEnded(); });
+  return newest == processes.rend() ? nullptr : newest->get();
+}
+
+int Stage::runningCount() {
+  return static_cast<int>(
+      std::ranges::count_if(processes, [](const auto& process) { return !process->hasEnded(); }));
+}
+
+bool Stage::isRunning(OpenHandles::ProcessID processID) {
+  return std::ranges::any_of(processes, [processID](const auto& process) {
+    return process->processID() == processID && !process->hasEnded();
+  });
+}
+
 void Stage::launchKeyrow() {
-  process = std::make_unique<SimulatedProcess>(mac, ++lastProcessID);
-  process->launch();
+  processes.push_back(std::make_unique<SimulatedProcess>(mac, ++lastProcessID));
+  processes.back()->launch();
+}
+
+void Stage::beginAction() {
+  std::erase_if(processes, [](const auto& process) { return process->hasEnded(); });
+  logLinesBefore = mac.log.lines().size();
+  eventsBefore = mac.timeline.events().size();
 }
 
 std::vector<LogEntry> Stage::recentLog() const {
@@ -21,6 +46,12 @@ std::vector<LogEntry> Stage::recentLog() const {
     entries.push_back(lines[index].entry);
   }
   return entries;
+}
+
+std::vector<TimelineEvent> Stage::recentTimeline() const {
+  auto events = mac.timeline.events();
+  events.erase(events.begin(), events.begin() + static_cast<std::ptrdiff_t>(eventsBefore));
+  return events;
 }
 
 }  // namespace keyrow::sim

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "sim/SimulatedMac.h"
 #include "sim/SimulatedProcess.h"
@@ -12,22 +12,31 @@
 namespace keyrow::sim {
 
 /// What a scenario plays on: a fresh simulated Mac with Finder and System Settings
-/// installed, and at most one running Keyrow.
+/// installed, and the instances of Keyrow that run there.
 class Stage {
  public:
   Stage();
 
   SimulatedMac mac;
-  /// The running Keyrow; null when none runs.
-  std::unique_ptr<SimulatedProcess> process;
 
+  /// The Keyrow that was launched last of those that still run; null when none runs.
+  SimulatedProcess* process();
+
+  int runningCount();
+  bool isRunning(OpenHandles::ProcessID processID);
+
+  /// Starts one more Keyrow.
   void launchKeyrow();
 
-  /// Marks where an action begins: `expect log` looks at what came after.
-  void beginAction() { logLinesBefore = mac.log.lines().size(); }
+  /// Marks where an action begins: expectations about what happened look at what came
+  /// after.
+  void beginAction();
 
   /// What was logged since the last action began.
   std::vector<LogEntry> recentLog() const;
+
+  /// What happened since the last action began.
+  std::vector<TimelineEvent> recentTimeline() const;
 
   /// Where modes are stored, whether Keyrow runs or not.
   StoredFnStates storedFnStates() { return StoredFnStates{defaults}; }
@@ -37,9 +46,11 @@ class Stage {
 
  private:
   SimulatedUserDefaults defaults{mac, std::string{appIdentifier}};
+  std::vector<std::unique_ptr<SimulatedProcess>> processes;
   OpenHandles::ProcessID lastProcessID = 500;
   std::uint64_t lastRegistryID = 0x100000000;
   std::size_t logLinesBefore = 0;
+  std::size_t eventsBefore = 0;
 };
 
 }  // namespace keyrow::sim

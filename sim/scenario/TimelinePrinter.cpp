@@ -22,12 +22,15 @@ struct KindStyle {
 };
 
 /// In the order of `TimelineEvent::Kind`.
-constexpr std::array<KindStyle, 5> kindStyles{{
+constexpr std::array<KindStyle, 8> kindStyles{{
     {"keyboard", yellow},
     {"system", yellow},
     {"stored", blue},
     {"log", faint},
     {"fault", red},
+    {"menu bar", green},
+    {"screen", blue},
+    {"process", faint},
 }};
 
 std::string timeOfDay(std::chrono::nanoseconds sinceSwitchedOn) {

@@ -33,19 +33,6 @@ class AppDelegateTerminationTest : public SimulatedMacTest {
     process->launch();
     ASSERT_EQ(mac.hid.modeName(), "standard");
   }
-
-  static std::string_view stepName(TimelineEvent::Kind kind) {
-    switch (kind) {
-      case TimelineEvent::Kind::hardware:
-        return "hardware";
-      case TimelineEvent::Kind::defaults:
-        return "defaults";
-      case TimelineEvent::Kind::preference:
-        return "preference";
-      default:
-        return "other";
-    }
-  }
 };
 
 TEST_F(AppDelegateTerminationTest, GivesTheGlobalModeBackToHardwareAndSystemPreference) {
@@ -65,19 +52,6 @@ TEST_F(AppDelegateTerminationTest, MirrorsTheStandardModeAsTrue) {
   process->terminate();
   EXPECT_EQ(mac.hid.modeName(), "standard");
   EXPECT_EQ(preference(), PropertyValue{true});
-}
-
-TEST_F(AppDelegateTerminationTest, RestoresThenStopsListeningThenPrunesThenMirrors) {
-  mac.applications.uninstall(textEdit);
-  std::vector<std::string> steps;
-  mac.timeline.setListener([&](const TimelineEvent& event) {
-    if (event.kind == TimelineEvent::Kind::log) return;
-    const bool isListening = mac.openHandles.count("HidManager") > 0;
-    steps.push_back(std::string{stepName(event.kind)} + (isListening ? ", listening" : ""));
-  });
-  process->terminate();
-  EXPECT_EQ(stored("localFnState"), PropertyValue{PropertyDictionary{}});
-  EXPECT_THAT(steps, ElementsAre("hardware, listening", "defaults", "preference"));
 }
 
 TEST_F(AppDelegateTerminationTest, AHardwareThatRefusesDoesNotKeepItFromMirroring) {

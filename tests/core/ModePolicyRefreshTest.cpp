@@ -176,6 +176,19 @@ TEST_F(ModePolicyRefreshTest, StillMakesAPendingRetryWhenAnotherReadWorksMeanwhi
   EXPECT_EQ(policy().lastKnownFnState(), FnState::standard);
 }
 
+TEST_F(ModePolicyRefreshTest, StillMakesAPendingRetryWhenAnotherReadFailsAnewMeanwhile) {
+  failReads(1);
+  policy().refreshFromHardware();
+  mac.scheduler.advance(100ms);
+  policy().refreshFromHardware();
+  failReads(1);
+  mac.scheduler.advance(100ms);
+  policy().refreshFromHardware();
+  setHardware(FnState::standard);
+  mac.scheduler.advance(150ms);
+  EXPECT_EQ(policy().lastKnownFnState(), FnState::standard);
+}
+
 TEST_F(ModePolicyRefreshTest, CountsNoFailureOfOtherReads) {
   failReads(3);
   for (int read = 0; read < 3; ++read) policy().currentFnState();

@@ -95,8 +95,9 @@ class ModePolicyTest : public CoreTest {
         return "preference";
       case TimelineEvent::Kind::log:
         return "log";
+      default:
+        return event.text;
     }
-    return {};
   }
 
   Presenter presenter{*this};

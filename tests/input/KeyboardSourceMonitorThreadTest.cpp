@@ -1,9 +1,17 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <functional>
+#include <future>
+#include <memory>
+#include <optional>
 #include <set>
+#include <span>
 #include <string>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include "tests/input/KeyboardSourceMonitorFixture.h"
 
@@ -67,6 +75,94 @@ TEST_F(KeyboardSourceMonitorThreadTest, WhatItAnsweredOutlivesTheMonitoring) {
   monitor().stopMonitoring();
   ASSERT_NE(source, nullptr);
   EXPECT_EQ(source->product, "A");
+}
+
+/// Asks a monitor from another thread whenever it is asked to, and notes when the answer
+/// has to wait for the asker.
+class Questioner {
+ public:
+  void setMonitor(KeyboardSourceMonitor& monitor) { monitor_ = &monitor; }
+
+  void ask() {
+    ++questions_;
+    pending.push_back(std::async(std::launch::async, [this] { monitor_->source(1'000); }));
+    const auto status = pending.back().wait_for(std::chrono::seconds{10});
+    isAlwaysAnswered_ = isAlwaysAnswered_ && status == std::future_status::ready;
+  }
+
+  int questions() const { return questions_; }
+  bool isAlwaysAnswered() const { return isAlwaysAnswered_; }
+
+ private:
+  KeyboardSourceMonitor* monitor_ = nullptr;
+  int questions_ = 0;
+  bool isAlwaysAnswered_ = true;
+  std::vector<std::future<void>> pending;
+};
+
+class QuestioningDevice final : public HidDevice {
+ public:
+  explicit QuestioningDevice(Questioner& questioner) : questioner_{questioner} {}
+
+  std::optional<std::uint64_t> registryEntryID() override {
+    questioner_.ask();
+    return 7;
+  }
+  std::optional<PropertyValue> property(std::string_view) override {
+    questioner_.ask();
+    return std::nullopt;
+  }
+
+ private:
+  Questioner& questioner_;
+};
+
+class QuestioningManagers final : public HidManagers {
+ public:
+  std::function<void(const HidInputValue&)> callback;
+
+  std::unique_ptr<HidManager> create() override { return std::make_unique<Manager>(*this); }
+
+ private:
+  class Manager final : public HidManager {
+   public:
+    explicit Manager(QuestioningManagers& owner) : owner_{owner} {}
+    void setDeviceMatching(std::span<const PropertyDictionary>) override {}
+    void setInputValueMatching(const PropertyDictionary&) override {}
+    void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
+      owner_.callback = std::move(handler);
+    }
+    void scheduleWithMainRunLoop() override {}
+    IOReturn open() override { return ioReturnSuccess; }
+
+   private:
+    QuestioningManagers& owner_;
+  };
+};
+
+class QuestioningLogger final : public Logger {
+ public:
+  explicit QuestioningLogger(Questioner& questioner) : questioner_{questioner} {}
+  void write(LogLevel, std::string_view) override { questioner_.ask(); }
+
+ private:
+  Questioner& questioner_;
+};
+
+TEST_F(KeyboardSourceMonitorThreadTest, AnswersWhileAKeyboardIsLookedAtAndLogged) {
+  Questioner questioner;
+  QuestioningManagers managers;
+  QuestioningLogger logger{questioner};
+  const auto& platform = process->platform();
+  KeyboardSourceMonitor asked{managers,      platform.notificationCenter, platform.clock,
+                              platform.text, keyrow().settings(),         logger};
+  questioner.setMonitor(asked);
+  asked.startMonitoring();
+  QuestioningDevice device{questioner};
+  managers.callback({&device, keyboardPage, 1'000});
+  // The identifier, at least five properties, and the line in the log.
+  EXPECT_GE(questioner.questions(), 7);
+  EXPECT_TRUE(questioner.isAlwaysAnswered());
 }
 
 }  // namespace

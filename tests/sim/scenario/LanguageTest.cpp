@@ -13,8 +13,9 @@ namespace {
 
 std::vector<Command> wholeLanguage() {
   std::vector<Command> commands;
-  for (const auto part : {machineCommands(), keyrowCommands(), expectations()}) {
-    commands.insert(commands.end(), part.begin(), part.end());
+  for (const auto group : actions()) commands.insert(commands.end(), group.begin(), group.end());
+  for (const auto group : expectations()) {
+    commands.insert(commands.end(), group.begin(), group.end());
   }
   return commands;
 }
@@ -76,10 +77,12 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"front a b", 9, "expected the end of the line, found \"b\""},
         WrongLine{"expect everything", 8,
                   "expected one of hardware, preference, global, override, scope, defaults, log, "
-                  "source, shortcut, report, leaks, found \"everything\""},
+                  "source, shortcut, report, leaks, status, menu, window, screen, instances, found "
+                  "\"everything\""},
         WrongLine{"expect", 7,
                   "expected one of hardware, preference, global, override, scope, defaults, log, "
-                  "source, shortcut, report, leaks, found the end of the line"},
+                  "source, shortcut, report, leaks, status, menu, window, screen, instances, found "
+                  "the end of the line"},
         WrongLine{"expect hardware 1", 17, "expected special, standard or unreadable, found \"1\""},
         WrongLine{"wait soon", 6,
                   "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h, found "
@@ -116,9 +119,10 @@ INSTANTIATE_TEST_SUITE_P(
                   "\"fn+\""},
         WrongLine{"fail everything", 6,
                   "expected find-service, read-service-property, open-connection, "
-                  "set-hid-parameter, copy-preference, synchronize-preferences, find-application, "
-                  "frontmost-application, open-hid-manager, registry-entry-id, "
-                  "read-device-property or read-log, found \"everything\""},
+                  "set-hid-parameter, read-modifier-lock-state, copy-preference, "
+                  "synchronize-preferences, find-application, frontmost-application, "
+                  "open-hid-manager, registry-entry-id, read-device-property, open-url or "
+                  "read-log, found \"everything\""},
         WrongLine{"fail read-log many times", 15,
                   "expected a whole number up to 1000000, found \"many\""},
         WrongLine{"defaults write key value", 20,

@@ -80,6 +80,30 @@ INSTANTIATE_TEST_SUITE_P(
               "play.txt:4:1: expected the source of a key event now to be none, but it is k"},
         Unmet{"launch keyrow\nexpect shortcut \"F5\"",
               "play.txt:2:1: expected the shortcut to be F5, but it is `"},
+        Unmet{"launch keyrow\nexpect status image=fn",
+              "play.txt:2:1: expected the status item's image to be fn, but it is globe"},
+        Unmet{"launch keyrow\nexpect status image=globe dot=override",
+              "play.txt:2:1: expected the status item's dot to be override, but it is none"},
+        Unmet{"launch keyrow\nexpect status dot=none tooltip=\"Local F-Key Mode\"",
+              "play.txt:2:1: expected the dot's tool tip to be Local F-Key Mode, but it is none"},
+        Unmet{"expect status image=fn",
+              "play.txt:1:1: expected a status item, but Keyrow is not running"},
+        Unmet{"launch keyrow\nexpect menu \"Quit\" enabled",
+              "play.txt:2:1: expected an open menu, but there is none"},
+        Unmet{"launch keyrow\nclick right\nexpect menu \"Quit\" disabled",
+              "play.txt:3:1: expected the menu item \"Quit\" to be disabled, but it is enabled"},
+        Unmet{"launch keyrow\nclick right\nexpect menu \"Quiet\" enabled",
+              "play.txt:3:1: expected the menu item \"Quiet\" to be enabled, but it is missing"},
+        Unmet{"launch keyrow\nexpect window General",
+              "play.txt:2:1: expected the settings window to be General, but it is closed"},
+        Unmet{"expect window closed",
+              "play.txt:1:1: expected a settings window, but Keyrow is not running"},
+        Unmet{"sleep\nexpect screen nothing",
+              "play.txt:2:1: expected nothing on the screen, but there is\n    the Mac sleeps"},
+        Unmet{"expect screen \"x\"",
+              "play.txt:1:1: expected \"x\" on the screen, but there is nothing"},
+        Unmet{"expect instances 1",
+              "play.txt:1:1: expected the number of running instances to be 1, but it is 0"},
         Unmet{"launch keyrow\nexpect report \"x\"",
               "play.txt:2:1: expected the log report to hold \"x\", but it is\n"
               "No recent Keyrow logs were available."}));
@@ -90,7 +114,7 @@ TEST(PlayTest, LeaksAreWhatAnEndedProcessStillHolds) {
   stage.launchKeyrow();
   EXPECT_EQ(playStep(**expectation, stage).kind, Outcome::Kind::done);
 
-  const OpenHandle connection{stage.mac.openHandles, "HidConnection", stage.process->processID()};
+  const OpenHandle connection{stage.mac.openHandles, "HidConnection", stage.process()->processID()};
   const OpenHandle manager{stage.mac.openHandles, "HidManager", 499};
   const auto outcome = playStep(**expectation, stage);
   EXPECT_EQ(outcome.kind, Outcome::Kind::unmet);
@@ -115,7 +139,18 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"press A on usb1", "play.txt:1:1: no keyboard usb1 is attached"},
         Unmet{"launch keyrow\ntoggle override on usb1",
               "play.txt:2:1: no keyboard usb1 is attached"},
-        Unmet{"launch keyrow\nlaunch keyrow", "play.txt:2:1: Keyrow is running already"},
+        Unmet{"click", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"hang keyrow", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"resume keyrow", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"reopen keyrow", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"close window", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"tab About", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"launch keyrow\ntab About", "play.txt:2:1: the settings window is closed"},
+        Unmet{"launch keyrow\nchoose \"Quit\"", "play.txt:2:1: no menu is open"},
+        Unmet{"launch keyrow\nclick right\nchoose \"Quiet\"",
+              "play.txt:3:1: the menu does not offer Quiet"},
+        Unmet{"wake", "play.txt:1:1: the Mac is awake"},
+        Unmet{"sleep\nsleep", "play.txt:2:1: the Mac sleeps already"},
         Unmet{"quit keyrow", "play.txt:1:1: Keyrow is not running"},
         Unmet{"kill keyrow", "play.txt:1:1: Keyrow is not running"},
         Unmet{"clear override", "play.txt:1:1: Keyrow is not running"},
@@ -163,6 +198,8 @@ TEST(PlayTest, TheTimelineReadsLikeAStory) {
             "                wait 1.5s\n"
             "  08:00:01.500  fail set-hid-parameter\n"
             "                launch keyrow\n"
+            "                  menu bar  image none → globe\n"
+            "                  stored    hasPromptedAccessibility = true\n"
             "                  stored    globalFnState = 0\n"
             "                  fault     set-hid-parameter: IOHIDSetCFTypeParameter is refused\n"
             "                  log       state error: Failed to apply the stored global function "
@@ -201,11 +238,13 @@ TEST(PromptTest, ShowsARunningKeyrow) {
                                         "  global      none\n"
                                         "  override    com.apple.finder: standard function keys\n"
                                         "  keyrow      running, override in force\n"
+                                        "  menu bar    [fn] blue dot, \"Local F-Key Mode\"\n"
+                                        "  window      closed\n"
                                         "  shortcut    Fn+`\n"
                                         "  HIDParameters                {HIDFKeyMode=1}\n"
                                         "  com.apple.keyboard.fnState   none\n"
                                         "  open                         1 HidManager\n"
-                                        "  open                         2 observer\n"
+                                        "  open                         7 observer\n"
                                         "No recent Keyrow logs were available.\n"));
 }
 

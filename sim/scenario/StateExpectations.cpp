@@ -14,8 +14,6 @@ std::string modeName(std::optional<FnState> state) {
   return *state == FnState::standard ? "standard" : "special";
 }
 
-Outcome unmet(std::string message) { return {Outcome::Kind::unmet, std::move(message)}; }
-
 Outcome notRunning(std::string_view what) {
   return unmet("expected " + std::string{what} + ", but Keyrow is not running");
 }
@@ -53,8 +51,8 @@ Play expectOverride(LineReader& line) {
 Play expectScope(LineReader& line) {
   constexpr std::array<std::string_view, 2> scopes{"global", "local"};
   return [expected = std::string{scopes[line.oneOf(scopes)]}](Stage& stage) {
-    if (!stage.process) return notRunning("the scope to be " + expected);
-    const bool local = stage.process->keyrow().modePolicy().isLocalScopeActive();
+    if (!stage.process()) return notRunning("the scope to be " + expected);
+    const bool local = stage.process()->keyrow().modePolicy().isLocalScopeActive();
     return expectEqual("the scope", expected, local ? "local" : "global");
   };
 }
@@ -107,12 +105,12 @@ Play expectSource(LineReader& line) {
   const auto name = line.word("the name of a keyboard, or none");
   const auto offset = line.accept("at") ? line.signedDuration() : std::chrono::nanoseconds{0};
   return [name, offset](Stage& stage) {
-    if (!stage.process) return notRunning("the source to be " + name);
+    if (!stage.process()) return notRunning("the source to be " + name);
     const auto tickOffset = offset.count() * std::int64_t{stage.mac.machTimebase.denom} /
                             std::int64_t{stage.mac.machTimebase.numer};
     const auto now = static_cast<std::int64_t>(stage.mac.machAbsoluteTime());
     const auto timestamp = static_cast<std::uint64_t>(std::max<std::int64_t>(now + tickOffset, 0));
-    const auto source = stage.process->keyrow().keyboardSourceMonitor().source(timestamp);
+    const auto source = stage.process()->keyrow().keyboardSourceMonitor().source(timestamp);
     return expectEqual(
         "the source of a key event now", name,
         stage.mac.keyboards.nameOf(source ? source->registryID : std::nullopt).value_or("none"));
@@ -121,16 +119,16 @@ Play expectSource(LineReader& line) {
 
 Play expectShortcut(LineReader& line) {
   return [expected = line.quotedText("the name of a key in quotation marks")](Stage& stage) {
-    if (!stage.process) return notRunning("the shortcut to be " + expected);
+    if (!stage.process()) return notRunning("the shortcut to be " + expected);
     return expectEqual("the shortcut", expected,
-                       stage.process->keyrow().settings().localToggleShortcut().displayName);
+                       stage.process()->keyrow().settings().localToggleShortcut().displayName);
   };
 }
 
 Play expectReport(LineReader& line) {
   return [expected = line.quotedText("a text in quotation marks")](Stage& stage) {
-    if (!stage.process) return notRunning("the log report to hold " + quoted(expected));
-    const auto report = stage.process->keyrow().diagnosticsLog().recentLogReport();
+    if (!stage.process()) return notRunning("the log report to hold " + quoted(expected));
+    const auto report = stage.process()->keyrow().diagnosticsLog().recentLogReport();
     if (report.find(expected) != std::string::npos) return Outcome{};
     return unmet("expected the log report to hold " + quoted(expected) + ", but it is\n" + report);
   };
@@ -144,7 +142,7 @@ Play expectLeaks(LineReader& line) {
     std::string leaks;
     for (const auto& [handle, count] : stage.mac.openHandles.all()) {
       const auto& [kind, process] = handle;
-      const bool runs = stage.process && stage.process->processID() == process;
+      const bool runs = stage.isRunning(process);
       if (runs && kind != "HidService" && kind != "HidConnection") continue;
       leaks += (leaks.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
     }
@@ -186,13 +184,6 @@ constexpr std::array<Command, 11> commands{{
 
 }  // namespace
 
-std::span<const Command> expectations() { return commands; }
-
-Outcome expectEqual(std::string_view what, const std::string& expected, const std::string& actual) {
-  if (expected == actual) return {};
-  return unmet("expected " + std::string{what} + " to be " + expected + ", but it is " + actual);
-}
-
-Outcome unplayable(std::string message) { return {Outcome::Kind::unplayable, std::move(message)}; }
+std::span<const Command> stateExpectations() { return commands; }
 
 }  // namespace keyrow::sim

@@ -1,0 +1,122 @@
+#include "app/InstanceTakeover.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "app/DiagnosticsLog.h"
+#include "core/AppIdentifier.h"
+
+namespace keyrow {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long older instances have to end by themselves, and then after they were forced.
+constexpr auto politeTimeout = 2s;
+constexpr auto forcedTimeout = 1s;
+constexpr auto pollInterval = 20ms;
+
+constexpr std::string_view targetPIDKey = "targetPID";
+constexpr std::string_view sourcePIDKey = "sourcePID";
+
+std::string notificationName() { return std::string{appIdentifier} + ".instanceTakeover"; }
+
+}  // namespace
+
+void InstanceTakeover::registerInstanceTakeoverObserver() {
+  if (instanceTakeoverObserver) return;
+  instanceTakeoverObserver = use.distributedNotificationCenter.addObserver(
+      notificationName(), use.bundle.identifier(),
+      [this](const std::optional<PropertyDictionary>& userInfo) {
+        handleInstanceTakeover(userInfo);
+      });
+}
+
+void InstanceTakeover::takeOverPreviousInstances() {
+  const auto bundleIdentifier = use.bundle.identifier();
+  if (!bundleIdentifier) return;
+  auto others = use.workspace.runningApplications(*bundleIdentifier);
+  std::erase_if(others, [own = use.process.processIdentifier()](const auto& other) {
+    return other->processIdentifier() == own;
+  });
+  if (others.empty()) return;
+
+  for (const auto& other : others) {
+    postInstanceTakeover(other->processIdentifier(), *bundleIdentifier);
+    other->terminate();
+  }
+  if (waitForTermination(others, politeTimeout)) return;
+
+  std::erase_if(others, [](const auto& other) { return other->isTerminated(); });
+  if (others.empty()) return;
+  // What is forced out cannot restore the mode itself.
+  restoreGlobalFnStateBeforeForcedExit();
+  for (const auto& other : others) {
+    if (!other->terminate()) other->forceTerminate();
+  }
+  if (waitForTermination(others, forcedTimeout)) return;
+  use.appLog.notice(
+      "A previous instance did not exit during takeover. Continuing with the current instance.");
+}
+
+void InstanceTakeover::postInstanceTakeover(std::int32_t targetProcess,
+                                            const std::string& bundleIdentifier) {
+  use.distributedNotificationCenter.post(
+      notificationName(), bundleIdentifier,
+      {{std::string{targetPIDKey}, targetProcess},
+       {std::string{sourcePIDKey}, use.process.processIdentifier()}});
+}
+
+bool InstanceTakeover::waitForTermination(const RunningApplications& applications,
+                                          std::chrono::nanoseconds timeout) {
+  const auto deadline = use.clock.uptime() + timeout;
+  for (;;) {
+    if (std::ranges::all_of(applications, [](const auto& one) { return one->isTerminated(); })) {
+      return true;
+    }
+    if (use.clock.uptime() >= deadline) return false;
+    use.mainRunLoop.run(pollInterval);
+  }
+}
+
+void InstanceTakeover::restoreGlobalFnStateBeforeForcedExit() {
+  const auto preference = use.fnStateController.readSystemFnStatePreference();
+  const auto target =
+      preference ? std::optional{fnStateFromPreference(*preference)} : use.storedFnStates.global();
+  if (!target) return;
+  // Without an override in front the hardware holds the global mode already.
+  const auto frontmost = use.workspace.frontmostBundleIdentifier();
+  if (!frontmost || !use.storedFnStates.local(*frontmost)) return;
+
+  const auto current = use.fnStateController.readFnState();
+  if (!current) {
+    use.appLog.error(
+        "Failed to read the current function key mode before forcing an older instance to exit: " +
+        errorText(current.error()));
+    return;
+  }
+  if (*current == *target) return;
+  if (const auto written = use.fnStateController.writeFnState(*target); !written) {
+    use.appLog.error(
+        "Failed to restore the global function key mode before forcing an older instance to "
+        "exit: " +
+        errorText(written.error()));
+    return;
+  }
+  use.appLog.notice(
+      "Restored the global function key mode before forcing an older instance to exit.");
+}
+
+void InstanceTakeover::handleInstanceTakeover(const std::optional<PropertyDictionary>& userInfo) {
+  if (!userInfo) return;
+  const auto found = userInfo->find(targetPIDKey);
+  const auto* target = found == userInfo->end() ? nullptr : found->second.integer();
+  if (!target || *target != use.process.processIdentifier()) return;
+
+  use.modePolicy.restoreGlobalFnState();
+  use.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::instanceTakeover);
+  use.application.terminate();
+}
+
+}  // namespace keyrow

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/Alerts.h"
+
+namespace keyrow::macos {
+
+/// `Alerts` on `NSAlert`.
+class MacAlerts final : public Alerts {
+ public:
+  int runModal(const Alert& alert) override;
+};
+
+}  // namespace keyrow::macos

@@ -1,0 +1,13 @@
+#include "platform/macos/MacMainRunLoop.h"
+
+#import <Foundation/Foundation.h>
+
+namespace keyrow::macos {
+
+void MacMainRunLoop::run(std::chrono::nanoseconds duration) {
+  const std::chrono::duration<NSTimeInterval> seconds{duration};
+  [NSRunLoop.currentRunLoop runMode:NSDefaultRunLoopMode
+                         beforeDate:[NSDate dateWithTimeIntervalSinceNow:seconds.count()]];
+}
+
+}  // namespace keyrow::macos

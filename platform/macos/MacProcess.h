@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/Process.h"
+
+namespace keyrow::macos {
+
+/// `Process` on `NSProcessInfo`.
+class MacProcess final : public Process {
+ public:
+  std::int32_t processIdentifier() override;
+};
+
+}  // namespace keyrow::macos

@@ -1,0 +1,67 @@
+#include "platform/macos/MacSettingsWindowView.h"
+
+#include "platform/macos/Conversions.h"
+#include "platform/macos/PreferencesTabViewController.h"
+
+@implementation KeyrowSettingsWindowController
+
+- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions {
+  PreferencesTabViewController* const tabs =
+      [[PreferencesTabViewController alloc] initWithActions:actions];
+  constexpr auto size = keyrow::settingsContentSize;
+  const NSSize contentSize = NSMakeSize(size.width, size.height);
+  NSWindow* const window =
+      [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, size.width, size.height)
+                                  styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                                            NSWindowStyleMaskMiniaturizable
+                                    backing:NSBackingStoreBuffered
+                                      defer:NO];
+  window.title = keyrow::macos::nsString(keyrow::settingsWindowTitle);
+  window.titleVisibility = NSWindowTitleVisible;
+  window.titlebarAppearsTransparent = YES;
+  window.movableByWindowBackground = YES;
+  window.toolbarStyle = NSWindowToolbarStylePreference;
+  window.contentMinSize = contentSize;
+  window.contentMaxSize = contentSize;
+  window.releasedWhenClosed = NO;
+
+  self = [super initWithWindow:window];
+  if (self) {
+    window.contentViewController = tabs;
+    [window center];
+  }
+  return self;
+}
+
+- (instancetype)initWithCoder:(NSCoder*)coder {
+  [NSException raise:NSInternalInconsistencyException
+              format:@"init(coder:) has not been implemented"];
+  return nil;
+}
+
+@end
+
+namespace keyrow::macos {
+
+void MacSettingsWindowView::create(SettingsWindowActions& actions) {
+  controller = [[KeyrowSettingsWindowController alloc] initWithActions:actions];
+}
+
+bool MacSettingsWindowView::hasWindow() { return controller.window != nil; }
+
+void MacSettingsWindowView::bringToFront() {
+  NSWindow* const window = controller.window;
+  [window orderFrontRegardless];
+  [window makeKeyAndOrderFront:nil];
+  [window makeMainWindow];
+}
+
+void MacSettingsWindowView::setFixedContentSize(ContentSize size) {
+  NSWindow* const window = controller.window;
+  const NSSize contentSize = NSMakeSize(size.width, size.height);
+  window.contentSize = contentSize;
+  window.contentMinSize = contentSize;
+  window.contentMaxSize = contentSize;
+}
+
+}  // namespace keyrow::macos

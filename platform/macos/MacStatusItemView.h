@@ -1,0 +1,33 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "ui/StatusItemView.h"
+
+/// Hands what the user does with the status item on.
+@interface KeyrowStatusItemTarget : NSObject <NSMenuDelegate>
+- (instancetype)initWithActions:(keyrow::StatusItemActions&)actions;
+@end
+
+namespace keyrow::macos {
+
+/// `StatusItemView` on `NSStatusItem`.
+class MacStatusItemView final : public StatusItemView {
+ public:
+  void create(StatusItemActions& actions) override;
+  void setImage(std::string_view systemSymbolName) override;
+  void setCapsLockIndicatorHidden(bool hidden) override;
+  void setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) override;
+  void setHighlighted(bool highlighted) override;
+  void popUpMenu(const std::vector<MenuItem>& items) override;
+
+ private:
+  NSMenuItem* menuItem(const MenuItem& item) const;
+
+  NSStatusItem* statusItem = nil;
+  NSView* __weak statusIndicatorView = nil;
+  NSView* __weak scopeIndicatorView = nil;
+  KeyrowStatusItemTarget* target = nil;
+};
+
+}  // namespace keyrow::macos

@@ -1,0 +1,176 @@
+#include "platform/macos/MacStatusItemView.h"
+
+#import <QuartzCore/QuartzCore.h>
+
+#include "platform/macos/Conversions.h"
+
+@implementation KeyrowStatusItemTarget {
+  keyrow::StatusItemActions* _actions;
+}
+
+- (instancetype)initWithActions:(keyrow::StatusItemActions&)actions {
+  self = [super init];
+  if (self) _actions = &actions;
+  return self;
+}
+
+- (void)statusBarButtonClicked:(id)sender {
+  switch (NSApp.currentEvent.type) {
+    case NSEventTypeLeftMouseUp:
+      return _actions->statusBarButtonClicked(keyrow::ClickEvent::leftMouseUp);
+    case NSEventTypeRightMouseDown:
+      return _actions->statusBarButtonClicked(keyrow::ClickEvent::rightMouseDown);
+    default:
+      return _actions->statusBarButtonClicked(keyrow::ClickEvent::other);
+  }
+}
+
+- (void)handleMenuGlobalSwitch:(NSMenuItem*)item {
+  _actions->handleMenuGlobalSwitch(
+      keyrow::macos::propertyValue((__bridge CFTypeRef)item.representedObject));
+}
+
+- (void)handleMenuLocalSwitch:(NSMenuItem*)item {
+  _actions->handleMenuLocalSwitch(
+      keyrow::macos::propertyValue((__bridge CFTypeRef)item.representedObject));
+}
+
+- (void)openPreferences:(NSMenuItem*)item {
+  _actions->openPreferences();
+}
+
+- (void)quit:(NSMenuItem*)item {
+  _actions->quit();
+}
+
+- (void)menuDidClose:(NSMenu*)menu {
+  _actions->menuDidClose();
+}
+
+@end
+
+namespace keyrow::macos {
+
+namespace {
+
+/// A round dot at its place on the button.
+NSView* addIndicator(NSStatusBarButton* button) {
+  constexpr StatusIndicatorLayout layout;
+  NSView* const view = [[NSView alloc] init];
+  view.wantsLayer = YES;
+  view.layer.cornerRadius = layout.cornerRadius;
+  view.translatesAutoresizingMaskIntoConstraints = NO;
+  view.hidden = YES;
+  [button addSubview:view];
+  [NSLayoutConstraint activateConstraints:@[
+    [view.widthAnchor constraintEqualToConstant:layout.width],
+    [view.heightAnchor constraintEqualToConstant:layout.height],
+    [view.leadingAnchor constraintEqualToAnchor:button.trailingAnchor
+                                       constant:layout.leadingToButtonTrailing],
+    [view.centerYAnchor constraintEqualToAnchor:button.centerYAnchor],
+  ]];
+  return view;
+}
+
+SEL selectorOf(MenuAction action) {
+  switch (action) {
+    case MenuAction::none:
+      return nullptr;
+    case MenuAction::handleMenuGlobalSwitch:
+      return @selector(handleMenuGlobalSwitch:);
+    case MenuAction::handleMenuLocalSwitch:
+      return @selector(handleMenuLocalSwitch:);
+    case MenuAction::openPreferences:
+      return @selector(openPreferences:);
+    case MenuAction::quit:
+      return @selector(quit:);
+  }
+}
+
+NSEventModifierFlags flagsOf(MenuKeyModifier modifier) {
+  switch (modifier) {
+    case MenuKeyModifier::command:
+      return NSEventModifierFlagCommand;
+    case MenuKeyModifier::function:
+      return NSEventModifierFlagFunction;
+    case MenuKeyModifier::shift:
+      return NSEventModifierFlagShift;
+  }
+}
+
+}  // namespace
+
+void MacStatusItemView::create(StatusItemActions& actions) {
+  target = [[KeyrowStatusItemTarget alloc] initWithActions:actions];
+  statusItem = [NSStatusBar.systemStatusBar statusItemWithLength:NSSquareStatusItemLength];
+  NSStatusBarButton* const button = statusItem.button;
+  if (!button) return;
+  button.target = target;
+  button.action = @selector(statusBarButtonClicked:);
+  [button sendActionOn:NSEventMaskLeftMouseUp | NSEventMaskRightMouseDown];
+  // VoiceOver has nothing else to say about a button without text.
+  button.accessibilityLabel = @"Keyrow";
+
+  NSView* const statusIndicator = addIndicator(button);
+  const auto& [red, green, blue, alpha] = capsLockIndicatorColor;
+  statusIndicator.layer.backgroundColor =
+      [NSColor colorWithCalibratedRed:red green:green blue:blue alpha:alpha].CGColor;
+  statusIndicatorView = statusIndicator;
+  scopeIndicatorView = addIndicator(button);
+}
+
+void MacStatusItemView::setImage(std::string_view systemSymbolName) {
+  NSImage* const image = [NSImage imageWithSystemSymbolName:nsString(systemSymbolName)
+                                   accessibilityDescription:nil];
+  [image setTemplate:YES];
+  statusItem.button.image = image;
+}
+
+void MacStatusItemView::setCapsLockIndicatorHidden(bool hidden) {
+  NSView* const view = statusIndicatorView;
+  view.hidden = hidden;
+}
+
+void MacStatusItemView::setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) {
+  NSView* const view = scopeIndicatorView;
+  view.hidden = hidden;
+  view.toolTip = toolTip ? nsString(*toolTip) : nil;
+  // A dynamic colour: taken anew, it follows the appearance.
+  view.layer.backgroundColor = NSColor.systemBlueColor.CGColor;
+}
+
+void MacStatusItemView::setHighlighted(bool highlighted) {
+  [statusItem.button highlight:highlighted];
+}
+
+void MacStatusItemView::popUpMenu(const std::vector<MenuItem>& items) {
+  NSStatusBarButton* const button = statusItem.button;
+  if (!button) return;
+  NSMenu* const menu = [[NSMenu alloc] init];
+  menu.delegate = target;
+  menu.autoenablesItems = NO;
+  for (const auto& item : items) [menu addItem:menuItem(item)];
+
+  NSAppearanceName const name = [button.effectiveAppearance
+      bestMatchFromAppearancesWithNames:@[ NSAppearanceNameDarkAqua, NSAppearanceNameAqua ]];
+  menu.appearance = name ? [NSAppearance appearanceNamed:name] : nil;
+
+  NSStatusBar* const bar = statusItem.statusBar;
+  const CGFloat y = bar ? bar.thickness : NSMaxY(button.bounds);
+  [menu popUpMenuPositioningItem:nil atLocation:NSMakePoint(statusMenuX, y) inView:button];
+}
+
+NSMenuItem* MacStatusItemView::menuItem(const MenuItem& item) const {
+  if (item.isSeparator) return NSMenuItem.separatorItem;
+  NSMenuItem* const menuItem = [[NSMenuItem alloc] initWithTitle:nsString(item.title)
+                                                          action:selectorOf(item.action)
+                                                   keyEquivalent:nsString(item.keyEquivalent)];
+  menuItem.target = target;
+  menuItem.keyEquivalentModifierMask = flagsOf(item.keyModifier);
+  menuItem.enabled = item.isEnabled;
+  menuItem.toolTip = item.toolTip.empty() ? nil : nsString(item.toolTip);
+  menuItem.representedObject = item.representedObject ? @(*item.representedObject) : nil;
+  return menuItem;
+}
+
+}  // namespace keyrow::macos

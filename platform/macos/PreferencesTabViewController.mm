@@ -1,0 +1,55 @@
+#include "platform/macos/PreferencesTabViewController.h"
+
+#include <cstddef>
+
+#include "platform/macos/AboutViewController.h"
+#include "platform/macos/Conversions.h"
+#include "platform/macos/GeneralViewController.h"
+
+@implementation PreferencesTabViewController {
+  keyrow::SettingsWindowActions* _actions;
+}
+
+- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions {
+  self = [super init];
+  if (self) _actions = &actions;
+  return self;
+}
+
+- (void)viewDidLoad {
+  [super viewDidLoad];
+  self.tabView.tabViewType = NSNoTabsNoBorder;
+
+  constexpr auto size = keyrow::settingsContentSize;
+  NSArray<NSViewController*>* const panes =
+      @[ [[GeneralViewController alloc] init], [[AboutViewController alloc] init] ];
+  NSMutableArray<NSTabViewItem*>* const items = [NSMutableArray array];
+  for (std::size_t index = 0; index < keyrow::settingsTabs.size(); ++index) {
+    const auto& tab = keyrow::settingsTabs[index];
+    NSViewController* const pane = panes[index];
+    pane.title = keyrow::macos::nsString(tab.title);
+    pane.preferredContentSize = NSMakeSize(size.width, size.height);
+    NSTabViewItem* const item = [NSTabViewItem tabViewItemWithViewController:pane];
+    item.label = keyrow::macos::nsString(tab.title);
+    item.image = [NSImage imageWithSystemSymbolName:keyrow::macos::nsString(tab.symbolName)
+                           accessibilityDescription:nil];
+    [items addObject:item];
+  }
+  self.tabViewItems = items;
+  self.selectedTabViewItemIndex = 0;
+  self.preferredContentSize = NSMakeSize(size.width, size.height);
+  self.tabStyle = NSTabViewControllerTabStyleToolbar;
+  self.canPropagateSelectedChildViewControllerTitle = NO;
+}
+
+- (void)viewDidAppear {
+  [super viewDidAppear];
+  _actions->viewDidAppear();
+}
+
+- (void)tabView:(NSTabView*)tabView didSelectTabViewItem:(NSTabViewItem*)tabViewItem {
+  [super tabView:tabView didSelectTabViewItem:tabViewItem];
+  _actions->didSelectTabViewItem();
+}
+
+@end

@@ -1,0 +1,4 @@
+#include "platform/macos/ResourceBundleClass.h"
+
+@implementation ResourceBundleClass
+@end

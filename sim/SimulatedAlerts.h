@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Alerts.h"
+#include "sim/SimulatedMac.h"
+
+namespace keyrow::sim {
+
+/// Alerts on the machine's screen.
+class SimulatedAlerts final : public Alerts {
+ public:
+  explicit SimulatedAlerts(SimulatedMac& mac) : mac_{mac} {}
+
+  int runModal(const Alert& alert) override { return mac_.screen.showAlert(alert); }
+
+ private:
+  SimulatedMac& mac_;
+};
+
+}  // namespace keyrow::sim

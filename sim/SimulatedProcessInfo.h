@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Process.h"
+#include "sim/OpenHandles.h"
+
+namespace keyrow::sim {
+
+/// What a process knows about itself.
+class SimulatedProcessInfo final : public Process {
+ public:
+  explicit SimulatedProcessInfo(OpenHandles::ProcessID processID) : processID_{processID} {}
+
+  std::int32_t processIdentifier() override { return processID_; }
+
+ private:
+  const OpenHandles::ProcessID processID_;
+};
+
+}  // namespace keyrow::sim

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "sim/SimulatedStatusItemView.h"
+
+namespace keyrow::sim {
+
+/// The item in the menu bar in one line, such as: [fn] blue dot, "Local F-Key Mode".
+std::string drawStatusItem(const SimulatedStatusItemView& item);
+
+/// A menu, one line for each item and one for its tool tip.
+std::string drawMenu(const std::vector<MenuItem>& items);
+
+}  // namespace keyrow::sim

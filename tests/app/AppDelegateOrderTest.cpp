@@ -1,0 +1,103 @@
+#include <gmock/gmock.h>
+
+#include "app/AppDelegate.h"
+#include "tests/app/AppDelegateFixture.h"
+
+namespace keyrow::sim {
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr auto takeover = "app.keyrow.Keyrow.instanceTakeover";
+
+/// Monitoring that puts on the trace what is asked of it.
+class TracedMonitoring final : public KeyboardMonitoring {
+ public:
+  explicit TracedMonitoring(PortTrace& trace) : trace_{trace} {}
+
+  bool startEventTap() override {
+    trace_.add("start event tap");
+    return true;
+  }
+  void stopEventTap() override { trace_.add("stop event tap"); }
+
+ private:
+  PortTrace& trace_;
+};
+
+class AppDelegateOrderTest : public AppDelegateFixture {
+ protected:
+  TracedMonitoring monitoring{mac.trace};
+
+  void SetUp() override {
+    AppDelegateFixture::SetUp();
+    storeOverride("com.example.gone", FnState::standard);
+    keyrow().appDelegate().setKeyboardMonitoring(&monitoring);
+  }
+};
+
+TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
+  mac.trace.start();
+  process->launch();
+  EXPECT_THAT(
+      mac.trace.take(),
+      ElementsAre(
+          std::string{"observe "} + takeover, "list running applications", "create status item",
+          // The mode, for the item.
+          "find-service", "read-service-property", "create settings window",
+          // The override of an application that is not installed.
+          "find-application", "open-hid-manager", "frontmost-application",
+          // The prompt, then the tap.
+          "is process trusted", "is process trusted", "start event tap", "observe activation",
+          "observe wake", "observe sleep", "observe CapsLockIndicatorSettingDidChange",
+          "observe NSApplicationDidBecomeActiveNotification",
+          // The mode is applied.
+          "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
+}
+
+TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
+  mac.isAccessibilityGranted = false;
+  mac.trace.start();
+  process->launch();
+  const auto calls = mac.trace.take();
+  const std::vector<std::string> prompting(calls.begin() + 9, calls.begin() + 16);
+  EXPECT_THAT(prompting, ElementsAre("is process trusted", "activate all windows", "activate",
+                                     "bring settings window to the front", "prompt for trust",
+                                     "is process trusted", "observe activation"));
+}
+
+TEST_F(AppDelegateOrderTest, TakesOverBeforeItShowsAnything) {
+  SimulatedProcess older{mac, 400};
+  older.launch();
+  mac.trace.start();
+  process->launch();
+  const auto calls = mac.trace.take();
+  const auto position = [&](const std::string& call) {
+    return std::ranges::find(calls, call) - calls.begin();
+  };
+  EXPECT_TRUE(older.hasEnded());
+  EXPECT_LT(position(std::string{"post "} + takeover), position("terminate 400"));
+  EXPECT_LT(position("terminate 400"), position("create status item"));
+  EXPECT_LT(position("create status item"), position("create settings window"));
+}
+
+TEST_F(AppDelegateOrderTest, TerminatesInThisOrder) {
+  process->launch();
+  storeOverride("com.example.gone", FnState::standard);
+  mac.trace.start();
+  process->terminate();
+  EXPECT_THAT(mac.trace.take(),
+              ElementsAre(
+                  // The mode is restored.
+                  "find-service", "open-connection", "set-hid-parameter",
+                  "stop observing CapsLockIndicatorSettingDidChange", "stop event tap",
+                  "close-hid-manager", "stop observing NSApplicationDidBecomeActiveNotification",
+                  std::string{"stop observing "} + takeover,
+                  // The override of an application that is not installed.
+                  "find-application",
+                  // The mode is mirrored.
+                  "synchronize-preferences"));
+}
+
+}  // namespace
+}  // namespace keyrow::sim

@@ -1,0 +1,26 @@
+#include "ui/SettingsWindowController.h"
+
+namespace keyrow {
+
+void SettingsWindowController::show() {
+  if (!window_.hasWindow()) return;
+  bringForward();
+  mainQueue_.async([this, weak = std::weak_ptr{alive}] {
+    if (!weak.expired() && window_.hasWindow()) bringForward();
+  });
+}
+
+// The system sizes the window for each tab as it sees fit.
+void SettingsWindowController::viewDidAppear() { window_.setFixedContentSize(settingsContentSize); }
+
+void SettingsWindowController::didSelectTabViewItem() {
+  window_.setFixedContentSize(settingsContentSize);
+}
+
+void SettingsWindowController::bringForward() {
+  application_.activateAllWindows();
+  application_.activate();
+  window_.bringToFront();
+}
+
+}  // namespace keyrow

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/Application.h"
+#include "platform/MainQueue.h"
+#include "ui/SettingsWindowView.h"
+
+namespace keyrow {
+
+/// The one settings window: created once, shown and hidden as often as the user likes,
+/// always of the same size. Main thread only.
+class SettingsWindowController final : public SettingsWindowActions {
+ public:
+  SettingsWindowController(SettingsWindowView& window, Application& application,
+                           MainQueue& mainQueue)
+      : window_{window}, application_{application}, mainQueue_{mainQueue} {}
+
+  /// Creates the window; it stays hidden until the first `show`.
+  void createWindow() { window_.create(*this); }
+
+  /// Makes this the active application with the window in front, and once more when the
+  /// main queue gets to it: what is going on now may still take the focus away.
+  void show();
+
+  void viewDidAppear() override;
+  void didSelectTabViewItem() override;
+
+ private:
+  void bringForward();
+
+  SettingsWindowView& window_;
+  Application& application_;
+  MainQueue& mainQueue_;
+  const std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+};
+
+}  // namespace keyrow

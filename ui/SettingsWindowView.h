@@ -1,0 +1,64 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "platform/Port.h"
+
+namespace keyrow {
+
+/// In points.
+struct ContentSize {
+  double width = 0;
+  double height = 0;
+
+  friend bool operator==(const ContentSize&, const ContentSize&) = default;
+};
+
+/// A tab of the settings window.
+struct SettingsTab {
+  std::string_view title;
+  /// A system symbol.
+  std::string_view symbolName;
+};
+
+inline constexpr std::string_view settingsWindowTitle = "Settings";
+inline constexpr ContentSize settingsContentSize{420, 390};
+/// In their order; the first is shown first.
+inline constexpr std::array<SettingsTab, 2> settingsTabs{{
+    {"General", "gearshape"},
+    {"About", "info.circle"},
+}};
+
+/// What happens to the settings window.
+class SettingsWindowActions {
+ public:
+  /// The tabs' view has come into sight.
+  virtual void viewDidAppear() = 0;
+  virtual void didSelectTabViewItem() = 0;
+
+ protected:
+  ~SettingsWindowActions() = default;
+};
+
+/// The settings window (`NSWindow`, with the panes in an `NSTabViewController`). Closing
+/// hides it.
+class SettingsWindowView : public Port {
+ public:
+  /// Creates the window, hidden, with its two tabs and `settingsContentSize`; `actions`
+  /// has to outlive it.
+  virtual void create(SettingsWindowActions& actions) = 0;
+
+  /// Whether there is a window.
+  virtual bool hasWindow() = 0;
+
+  /// Brings the window before those of all applications and makes it the key and the
+  /// main window (`orderFrontRegardless`, `makeKeyAndOrderFront:`, `makeMainWindow`).
+  virtual void bringToFront() = 0;
+
+  /// Sets the content size, and the smallest and the largest, in the window that the
+  /// tabs are in.
+  virtual void setFixedContentSize(ContentSize size) = 0;
+};
+
+}  // namespace keyrow

@@ -1,0 +1,145 @@
+#include "ui/StatusBarController.h"
+
+namespace keyrow {
+
+namespace {
+
+std::optional<FnState> stateOf(const std::optional<PropertyValue>& representedObject) {
+  const auto* raw = representedObject ? representedObject->integer() : nullptr;
+  return raw ? fnStateFromRawValue(*raw) : std::nullopt;
+}
+
+}  // namespace
+
+void StatusBarController::setUp() {
+  statusItem_.create(*this);
+  modePolicy_.setPresenter(this);
+  updateScopeIndicator();
+  setCapsLockIndicatorEnabled(settings_.showCapsLockIndicator());
+  modePolicy_.refreshFromHardware();
+}
+
+void StatusBarController::fnSwitch() {
+  if (modePolicy_.isLocalScopeActive()) {
+    modePolicy_.toggleLocalOverride(nullptr);
+  } else {
+    modePolicy_.toggleGlobalFnState(nullptr);
+  }
+}
+
+void StatusBarController::toggleLocal() { modePolicy_.toggleLocalOverride(nullptr); }
+
+void StatusBarController::handleWake() {
+  modePolicy_.refreshFromHardware();
+  modePolicy_.applyStoredFnState();
+  updateCapsLockIndicator();
+}
+
+void StatusBarController::setCapsLockIndicatorEnabled(bool enabled) {
+  lastCapsLockLockedState.reset();
+  if (enabled) {
+    updateCapsLockIndicator();
+  } else {
+    hideCapsLockIndicator();
+  }
+}
+
+void StatusBarController::updateCapsLockIndicator() {
+  if (!settings_.showCapsLockIndicator()) {
+    hideCapsLockIndicator();
+    return;
+  }
+  const auto isLocked = systemCapsLockState();
+  if (!isLocked || isLocked == lastCapsLockLockedState) return;
+  lastCapsLockLockedState = isLocked;
+  statusItem_.setCapsLockIndicatorHidden(!*isLocked);
+  isCapsLockIndicatorVisible = *isLocked;
+  updateScopeIndicator();
+}
+
+void StatusBarController::fnStateDidChange(FnState state) { updateStatusImage(state); }
+
+void StatusBarController::scopeDidChange(bool /*isLocalScopeActive*/) { updateScopeIndicator(); }
+
+void StatusBarController::statusBarButtonClicked(ClickEvent event) {
+  if (event == ClickEvent::leftMouseUp) fnSwitch();
+  if (event == ClickEvent::rightMouseDown) popUpMenu();
+}
+
+void StatusBarController::handleMenuGlobalSwitch(
+    const std::optional<PropertyValue>& representedObject) {
+  if (const auto state = stateOf(representedObject)) modePolicy_.setGlobalFnState(*state, nullptr);
+}
+
+void StatusBarController::handleMenuLocalSwitch(
+    const std::optional<PropertyValue>& representedObject) {
+  const auto state = stateOf(representedObject);
+  if (!state) return;
+  if (const auto frontmost = workspace_.frontmostBundleIdentifier()) {
+    modePolicy_.setLocalFnState(*state, *frontmost, nullptr);
+  }
+}
+
+void StatusBarController::openPreferences() { shouldOpenSettingsAfterMenuClose = true; }
+
+void StatusBarController::quit() { application_.terminate(); }
+
+void StatusBarController::menuDidClose() {
+  mainQueue_.async([this] { afterMenu(); });
+}
+
+void StatusBarController::updateStatusImage(FnState state) {
+  statusItem_.setImage(state == FnState::standard ? "fn" : "globe");
+  updateCapsLockIndicator();
+}
+
+void StatusBarController::updateScopeIndicator() {
+  if (modePolicy_.isLocalScopeActive()) {
+    // Both indicators have the same place; Caps Lock wins it.
+    statusItem_.setScopeIndicator(isCapsLockIndicatorVisible, "Local F-Key Mode");
+  } else {
+    statusItem_.setScopeIndicator(true, std::nullopt);
+  }
+}
+
+void StatusBarController::hideCapsLockIndicator() {
+  statusItem_.setCapsLockIndicatorHidden(true);
+  isCapsLockIndicatorVisible = false;
+  updateScopeIndicator();
+}
+
+void StatusBarController::popUpMenu() {
+  StatusMenuState state;
+  state.globalBase = modePolicy_.storedGlobalFnState();
+  if (!state.globalBase) state.globalBase = modePolicy_.currentFnState();
+
+  const auto frontmost = workspace_.frontmostBundleIdentifier();
+  state.hasFrontmostApplication = frontmost.has_value();
+  if (frontmost) state.localBase = storedFnStates_.local(*frontmost);
+  if (!state.localBase) state.localBase = state.globalBase;
+
+  state.shortcutKey = settings_.localToggleShortcut().displayName;
+  state.fnReplacementModifier = settings_.fnReplacementModifier();
+
+  statusItem_.setHighlighted(true);
+  statusItem_.popUpMenu(makeStatusMenu(state));
+}
+
+void StatusBarController::afterMenu() {
+  statusItem_.setHighlighted(false);
+  if (!shouldOpenSettingsAfterMenuClose) return;
+  shouldOpenSettingsAfterMenuClose = false;
+  settingsWindowController_.show();
+}
+
+std::optional<bool> StatusBarController::systemCapsLockState() const {
+  auto service = hidSystem_.matchingService(hidSystemClass);
+  if (!service) return std::nullopt;
+  const auto connection = service->open(hidParamConnectType);
+  service.reset();
+  if (!connection) return std::nullopt;
+  const auto isLocked = (*connection)->modifierLockState(capsLockState);
+  return isLocked ? std::optional{*isLocked} : std::nullopt;
+}
+
+}  // namespace keyrow

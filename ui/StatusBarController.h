@@ -1,0 +1,89 @@
+#pragma once
+
+#include <optional>
+
+#include "core/AppSettings.h"
+#include "core/ModePolicy.h"
+#include "core/StoredFnStates.h"
+#include "platform/Application.h"
+#include "platform/HidSystem.h"
+#include "platform/MainQueue.h"
+#include "platform/Workspace.h"
+#include "ui/SettingsWindowController.h"
+#include "ui/StatusItemView.h"
+
+namespace keyrow {
+
+/// The item in the menu bar: shows the mode in force, whether it is an override, and the
+/// Caps Lock state; switches the mode on a click, and offers a menu. Main thread only.
+class StatusBarController final : public ModePresenter, public StatusItemActions {
+ public:
+  StatusBarController(StatusItemView& statusItem, ModePolicy& modePolicy,
+                      const StoredFnStates& storedFnStates, const AppSettings& settings,
+                      SettingsWindowController& settingsWindowController, HidSystem& hidSystem,
+                      Workspace& workspace, Application& application, MainQueue& mainQueue)
+      : statusItem_{statusItem},
+        modePolicy_{modePolicy},
+        storedFnStates_{storedFnStates},
+        settings_{settings},
+        settingsWindowController_{settingsWindowController},
+        hidSystem_{hidSystem},
+        workspace_{workspace},
+        application_{application},
+        mainQueue_{mainQueue} {}
+
+  /// Puts the item into the menu bar and shows the hardware's mode there.
+  void setUp();
+
+  /// Flips the override while one is in force, or else the global mode, as a left click
+  /// does.
+  void fnSwitch();
+
+  /// Creates or flips the frontmost application's override.
+  void toggleLocal();
+
+  /// After the Mac has woken up: the keyboard may have come back in another mode.
+  void handleWake();
+
+  /// Shows the Caps Lock state afresh, or hides it.
+  void setCapsLockIndicatorEnabled(bool enabled);
+
+  /// Brings the Caps Lock indicator up to date; leaves it when the state cannot be read.
+  void updateCapsLockIndicator();
+
+  void fnStateDidChange(FnState state) override;
+  void scopeDidChange(bool isLocalScopeActive) override;
+
+  void statusBarButtonClicked(ClickEvent event) override;
+  void handleMenuGlobalSwitch(const std::optional<PropertyValue>& representedObject) override;
+  void handleMenuLocalSwitch(const std::optional<PropertyValue>& representedObject) override;
+  void openPreferences() override;
+  void quit() override;
+  void menuDidClose() override;
+
+ private:
+  void updateStatusImage(FnState state);
+  void updateScopeIndicator();
+  void hideCapsLockIndicator();
+  void popUpMenu();
+  void afterMenu();
+  std::optional<bool> systemCapsLockState() const;
+
+  StatusItemView& statusItem_;
+  ModePolicy& modePolicy_;
+  const StoredFnStates& storedFnStates_;
+  const AppSettings& settings_;
+  SettingsWindowController& settingsWindowController_;
+  HidSystem& hidSystem_;
+  Workspace& workspace_;
+  Application& application_;
+  MainQueue& mainQueue_;
+
+  /// The Caps Lock state last shown; absent when the next one is to be shown in any case.
+  std::optional<bool> lastCapsLockLockedState;
+  bool isCapsLockIndicatorVisible = false;
+  /// Set by the menu: the window would lose the focus to a menu that is still closing.
+  bool shouldOpenSettingsAfterMenuClose = false;
+};
+
+}  // namespace keyrow

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Port.h"
+#include "platform/PropertyValue.h"
+#include "ui/StatusMenu.h"
+
+namespace keyrow {
+
+/// The events at which the status item's button sends its action (`NSEventType`).
+enum class ClickEvent {
+  leftMouseUp,
+  rightMouseDown,
+  /// Every other type.
+  other,
+};
+
+/// What the user does with the status item.
+class StatusItemActions {
+ public:
+  virtual void statusBarButtonClicked(ClickEvent event) = 0;
+
+  /// A mode was chosen in the menu; the item's represented object says which, if it is
+  /// 0 or 1.
+  virtual void handleMenuGlobalSwitch(const std::optional<PropertyValue>& representedObject) = 0;
+  virtual void handleMenuLocalSwitch(const std::optional<PropertyValue>& representedObject) = 0;
+  virtual void openPreferences() = 0;
+  virtual void quit() = 0;
+  virtual void menuDidClose() = 0;
+
+ protected:
+  ~StatusItemActions() = default;
+};
+
+/// The look of the two indicators, round dots at the same place on the button, in points.
+struct StatusIndicatorLayout {
+  double width = 6;
+  double height = 6;
+  double cornerRadius = 3;
+  /// From the button's trailing edge to the dot's leading edge.
+  double leadingToButtonTrailing = -1;
+};
+
+/// A colour in the calibrated RGB space.
+struct CalibratedColor {
+  double red;
+  double green;
+  double blue;
+  double alpha;
+};
+inline constexpr CalibratedColor capsLockIndicatorColor{0.26, 1.0, 0.36, 1.0};
+
+/// Where the menu's top left corner lies on the button, in points from its left edge.
+inline constexpr double statusMenuX = 6;
+
+/// The square item in the menu bar (`NSStatusItem`), with its button and two indicators.
+/// Before `create`, and where the system gives no item, the other calls do nothing.
+class StatusItemView : public Port {
+ public:
+  /// Creates the item with both indicators hidden; `actions` has to outlive it.
+  virtual void create(StatusItemActions& actions) = 0;
+
+  /// Shows a system symbol as a template image, without an accessibility description.
+  virtual void setImage(std::string_view systemSymbolName) = 0;
+
+  /// The Caps Lock indicator, filled with `capsLockIndicatorColor`.
+  virtual void setCapsLockIndicatorHidden(bool hidden) = 0;
+
+  /// The override indicator, filled with the system blue; an absent tool tip clears it.
+  virtual void setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) = 0;
+
+  virtual void setHighlighted(bool highlighted) = 0;
+
+  /// Pops up a menu at the button, light or dark as the button is, and comes back when
+  /// it has closed.
+  virtual void popUpMenu(const std::vector<MenuItem>& items) = 0;
+};
+
+}  // namespace keyrow

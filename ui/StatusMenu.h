@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/FnReplacementModifier.h"
+#include "core/FnState.h"
+
+namespace keyrow {
+
+/// What choosing a menu item does.
+enum class MenuAction {
+  none,
+  handleMenuGlobalSwitch,
+  handleMenuLocalSwitch,
+  openPreferences,
+  quit
+};
+
+/// The modifier of a key equivalent (`NSEventModifierFlags`).
+enum class MenuKeyModifier { command, function, shift };
+
+/// An item of the status item's menu.
+struct MenuItem {
+  std::string title = {};
+  MenuAction action = MenuAction::none;
+  std::string keyEquivalent = {};
+  MenuKeyModifier keyModifier = MenuKeyModifier::command;
+  bool isEnabled = true;
+  std::string toolTip = {};
+  /// The raw value of the `FnState` that the item sets.
+  std::optional<std::int64_t> representedObject = {};
+  bool isSeparator = false;
+};
+
+/// What the menu tells the user about.
+struct StatusMenuState {
+  /// The mode that the global item departs from; absent when there is none.
+  std::optional<FnState> globalBase;
+  /// The mode that the local item departs from; absent when there is none.
+  std::optional<FnState> localBase;
+  /// Whether there is an application that can have an override.
+  bool hasFrontmostApplication = false;
+  /// How the key of the per-app shortcut is shown.
+  std::string shortcutKey;
+  std::optional<FnReplacementModifier> fnReplacementModifier;
+};
+
+/// The items of the menu, from the top.
+std::vector<MenuItem> makeStatusMenu(const StatusMenuState& state);
+
+}  // namespace keyrow
