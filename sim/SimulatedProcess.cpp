@@ -40,12 +40,11 @@ void SimulatedProcess::terminate() {
 }
 
 void SimulatedProcess::quit() {
-  context.mainThread->deliver([this] { terminate(); });
+  perform([this] { terminate(); });
 }
 
 void SimulatedProcess::reopen() {
-  context.mainThread->deliver(
-      [this] { keyrow().appDelegate().applicationShouldHandleReopen(false); });
+  perform([this] { keyrow().appDelegate().applicationShouldHandleReopen(false); });
 }
 
 void SimulatedProcess::kill() {

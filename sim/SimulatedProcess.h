@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "app/Keyrow.h"
 #include "core/AppIdentifier.h"
@@ -49,6 +51,9 @@ class SimulatedProcess {
 
   /// The user quits it; it gets to that as soon as it answers.
   void quit();
+
+  /// Runs work in its main thread, as soon as it answers.
+  void perform(std::function<void()> work) { context.mainThread->deliver(std::move(work)); }
 
   /// The user opens the application although it runs.
   void reopen();

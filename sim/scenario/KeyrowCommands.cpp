@@ -10,8 +10,9 @@ namespace {
 /// Something the user tells the running Keyrow.
 Play tellKeyrow(std::function<void(Keyrow&)> tell) {
   return [tell = std::move(tell)](Stage& stage) {
-    if (!stage.process()) return keyrowNotRunning();
-    tell(stage.process()->keyrow());
+    auto* process = stage.process();
+    if (!process) return keyrowNotRunning();
+    process->perform([tell, process] { tell(process->keyrow()); });
     return Outcome{};
   };
 }
@@ -83,17 +84,18 @@ Play modeCommand(LineReader& line, ModeCommand command) {
   const bool byKeyboard = line.accept("on");
   const auto name = byKeyboard ? line.word("the name of a keyboard") : std::string{};
   return [byKeyboard, name, command = std::move(command)](Stage& stage) {
-    if (!stage.process()) return keyrowNotRunning();
-    auto& keyrow = stage.process()->keyrow();
+    auto* process = stage.process();
+    if (!process) return keyrowNotRunning();
     std::shared_ptr<const KeyboardDeviceSource> source;
     if (byKeyboard) {
       const auto keyboard = stage.mac.keyboards.find(name);
       if (!keyboard) return unplayable("no keyboard " + name + " is attached");
       constexpr std::uint32_t keyboardPage = 7;
       stage.mac.sendInput(keyboard, keyboardPage);
-      source = keyrow.keyboardSourceMonitor().source(stage.mac.machAbsoluteTime());
+      source = process->keyrow().keyboardSourceMonitor().source(stage.mac.machAbsoluteTime());
     }
-    command(keyrow.modePolicy(), source.get());
+    process->perform(
+        [command, process, source] { command(process->keyrow().modePolicy(), source.get()); });
     return Outcome{};
   };
 }
