@@ -42,7 +42,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::applicationWillTerminate() {
   use.modePolicy.restoreGlobalFnState();
   capsLockSettingObserver = {};
-  if (keyboardMonitoring) keyboardMonitoring->stopEventTap();
+  use.eventTapController.stopEventTap();
   use.keyboardSourceMonitor.stopMonitoring();
   appActiveObserver = {};
   use.instanceTakeover.removeInstanceTakeoverObserver();
@@ -84,7 +84,7 @@ void AppDelegate::syncFromHardware() {
 void AppDelegate::handleWake() {
   use.statusBarController.handleWake();
   // macOS can disable a tap during sleep without ever announcing it.
-  if (keyboardMonitoring && eventTapStarted) keyboardMonitoring->startEventTap();
+  if (eventTapStarted) use.eventTapController.startEventTap();
 }
 
 void AppDelegate::installAppActiveObserver() {
@@ -93,8 +93,8 @@ void AppDelegate::installAppActiveObserver() {
 }
 
 void AppDelegate::startEventTapIfPossible() {
-  if (!keyboardMonitoring || eventTapStarted || !use.accessibility.isProcessTrusted()) return;
-  if (!keyboardMonitoring->startEventTap()) {
+  if (eventTapStarted || !use.accessibility.isProcessTrusted()) return;
+  if (!use.eventTapController.startEventTap()) {
     showEventTapFailureAlert();
     return;
   }

@@ -4,11 +4,11 @@
 #include <string>
 
 #include "app/InstanceTakeover.h"
-#include "app/KeyboardMonitoring.h"
 #include "core/AppSettings.h"
 #include "core/FnStateController.h"
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
+#include "input/KeyboardEventTapController.h"
 #include "input/KeyboardSourceMonitor.h"
 #include "platform/Accessibility.h"
 #include "platform/Alerts.h"
@@ -30,6 +30,7 @@ class AppDelegate {
     const StoredFnStates& storedFnStates;
     AppSettings& settings;
     KeyboardSourceMonitor& keyboardSourceMonitor;
+    KeyboardEventTapController& eventTapController;
     StatusBarController& statusBarController;
     SettingsWindowController& settingsWindowController;
     InstanceTakeover& instanceTakeover;
@@ -40,9 +41,6 @@ class AppDelegate {
   };
 
   explicit AppDelegate(const Uses& uses) : use{uses} {}
-
-  /// The monitoring to start at launch; without one no keys are monitored.
-  void setKeyboardMonitoring(KeyboardMonitoring* monitoring) { keyboardMonitoring = monitoring; }
 
   /// The launch sequence (`applicationDidFinishLaunching:`).
   void applicationDidFinishLaunching();
@@ -69,7 +67,6 @@ class AppDelegate {
   void promptForAccessibilityIfNeeded();
 
   const Uses use;
-  KeyboardMonitoring* keyboardMonitoring = nullptr;
 
   /// The event tap has been started successfully.
   bool eventTapStarted = false;

@@ -7,6 +7,10 @@
 #include "core/FnStateController.h"
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
+#include "input/ExternalKeyboardFunctionRowMapper.h"
+#include "input/KeyEventHandler.h"
+#include "input/KeySettings.h"
+#include "input/KeyboardEventTapController.h"
 #include "input/KeyboardSourceMonitor.h"
 #include "platform/Platform.h"
 #include "ui/SettingsWindowController.h"
@@ -26,6 +30,10 @@ class Keyrow {
   FnStateController& fnStateController() { return fnStateController_; }
   ModePolicy& modePolicy() { return modePolicy_; }
   KeyboardSourceMonitor& keyboardSourceMonitor() { return keyboardSourceMonitor_; }
+  KeySettings& keySettings() { return keySettings_; }
+  ExternalKeyboardFunctionRowMapper& functionRowMapper() { return functionRowMapper_; }
+  KeyEventHandler& keyEventHandler() { return keyEventHandler_; }
+  KeyboardEventTapController& eventTapController() { return eventTapController_; }
   SettingsWindowController& settingsWindowController() { return settingsWindowController_; }
   StatusBarController& statusBarController() { return statusBarController_; }
   AppDelegate& appDelegate() { return appDelegate_; }
@@ -37,6 +45,10 @@ class Keyrow {
   FnStateController fnStateController_;
   ModePolicy modePolicy_;
   KeyboardSourceMonitor keyboardSourceMonitor_;
+  KeySettings keySettings_;
+  ExternalKeyboardFunctionRowMapper functionRowMapper_;
+  KeyEventHandler keyEventHandler_;
+  KeyboardEventTapController eventTapController_;
   SettingsWindowController settingsWindowController_;
   StatusBarController statusBarController_;
   InstanceTakeover instanceTakeover_;

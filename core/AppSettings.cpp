@@ -46,9 +46,13 @@ void AppSettings::setFnReplacementModifier(std::optional<FnReplacementModifier> 
   userDefaults_.setObject(settingsKey::fnReplacementModifier, rawValue(*modifier));
 }
 
+std::uint16_t AppSettings::localToggleShortcutKeyCode() const {
+  return usableKeyCode().value_or(graveAccentKeyCode);
+}
+
 LocalToggleShortcut AppSettings::localToggleShortcut() const {
-  const auto keyCode = storedKeyCode();
-  if (!keyCode || *keyCode == escapeKeyCode) return defaultLocalToggleShortcut();
+  const auto keyCode = usableKeyCode();
+  if (!keyCode) return defaultLocalToggleShortcut();
 
   auto displayName = string(settingsKey::localToggleShortcutDisplayName);
   if (!displayName || displayName->empty()) return makeLocalToggleShortcut(*keyCode, std::nullopt);
@@ -103,12 +107,13 @@ std::optional<std::string> AppSettings::string(std::string_view key) const {
   return value ? std::optional{*value} : std::nullopt;
 }
 
-std::optional<std::uint16_t> AppSettings::storedKeyCode() const {
+std::optional<std::uint16_t> AppSettings::usableKeyCode() const {
   const auto object = userDefaults_.object(settingsKey::localToggleShortcutKeyCode);
   const auto* value = object ? object->integer() : nullptr;
   if (!value) return std::nullopt;
   constexpr std::int64_t largest = std::numeric_limits<std::uint16_t>::max();
-  return static_cast<std::uint16_t>(std::clamp<std::int64_t>(*value, 0, largest));
+  const auto keyCode = static_cast<std::uint16_t>(std::clamp<std::int64_t>(*value, 0, largest));
+  return keyCode == escapeKeyCode ? std::nullopt : std::optional{keyCode};
 }
 
 }  // namespace keyrow

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -28,6 +29,18 @@ inline constexpr std::string_view localToggleShortcutMenuKeyEquivalent =
     "localToggleShortcutMenuKeyEquivalent";
 inline constexpr std::string_view hasPromptedAccessibility = "hasPromptedAccessibility";
 inline constexpr std::string_view SUEnableAutomaticChecks = "SUEnableAutomaticChecks";
+
+inline constexpr std::array<std::string_view, 11> all{globalFnState,
+                                                      localFnState,
+                                                      showCapsLockIndicator,
+                                                      applyFnModeToExternalFunctionKeys,
+                                                      enhancedDiagnosticsEnabled,
+                                                      fnReplacementModifier,
+                                                      localToggleShortcutKeyCode,
+                                                      localToggleShortcutDisplayName,
+                                                      localToggleShortcutMenuKeyEquivalent,
+                                                      hasPromptedAccessibility,
+                                                      SUEnableAutomaticChecks};
 }  // namespace settingsKey
 
 /// The notifications posted after a setting was written.
@@ -73,6 +86,8 @@ class AppSettings {
   /// The per-app shortcut: the stored one, or the default when there is none or when it
   /// is Escape. Setting and resetting post `LocalToggleShortcutSettingDidChange`.
   LocalToggleShortcut localToggleShortcut() const;
+  /// Its key code alone.
+  std::uint16_t localToggleShortcutKeyCode() const;
   void setLocalToggleShortcut(const LocalToggleShortcut& shortcut);
   void resetLocalToggleShortcut();
 
@@ -89,7 +104,8 @@ class AppSettings {
   bool boolean(std::string_view key) const;
   void setBoolean(std::string_view key, bool value, std::string_view notification);
   std::optional<std::string> string(std::string_view key) const;
-  std::optional<std::uint16_t> storedKeyCode() const;
+  /// The stored key code; absent when there is none, or when it is Escape.
+  std::optional<std::uint16_t> usableKeyCode() const;
 
   UserDefaults& userDefaults_;
   NotificationCenter& notificationCenter_;

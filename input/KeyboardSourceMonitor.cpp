@@ -101,6 +101,7 @@ void KeyboardSourceMonitor::stopMonitoring() {
   manager.reset();
   const std::scoped_lock guard{lock};
   recentSamples.clear();
+  isInOrder = true;
   cachedSources.clear();
   loggedSourceKeys.clear();
 }
@@ -109,20 +110,42 @@ std::shared_ptr<const KeyboardDeviceSource> KeyboardSourceMonitor::source(
     std::uint64_t forEventTimestamp) {
   const auto retention = 4 * sampleMatchWindow;
   const auto cutoff = forEventTimestamp > retention ? forEventTimestamp - retention : 0;
-  const auto distanceToEvent = [forEventTimestamp](const KeyboardSample& sample) {
-    return distance(forEventTimestamp, sample.timestamp);
-  };
 
   const std::scoped_lock guard{lock};
-  std::erase_if(recentSamples,
-                [cutoff](const KeyboardSample& sample) { return sample.timestamp < cutoff; });
+  dropSamplesBefore(cutoff);
   if (recentSamples.empty()) return nullptr;
 
-  // Of several at the same distance the first, which is the oldest, wins.
-  const auto best = std::ranges::min_element(recentSamples, {}, distanceToEvent);
+  const auto& best = nearestSample(forEventTimestamp);
   const auto window = recentSamples.size() == 1 ? std::max(sampleMatchWindow, singleSampleWindow)
                                                 : sampleMatchWindow;
-  return distanceToEvent(*best) <= window ? best->source : nullptr;
+  return distance(forEventTimestamp, best.timestamp) <= window ? best.source : nullptr;
+}
+
+void KeyboardSourceMonitor::dropSamplesBefore(std::uint64_t timestamp) {
+  if (isInOrder && (recentSamples.empty() || recentSamples.front().timestamp >= timestamp)) return;
+  std::erase_if(recentSamples,
+                [timestamp](const KeyboardSample& sample) { return sample.timestamp < timestamp; });
+  isInOrder = std::ranges::is_sorted(recentSamples, {}, &KeyboardSample::timestamp);
+}
+
+// Of several samples at the same distance the first, which is the oldest, wins.
+const KeyboardSourceMonitor::KeyboardSample& KeyboardSourceMonitor::nearestSample(
+    std::uint64_t timestamp) const {
+  const auto distanceToEvent = [timestamp](const KeyboardSample& sample) {
+    return distance(timestamp, sample.timestamp);
+  };
+  if (!isInOrder) return *std::ranges::min_element(recentSamples, {}, distanceToEvent);
+
+  const auto firstAt = [this](std::uint64_t time) {
+    return std::ranges::lower_bound(recentSamples, time, {}, &KeyboardSample::timestamp);
+  };
+  const auto after = firstAt(timestamp);
+  if (after == recentSamples.begin()) return *after;
+  const auto before = std::prev(after);
+  if (after != recentSamples.end() && distanceToEvent(*after) < distanceToEvent(*before)) {
+    return *after;
+  }
+  return *firstAt(before->timestamp);
 }
 
 void KeyboardSourceMonitor::handleInputValue(const HidInputValue& value) {
@@ -130,6 +153,8 @@ void KeyboardSourceMonitor::handleInputValue(const HidInputValue& value) {
   auto source = resolveSource(*value.sender);
   const std::scoped_lock guard{lock};
   if (recentSamples.size() >= maximumSampleCount) recentSamples.erase(recentSamples.begin());
+  isInOrder =
+      isInOrder && (recentSamples.empty() || recentSamples.back().timestamp <= value.timestamp);
   recentSamples.push_back({value.timestamp, std::move(source)});
 }
 

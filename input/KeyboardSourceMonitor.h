@@ -50,6 +50,8 @@ class KeyboardSourceMonitor {
   };
 
   void handleInputValue(const HidInputValue& value);
+  void dropSamplesBefore(std::uint64_t timestamp);
+  const KeyboardSample& nearestSample(std::uint64_t timestamp) const;
   SharedSource resolveSource(HidDevice& device);
   void logOnce(const KeyboardDeviceSource& source);
   void logKeyboardsAgain();
@@ -68,8 +70,11 @@ class KeyboardSourceMonitor {
 
   /// Guards `recentSamples`, `cachedSources` and `loggedSourceKeys`.
   std::mutex lock;
-  /// Oldest first.
+  /// In the order of their arrival.
   std::vector<KeyboardSample> recentSamples;
+  /// Whether that is also the order of their timestamps, as it is unless the system mixes
+  /// them up.
+  bool isInOrder = true;
   /// By registry entry ID.
   std::unordered_map<std::uint64_t, SharedSource> cachedSources;
   /// The `sourceDescription` of every keyboard that the log knows.

@@ -8,6 +8,8 @@ class Application;
 class Bundle;
 class Clock;
 class DistributedNotificationCenter;
+class EventPoster;
+class EventTaps;
 class GlobalPreferences;
 class HidManagers;
 class HidSystem;
@@ -28,6 +30,8 @@ struct Platform {
   Bundle& bundle;
   Clock& clock;
   DistributedNotificationCenter& distributedNotificationCenter;
+  EventPoster& eventPoster;
+  EventTaps& eventTaps;
   GlobalPreferences& globalPreferences;
   HidManagers& hidManagers;
   HidSystem& hidSystem;

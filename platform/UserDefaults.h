@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -14,6 +15,10 @@ class UserDefaults : public Port {
  public:
   /// The object stored under the key; absent when there is none.
   virtual std::optional<PropertyValue> object(std::string_view key) = 0;
+
+  /// A number that has changed whenever any value has changed, whoever changed it. What
+  /// was read after this number was asked for holds as long as it stays the same.
+  virtual std::uint64_t changeCount() = 0;
 
   virtual void setObject(std::string_view key, const PropertyValue& value) = 0;
   virtual void removeObject(std::string_view key) = 0;

@@ -41,6 +41,11 @@ class Workspace : public Port {
   virtual std::vector<std::unique_ptr<RunningApplication>> runningApplications(
       std::string_view bundleIdentifier) = 0;
 
+  /// Opens the application at this path, or brings it to the front
+  /// (`openApplicationAtURL:configuration:completionHandler:`, with `activates` set);
+  /// nothing happens where there is none.
+  virtual void openApplication(std::string_view path) = 0;
+
   /// Opens a URL (`openURL:`); false when nothing opens it, or when it is no URL.
   virtual bool openURL(std::string_view url) = 0;
 };

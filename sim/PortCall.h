@@ -18,10 +18,14 @@ enum class PortCall {
   synchronizePreferences,
   findApplication,
   frontmostApplication,
+  createEventTap,
+  createRunLoopSource,
+  enableEventTap,
   openHidManager,
   registryEntryID,
   readDeviceProperty,
   openURL,
+  createKeyEventSource,
   readLog,
 };
 
@@ -32,7 +36,7 @@ struct PortCallInfo {
 };
 
 /// In the order of `PortCall`.
-inline constexpr std::array<PortCallInfo, 14> portCalls{{
+inline constexpr std::array<PortCallInfo, 18> portCalls{{
     {"find-service", "IOServiceGetMatchingService finds no service"},
     {"read-service-property", "IORegistryEntryCreateCFProperty gives nothing"},
     {"open-connection", "IOServiceOpen is refused"},
@@ -42,10 +46,14 @@ inline constexpr std::array<PortCallInfo, 14> portCalls{{
     {"synchronize-preferences", "CFPreferencesSynchronize fails"},
     {"find-application", "no application is found for a bundle identifier"},
     {"frontmost-application", "no application is frontmost"},
+    {"create-event-tap", "CGEventTapCreate gives nothing"},
+    {"create-run-loop-source", "CFMachPortCreateRunLoopSource gives nothing"},
+    {"enable-event-tap", "CGEventTapEnable does nothing"},
     {"open-hid-manager", "IOHIDManagerOpen is refused"},
     {"registry-entry-id", "a device has no registry entry ID"},
     {"read-device-property", "IOHIDDeviceGetProperty gives nothing"},
     {"open-url", "nothing opens the URL"},
+    {"create-key-event-source", "CGEventSourceCreate gives nothing"},
     {"read-log", "the log store cannot be read"},
 }};
 

@@ -30,6 +30,7 @@ void PropertyStore::setValue(std::string_view domain, std::string_view key,
   } else {
     values.erase(found);
   }
+  ++changeCount_;
 }
 
 PropertyDictionary PropertyStore::domain(std::string_view domain) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -26,6 +28,9 @@ class PropertyStore {
   /// All values of a domain.
   PropertyDictionary domain(std::string_view domain) const;
 
+  /// Grows with every change.
+  std::uint64_t changeCount() const { return changeCount_; }
+
   /// How often `setValue` was called.
   int writeCount() const;
 
@@ -36,6 +41,7 @@ class PropertyStore {
   mutable std::mutex mutex;
   std::map<std::string, PropertyDictionary, std::less<>> domains;
   int writeCount_ = 0;
+  std::atomic<std::uint64_t> changeCount_{0};
 };
 
 }  // namespace keyrow::sim

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/GlobalPreferences.h"
+#include "sim/KeyText.h"
 
 namespace keyrow::sim {
 
@@ -31,6 +32,12 @@ void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
   hid.setParameter("HIDFKeyMode", standardFunctionKeys ? 1 : 0);
   globalPreferences.setValue(GlobalPreferences::domain, "com.apple.keyboard.fnState",
                              standardFunctionKeys);
+}
+
+void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
+  if (!eventTaps.post(type, event)) return;
+  timeline.add(TimelineEvent::Kind::key, keyEventText(type, event) + " reaches " +
+                                             applications.frontmost().value_or("nobody"));
 }
 
 void SimulatedMac::sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard,

@@ -3,10 +3,14 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "platform/Clock.h"
+#include "platform/EventPoster.h"
+#include "platform/KeyEvent.h"
 #include "sim/Applications.h"
 #include "sim/DistributedNotifications.h"
+#include "sim/EventTapServer.h"
 #include "sim/Faults.h"
 #include "sim/HidHardware.h"
 #include "sim/Keyboards.h"
@@ -40,10 +44,18 @@ class SimulatedMac {
   DistributedNotifications distributedNotifications{scheduler};
   Power power{timeline};
   Screen screen{timeline};
+  EventTapServer eventTaps;
   PortTrace trace;
 
-  /// Whether Keyrow has the Accessibility permission.
+  /// Every system-defined event that was posted.
+  std::vector<SystemDefinedEvent> systemDefinedEvents;
+
+  /// Whether Keyrow has the permissions.
   bool isAccessibilityGranted = true;
+  bool isInputMonitoringGranted = true;
+
+  /// Whether a thread that is started gets to its work before anything else happens.
+  bool threadsStartAtOnce = true;
 
   /// What the HID system gives as the state of Caps Lock.
   bool isCapsLockOn = false;
@@ -62,6 +74,10 @@ class SimulatedMac {
 
   /// The user changes the mode in System Settings: hardware and preference at once.
   void changeModeInSystemSettings(bool standardFunctionKeys);
+
+  /// Lets a key event pass all taps; what gets through reaches the frontmost application,
+  /// which the timeline tells.
+  void postKeyEvent(std::uint32_t type, const KeyEvent& event);
 
   /// Lets a keyboard send one input of a usage page, now.
   void sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard, std::uint32_t usagePage);

@@ -10,6 +10,8 @@
 #include "sim/SimulatedBundle.h"
 #include "sim/SimulatedClock.h"
 #include "sim/SimulatedDistributedNotificationCenter.h"
+#include "sim/SimulatedEventPoster.h"
+#include "sim/SimulatedEventTaps.h"
 #include "sim/SimulatedGlobalPreferences.h"
 #include "sim/SimulatedHidManagers.h"
 #include "sim/SimulatedHidSystem.h"
@@ -36,6 +38,7 @@ class SimulatedPlatform {
 
   SimulatedSettingsWindowView settingsWindow;
   SimulatedStatusItemView statusItem;
+  SimulatedEventTaps eventTaps;
 
   const Platform& ports() const { return ports_; }
   Views views() { return {.settingsWindow = settingsWindow, .statusItem = statusItem}; }
@@ -46,6 +49,7 @@ class SimulatedPlatform {
   SimulatedBundle bundle;
   SimulatedClock clock;
   SimulatedDistributedNotificationCenter distributedNotificationCenter;
+  SimulatedEventPoster eventPoster;
   SimulatedGlobalPreferences globalPreferences;
   SimulatedHidManagers hidManagers;
   SimulatedHidSystem hidSystem;

@@ -22,13 +22,14 @@ SimulatedProcess::SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID pro
   };
 }
 
-void SimulatedProcess::launch() {
+bool SimulatedProcess::launch() {
   context.mac.applications.started(running);
   const auto kept = contents;
   try {
     kept->keyrow.appDelegate().applicationDidFinishLaunching();
+    return true;
   } catch (const ProcessEnded&) {
-    // It was told to go while it waited for others.
+    return false;
   }
 }
 
@@ -71,6 +72,7 @@ void SimulatedProcess::note(const std::string& what) {
 void SimulatedProcess::end() {
   if (hasEnded()) return;
   context.mainThread->end();
+  contents->platform.eventTaps.endThreads();
   running->isTerminated = true;
   // Not now: the code that ends the process may be its own.
   const auto ticket =

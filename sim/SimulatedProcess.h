@@ -43,8 +43,9 @@ class SimulatedProcess {
   SimulatedStatusItemView& statusItem() { return contents->platform.statusItem; }
   SimulatedSettingsWindowView& settingsWindow() { return contents->platform.settingsWindow; }
 
-  /// Runs Keyrow's launch sequence, or as much of it as it lives to see.
-  void launch();
+  /// Runs Keyrow's launch sequence; false when it was told to go while it waited for older
+  /// instances, and did not live to see the end.
+  bool launch();
 
   /// Runs Keyrow's termination sequence and ends.
   void terminate();

@@ -17,6 +17,7 @@ class SimulatedUserDefaults final : public UserDefaults {
   std::optional<PropertyValue> object(std::string_view key) override {
     return mac_.defaults.value(domain_, key);
   }
+  std::uint64_t changeCount() override { return mac_.defaults.changeCount(); }
   void setObject(std::string_view key, const PropertyValue& value) override {
     mac_.defaults.setValue(domain_, key, value);
   }

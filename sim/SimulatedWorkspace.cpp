@@ -62,6 +62,8 @@ std::vector<std::unique_ptr<RunningApplication>> SimulatedWorkspace::runningAppl
   return applications;
 }
 
+void SimulatedWorkspace::openApplication(std::string_view path) { context_.mac.screen.open(path); }
+
 bool SimulatedWorkspace::openURL(std::string_view url) {
   if (context_.mac.strikes(PortCall::openURL)) return false;
   context_.mac.screen.open(url);

@@ -29,6 +29,8 @@ struct TimelineEvent {
     screen,
     /// A process ended.
     process,
+    /// A key reached an application, or the system.
+    key,
   };
 
   /// Time since the machine was switched on.

@@ -7,6 +7,8 @@
 #include "platform/macos/MacBundle.h"
 #include "platform/macos/MacClock.h"
 #include "platform/macos/MacDistributedNotificationCenter.h"
+#include "platform/macos/MacEventPoster.h"
+#include "platform/macos/MacEventTaps.h"
 #include "platform/macos/MacGlobalPreferences.h"
 #include "platform/macos/MacHidManagers.h"
 #include "platform/macos/MacHidSystem.h"
@@ -34,6 +36,8 @@ class MacPlatform {
   MacBundle bundle;
   MacClock clock;
   MacDistributedNotificationCenter distributedNotificationCenter;
+  MacEventPoster eventPoster;
+  MacEventTaps eventTaps;
   MacGlobalPreferences globalPreferences;
   MacHidManagers hidManagers;
   MacHidSystem hidSystem;

@@ -1,10 +1,51 @@
 #include "platform/macos/MacUserDefaults.h"
 
-#import <Foundation/Foundation.h>
-
+#include "core/AppSettings.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/NotificationObserver.h"
+
+@implementation KeyrowDefaultsObserver {
+  std::atomic<std::uint64_t>* _changeCount;
+}
+
+- (instancetype)initWithChangeCount:(std::atomic<std::uint64_t>&)changeCount {
+  self = [super init];
+  if (!self) return nil;
+  _changeCount = &changeCount;
+  for (const auto key : keyrow::settingsKey::all) {
+    [NSUserDefaults.standardUserDefaults addObserver:self
+                                          forKeyPath:keyrow::macos::nsString(key)
+                                             options:0
+                                             context:nullptr];
+  }
+  return self;
+}
+
+- (void)invalidate {
+  for (const auto key : keyrow::settingsKey::all) {
+    [NSUserDefaults.standardUserDefaults removeObserver:self
+                                             forKeyPath:keyrow::macos::nsString(key)];
+  }
+}
+
+- (void)observeValueForKeyPath:(NSString*)keyPath
+                      ofObject:(id)object
+                        change:(NSDictionary*)change
+                       context:(void*)context {
+  ++*_changeCount;
+}
+
+@end
 
 namespace keyrow::macos {
+
+MacUserDefaults::MacUserDefaults()
+    : observer{[[KeyrowDefaultsObserver alloc] initWithChangeCount:changeCount_]},
+      changeObserver{observeNotification(NSNotificationCenter.defaultCenter,
+                                         NSUserDefaultsDidChangeNotification, /*queue=*/nil,
+                                         [this] { ++changeCount_; })} {}
+
+MacUserDefaults::~MacUserDefaults() { [observer invalidate]; }
 
 std::optional<PropertyValue> MacUserDefaults::object(std::string_view key) {
   const id object = [NSUserDefaults.standardUserDefaults objectForKey:nsString(key)];
@@ -14,10 +55,13 @@ std::optional<PropertyValue> MacUserDefaults::object(std::string_view key) {
 void MacUserDefaults::setObject(std::string_view key, const PropertyValue& value) {
   const id object = (__bridge_transfer id)cfObject(value).release();
   [NSUserDefaults.standardUserDefaults setObject:object forKey:nsString(key)];
+  // Whatever was written is to be seen at once.
+  ++changeCount_;
 }
 
 void MacUserDefaults::removeObject(std::string_view key) {
   [NSUserDefaults.standardUserDefaults removeObjectForKey:nsString(key)];
+  ++changeCount_;
 }
 
 }  // namespace keyrow::macos

@@ -21,6 +21,7 @@ class MacWorkspace final : public Workspace {
   ObserverToken observeDidWake(std::function<void()> handler) override;
   std::vector<std::unique_ptr<RunningApplication>> runningApplications(
       std::string_view bundleIdentifier) override;
+  void openApplication(std::string_view path) override;
   bool openURL(std::string_view url) override;
 };
 

@@ -63,6 +63,14 @@ std::vector<std::unique_ptr<RunningApplication>> MacWorkspace::runningApplicatio
   return applications;
 }
 
+void MacWorkspace::openApplication(std::string_view path) {
+  NSWorkspaceOpenConfiguration* const configuration = [NSWorkspaceOpenConfiguration configuration];
+  configuration.activates = YES;
+  [NSWorkspace.sharedWorkspace openApplicationAtURL:[NSURL fileURLWithPath:nsString(path)]
+                                      configuration:configuration
+                                  completionHandler:nil];
+}
+
 bool MacWorkspace::openURL(std::string_view url) {
   NSURL* const parsed = [NSURL URLWithString:nsString(url)];
   return parsed && [NSWorkspace.sharedWorkspace openURL:parsed];

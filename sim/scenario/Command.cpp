@@ -1,18 +1,33 @@
 #include "sim/scenario/Command.h"
 
+#include "sim/PropertyText.h"
+
 namespace keyrow::sim {
 
-std::array<std::span<const Command>, 3> actions() {
-  return {machineCommands(), desktopCommands(), keyrowCommands()};
+std::array<std::span<const Command>, 4> actions() {
+  return {machineCommands(), keyCommands(), desktopCommands(), keyrowCommands()};
 }
 
-std::array<std::span<const Command>, 2> expectations() {
-  return {stateExpectations(), desktopExpectations()};
+std::array<std::span<const Command>, 3> expectations() {
+  return {stateExpectations(), desktopExpectations(), keyExpectations()};
 }
 
 Outcome expectEqual(std::string_view what, const std::string& expected, const std::string& actual) {
   if (expected == actual) return {};
   return unmet("expected " + std::string{what} + " to be " + expected + ", but it is " + actual);
+}
+
+Outcome expectEvent(Stage& stage, TimelineEvent::Kind kind, const std::optional<std::string>& text,
+                    std::string_view where) {
+  std::string seen;
+  for (const auto& event : stage.recentTimeline()) {
+    if (event.kind != kind) continue;
+    if (text && event.text == *text) return {};
+    seen += "\n    " + event.text;
+  }
+  if (!text && seen.empty()) return {};
+  return unmet("expected " + (text ? quoted(*text) : "nothing") + " " + std::string{where} +
+               ", but there is" + (seen.empty() ? " nothing" : seen));
 }
 
 Outcome unmet(std::string message) { return {Outcome::Kind::unmet, std::move(message)}; }

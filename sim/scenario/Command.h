@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -47,6 +48,9 @@ std::span<const Command> machineCommands();
 /// What happens on the screen: the user at Keyrow's views, permissions, sleep.
 std::span<const Command> desktopCommands();
 
+/// Keys that are pressed, and what can happen to the event tap.
+std::span<const Command> keyCommands();
+
 /// What happens to Keyrow, and what its user tells it.
 std::span<const Command> keyrowCommands();
 
@@ -56,12 +60,20 @@ std::span<const Command> stateExpectations();
 /// What has to hold, of what the user sees.
 std::span<const Command> desktopExpectations();
 
+/// What has to hold, of keys.
+std::span<const Command> keyExpectations();
+
 /// All actions, and all expectations, group by group.
-std::array<std::span<const Command>, 3> actions();
-std::array<std::span<const Command>, 2> expectations();
+std::array<std::span<const Command>, 4> actions();
+std::array<std::span<const Command>, 3> expectations();
 
 /// An outcome "expected ..., but it is ..." when the two differ.
 Outcome expectEqual(std::string_view what, const std::string& expected, const std::string& actual);
+
+/// An outcome "expected ..., but ..." when no event of this kind and text, or any when the
+/// text is absent, happened since the last action began; `where` ends the expectation.
+Outcome expectEvent(Stage& stage, TimelineEvent::Kind kind, const std::optional<std::string>& text,
+                    std::string_view where);
 
 Outcome unmet(std::string message);
 Outcome unplayable(std::string message);

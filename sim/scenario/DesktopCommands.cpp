@@ -69,17 +69,19 @@ Play parseAnswer(LineReader& line) {
   };
 }
 
-Play accessibility(LineReader& line, bool granted) {
-  line.require("accessibility");
-  return [granted](Stage& stage) {
-    stage.mac.isAccessibilityGranted = granted;
+Play permission(LineReader& line, bool granted) {
+  constexpr std::array<std::string_view, 2> permissions{"accessibility", "input-monitoring"};
+  const bool isAccessibility = line.oneOf(permissions) == 0;
+  return [isAccessibility, granted](Stage& stage) {
+    auto& mac = stage.mac;
+    (isAccessibility ? mac.isAccessibilityGranted : mac.isInputMonitoringGranted) = granted;
     return Outcome{};
   };
 }
 
-Play parseGrant(LineReader& line) { return accessibility(line, true); }
+Play parseGrant(LineReader& line) { return permission(line, true); }
 
-Play parseRevoke(LineReader& line) { return accessibility(line, false); }
+Play parseRevoke(LineReader& line) { return permission(line, false); }
 
 Play parseSleep(LineReader&) {
   return [](Stage& stage) {
@@ -129,9 +131,10 @@ constexpr std::array<Command, 11> commands{{
     {"answer", "answer \"BUTTON\"",
      "What the user will press in the next alert; without this, its last button.",
      "answer \"Open Accessibility Settings\"", parseAnswer},
-    {"grant", "grant accessibility", "The user allows Keyrow to control the computer.",
+    {"grant", "grant accessibility|input-monitoring",
+     "The user allows Keyrow to control the computer, or to monitor its keys.",
      "grant accessibility", parseGrant},
-    {"revoke", "revoke accessibility", "The user takes that permission back.",
+    {"revoke", "revoke accessibility|input-monitoring", "The user takes a permission back.",
      "revoke accessibility", parseRevoke},
     {"sleep", "sleep", "The Mac falls asleep.", "sleep", parseSleep},
     {"wake", "wake", "The Mac wakes up.", "wake", parseWake},

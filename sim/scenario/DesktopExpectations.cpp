@@ -69,15 +69,8 @@ Play expectScreen(LineReader& line) {
   const bool nothing = line.accept("nothing");
   const auto expected = nothing ? std::string{} : line.quotedText("a text in quotation marks");
   return [nothing, expected](Stage& stage) {
-    std::string seen;
-    for (const auto& event : stage.recentTimeline()) {
-      if (event.kind != TimelineEvent::Kind::screen) continue;
-      if (!nothing && event.text == expected) return Outcome{};
-      seen += "\n    " + event.text;
-    }
-    if (nothing && seen.empty()) return Outcome{};
-    return unmet("expected " + (nothing ? "nothing" : quoted(expected)) + " on the screen, but " +
-                 (seen.empty() ? "there is nothing" : "there is" + seen));
+    return expectEvent(stage, TimelineEvent::Kind::screen,
+                       nothing ? std::nullopt : std::optional{expected}, "on the screen");
   };
 }
 

@@ -1,9 +1,7 @@
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <chrono>
 
-#include "core/KeyNames.h"
 #include "sim/PropertyText.h"
 #include "sim/scenario/Command.h"
 
@@ -13,8 +11,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
-constexpr std::uint32_t keyboardPage = 7;
 constexpr auto longestUptime = 24h * 36525;
 
 Play parseInstall(LineReader& line) {
@@ -98,53 +94,6 @@ Play parseUnplug(LineReader& line) {
                                             : unplayable("no keyboard " + name + " is attached");
   };
 }
-
-bool isKey(std::string_view name) {
-  constexpr std::array<std::string_view, 14> others{
-      "fn",           "control",      "option",        "command",
-      "shift",        "left-control", "right-control", "left-option",
-      "right-option", "left-command", "right-command", "left-shift",
-      "right-shift",  "Escape"};
-  if (std::ranges::find(others, name) != others.end()) return true;
-  const auto sameName = [name](const KeyName& key) {
-    return std::ranges::equal(key.displayName, name, [](char a, char b) {
-      return std::tolower(static_cast<unsigned char>(a)) ==
-             std::tolower(static_cast<unsigned char>(b));
-    });
-  };
-  return std::ranges::any_of(keyNames(), sameName);
-}
-
-/// Takes fn+` apart; a "+" never stands for a key.
-std::size_t countKeys(LineReader& line, const std::string& keys) {
-  std::size_t count = 0;
-  for (std::size_t start = 0; start <= keys.size(); ++count) {
-    const auto stop = std::min(keys.find('+', start), keys.size());
-    if (!isKey(std::string_view{keys}.substr(start, stop - start))) {
-      line.failBefore("keys joined by +, such as A, F5, fn+` or left-control+Escape");
-    }
-    start = stop + 1;
-  }
-  return count;
-}
-
-/// One input for every key that goes down or up; all within the same instant.
-Play parseKeys(LineReader& line, std::size_t inputsPerKey) {
-  const auto inputCount = inputsPerKey * countKeys(line, line.word("a key, such as A, F5 or fn+`"));
-  line.require("on");
-  return [inputCount, name = line.word("the name of a keyboard")](Stage& stage) {
-    const auto keyboard = stage.mac.keyboards.find(name);
-    if (!keyboard) return unplayable("no keyboard " + name + " is attached");
-    for (std::size_t input = 0; input < inputCount; ++input) {
-      stage.mac.sendInput(keyboard, keyboardPage);
-    }
-    return Outcome{};
-  };
-}
-
-Play parsePress(LineReader& line) { return parseKeys(line, 2); }
-
-Play parseHoldOrRelease(LineReader& line) { return parseKeys(line, 1); }
 
 Play parseSystemSettings(LineReader& line) {
   return [state = line.mode()](Stage& stage) {
@@ -236,7 +185,7 @@ Play parseRepair(LineReader&) {
   };
 }
 
-constexpr std::array<Command, 15> commands{{
+constexpr std::array<Command, 12> commands{{
     {"install", "install APP", "An application is put on the Mac.", "install com.apple.TextEdit",
      parseInstall},
     {"uninstall", "uninstall APP", "An application is thrown away.", "uninstall com.apple.TextEdit",
@@ -250,13 +199,6 @@ constexpr std::array<Command, 15> commands{{
      "location, registry (its registry entry ID, or none) and usage (6 keyboard, 7 keypad).",
      "keyboard usb1 vendor=0x046d product=\"G Pro\" transport=USB built-in=false", parseKeyboard},
     {"unplug", "unplug NAME", "A keyboard is taken away.", "unplug usb1", parseUnplug},
-    {"press", "press KEYS on NAME",
-     "Keys are pressed and released on a keyboard: key names joined by +.", "press fn+` on usb1",
-     parsePress},
-    {"hold", "hold KEYS on NAME", "Keys are pressed and not released.", "hold fn on usb1",
-     parseHoldOrRelease},
-    {"release", "release KEYS on NAME", "Keys that were held are released.", "release fn on usb1",
-     parseHoldOrRelease},
     {"system-settings", "system-settings special|standard",
      "The user changes the mode in System Settings, behind Keyrow's back.",
      "system-settings standard", parseSystemSettings},

@@ -33,6 +33,22 @@ void Stage::launchKeyrow() {
   processes.back()->launch();
 }
 
+void Stage::changeKey(const std::string& keyboard, const NamedKey& key, bool isDown) {
+  /// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
+  constexpr std::uint32_t keyboardPage = 7;
+  if (const auto device = mac.keyboards.find(keyboard)) mac.sendInput(device, keyboardPage);
+
+  if (isDown) {
+    heldFlags |= key.flags;
+  } else {
+    heldFlags &= ~key.flags;
+  }
+  auto type = isDown ? keyEventType::keyDown : keyEventType::keyUp;
+  if (key.flags != 0) type = keyEventType::flagsChanged;
+  mac.postKeyEvent(
+      type, {.timestamp = mac.machAbsoluteTime(), .flags = heldFlags, .keyCode = key.keyCode});
+}
+
 void Stage::beginAction() {
   std::erase_if(processes, [](const auto& process) { return process->hasEnded(); });
   logLinesBefore = mac.log.lines().size();

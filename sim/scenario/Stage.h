@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "sim/KeyText.h"
 #include "sim/SimulatedMac.h"
 #include "sim/SimulatedProcess.h"
 
@@ -28,6 +29,10 @@ class Stage {
   /// Starts one more Keyrow.
   void launchKeyrow();
 
+  /// A key goes down or comes up: the keyboard of that name, unless it is "none", sends an
+  /// input, and a key event follows.
+  void changeKey(const std::string& keyboard, const NamedKey& key, bool isDown);
+
   /// Marks where an action begins: expectations about what happened look at what came
   /// after.
   void beginAction();
@@ -49,6 +54,8 @@ class Stage {
   std::vector<std::unique_ptr<SimulatedProcess>> processes;
   OpenHandles::ProcessID lastProcessID = 500;
   std::uint64_t lastRegistryID = 0x100000000;
+  /// Of the modifiers that are held.
+  std::uint64_t heldFlags = 0;
   std::size_t logLinesBefore = 0;
   std::size_t eventsBefore = 0;
 };

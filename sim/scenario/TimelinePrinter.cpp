@@ -22,7 +22,7 @@ struct KindStyle {
 };
 
 /// In the order of `TimelineEvent::Kind`.
-constexpr std::array<KindStyle, 8> kindStyles{{
+constexpr std::array<KindStyle, 9> kindStyles{{
     {"keyboard", yellow},
     {"system", yellow},
     {"stored", blue},
@@ -31,6 +31,7 @@ constexpr std::array<KindStyle, 8> kindStyles{{
     {"menu bar", green},
     {"screen", blue},
     {"process", faint},
+    {"key", green},
 }};
 
 std::string timeOfDay(std::chrono::nanoseconds sinceSwitchedOn) {

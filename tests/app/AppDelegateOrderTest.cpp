@@ -10,29 +10,11 @@ using ::testing::ElementsAre;
 
 constexpr auto takeover = "app.keyrow.Keyrow.instanceTakeover";
 
-/// Monitoring that puts on the trace what is asked of it.
-class TracedMonitoring final : public KeyboardMonitoring {
- public:
-  explicit TracedMonitoring(PortTrace& trace) : trace_{trace} {}
-
-  bool startEventTap() override {
-    trace_.add("start event tap");
-    return true;
-  }
-  void stopEventTap() override { trace_.add("stop event tap"); }
-
- private:
-  PortTrace& trace_;
-};
-
 class AppDelegateOrderTest : public AppDelegateFixture {
  protected:
-  TracedMonitoring monitoring{mac.trace};
-
   void SetUp() override {
     AppDelegateFixture::SetUp();
     storeOverride("com.example.gone", FnState::standard);
-    keyrow().appDelegate().setKeyboardMonitoring(&monitoring);
   }
 };
 
@@ -41,18 +23,20 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
   process->launch();
   EXPECT_THAT(
       mac.trace.take(),
-      ElementsAre(
-          std::string{"observe "} + takeover, "list running applications", "create status item",
-          // The mode, for the item.
-          "find-service", "read-service-property", "create settings window",
-          // The override of an application that is not installed.
-          "find-application", "open-hid-manager", "frontmost-application",
-          // The prompt, then the tap.
-          "is process trusted", "is process trusted", "start event tap", "observe activation",
-          "observe wake", "observe sleep", "observe CapsLockIndicatorSettingDidChange",
-          "observe NSApplicationDidBecomeActiveNotification",
-          // The mode is applied.
-          "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
+      ElementsAre(std::string{"observe "} + takeover, "list running applications",
+                  "create status item",
+                  // The mode, for the item.
+                  "find-service", "read-service-property", "create settings window",
+                  // The override of an application that is not installed.
+                  "find-application", "open-hid-manager", "frontmost-application",
+                  // The prompt, then the tap.
+                  "is process trusted", "is process trusted", "create-event-tap",
+                  "create-run-loop-source", "start thread app.keyrow.Keyrow.KeyboardEventTap",
+                  "enable event tap", "enable-event-tap", "observe activation", "observe wake",
+                  "observe sleep", "observe CapsLockIndicatorSettingDidChange",
+                  "observe NSApplicationDidBecomeActiveNotification",
+                  // The mode is applied.
+                  "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
 }
 
 TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
@@ -90,8 +74,9 @@ TEST_F(AppDelegateOrderTest, TerminatesInThisOrder) {
               ElementsAre(
                   // The mode is restored.
                   "find-service", "open-connection", "set-hid-parameter",
-                  "stop observing CapsLockIndicatorSettingDidChange", "stop event tap",
-                  "close-hid-manager", "stop observing NSApplicationDidBecomeActiveNotification",
+                  "stop observing CapsLockIndicatorSettingDidChange", "disable event tap",
+                  "invalidate event tap", "close-hid-manager",
+                  "stop observing NSApplicationDidBecomeActiveNotification",
                   std::string{"stop observing "} + takeover,
                   // The override of an application that is not installed.
                   "find-application",

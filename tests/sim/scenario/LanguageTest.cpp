@@ -77,11 +77,13 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"front a b", 9, "expected the end of the line, found \"b\""},
         WrongLine{"expect everything", 8,
                   "expected one of hardware, preference, global, override, scope, defaults, log, "
-                  "source, shortcut, report, leaks, status, menu, window, screen, instances, found "
+                  "source, shortcut, report, leaks, status, menu, window, screen, instances, tap, "
+                  "key, found "
                   "\"everything\""},
         WrongLine{"expect", 7,
                   "expected one of hardware, preference, global, override, scope, defaults, log, "
-                  "source, shortcut, report, leaks, status, menu, window, screen, instances, found "
+                  "source, shortcut, report, leaks, status, menu, window, screen, instances, tap, "
+                  "key, found "
                   "the end of the line"},
         WrongLine{"expect hardware 1", 17, "expected special, standard or unreadable, found \"1\""},
         WrongLine{"wait soon", 6,
@@ -121,7 +123,8 @@ INSTANTIATE_TEST_SUITE_P(
                   "expected find-service, read-service-property, open-connection, "
                   "set-hid-parameter, read-modifier-lock-state, copy-preference, "
                   "synchronize-preferences, find-application, frontmost-application, "
-                  "open-hid-manager, registry-entry-id, read-device-property, open-url or "
+                  "create-event-tap, create-run-loop-source, enable-event-tap, open-hid-manager, "
+                  "registry-entry-id, read-device-property, open-url, create-key-event-source or "
                   "read-log, found \"everything\""},
         WrongLine{"fail read-log many times", 15,
                   "expected a whole number up to 1000000, found \"many\""},

@@ -102,6 +102,12 @@ INSTANTIATE_TEST_SUITE_P(
               "play.txt:2:1: expected nothing on the screen, but there is\n    the Mac sleeps"},
         Unmet{"expect screen \"x\"",
               "play.txt:1:1: expected \"x\" on the screen, but there is nothing"},
+        Unmet{"expect tap working",
+              "play.txt:1:1: expected the event tap to be working, but it is missing"},
+        Unmet{"press A on none\nexpect key nothing",
+              "play.txt:2:1: expected nothing from the keys, but there is\n    A down reaches "
+              "nobody\n"
+              "    A up reaches nobody"},
         Unmet{"expect instances 1",
               "play.txt:1:1: expected the number of running instances to be 1, but it is 0"},
         Unmet{"launch keyrow\nexpect report \"x\"",
@@ -243,8 +249,11 @@ TEST(PromptTest, ShowsARunningKeyrow) {
                                         "  shortcut    Fn+`\n"
                                         "  HIDParameters                {HIDFKeyMode=1}\n"
                                         "  com.apple.keyboard.fnState   none\n"
+                                        "  open                         1 EventTap\n"
                                         "  open                         1 HidManager\n"
+                                        "  open                         1 RunLoopSource\n"
                                         "  open                         7 observer\n"
+                                        "  open                         1 thread\n"
                                         "No recent Keyrow logs were available.\n"));
 }
 

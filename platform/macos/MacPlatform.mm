@@ -9,6 +9,8 @@ Platform MacPlatform::platform() {
           .bundle = bundle,
           .clock = clock,
           .distributedNotificationCenter = distributedNotificationCenter,
+          .eventPoster = eventPoster,
+          .eventTaps = eventTaps,
           .globalPreferences = globalPreferences,
           .hidManagers = hidManagers,
           .hidSystem = hidSystem,

@@ -1,0 +1,198 @@
+#include "input/ExternalKeyboardFunctionRowMapper.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+#include <vector>
+
+namespace keyrow {
+
+namespace {
+
+/// Key types of media keys (ev_keymap.h).
+namespace auxiliaryKey {
+constexpr std::int32_t soundUp = 0;
+constexpr std::int32_t soundDown = 1;
+constexpr std::int32_t brightnessUp = 2;
+constexpr std::int32_t brightnessDown = 3;
+constexpr std::int32_t mute = 7;
+constexpr std::int32_t play = 16;
+constexpr std::int32_t next = 17;
+constexpr std::int32_t previous = 18;
+}  // namespace auxiliaryKey
+
+/// `kVK_Space`.
+constexpr std::uint16_t spaceKeyCode = 49;
+
+struct TopRowKey {
+  /// `kVK_F1` to `kVK_F12`.
+  std::uint16_t keyCode;
+  std::string_view name;
+  /// Absent for the keys that have no media mapping that is public.
+  std::optional<TranslatedAction> action;
+};
+
+constexpr std::array<TopRowKey, 12> topRow{{
+    {122, "F1", AuxiliaryAction{auxiliaryKey::brightnessDown}},
+    {120, "F2", AuxiliaryAction{auxiliaryKey::brightnessUp}},
+    {99, "F3",
+     OpenApplicationAction{"/System/Applications/Mission Control.app", "Mission Control"}},
+    {118, "F4", KeyStrokeAction{spaceKeyCode, keyEventFlag::command, "Spotlight Shortcut"}},
+    {96, "F5", std::nullopt},
+    {97, "F6", std::nullopt},
+    {98, "F7", AuxiliaryAction{auxiliaryKey::previous}},
+    {100, "F8", AuxiliaryAction{auxiliaryKey::play}},
+    {101, "F9", AuxiliaryAction{auxiliaryKey::next}},
+    {109, "F10", AuxiliaryAction{auxiliaryKey::mute}},
+    {103, "F11", AuxiliaryAction{auxiliaryKey::soundDown}},
+    {111, "F12", AuxiliaryAction{auxiliaryKey::soundUp}},
+}};
+
+/// For each key code up to the largest in the top row, its place there; the length of the
+/// top row for all others.
+constexpr std::uint16_t largestTopRowKeyCode = 122;
+constexpr auto topRowPlaces = [] {
+  std::array<std::uint8_t, largestTopRowKeyCode + 1> places{};
+  places.fill(topRow.size());
+  for (std::size_t place = 0; place < topRow.size(); ++place) {
+    places[topRow[place].keyCode] = static_cast<std::uint8_t>(place);
+  }
+  return places;
+}();
+
+const TopRowKey* findTopRowKey(std::uint16_t keyCode) {
+  if (keyCode > largestTopRowKeyCode) return nullptr;
+  const auto place = topRowPlaces[keyCode];
+  return place < topRow.size() ? &topRow[place] : nullptr;
+}
+
+struct ModifierKey {
+  std::uint64_t flag;
+  /// `kVK_Control`, `kVK_Option`, `kVK_Shift`, `kVK_Command`.
+  std::uint16_t keyCode;
+};
+/// In the order in which they are pressed.
+constexpr std::array<ModifierKey, 4> modifierKeys{{
+    {keyEventFlag::control, 59},
+    {keyEventFlag::option, 58},
+    {keyEventFlag::shift, 56},
+    {keyEventFlag::command, 55},
+}};
+
+/// `NSEventSubtype` 8, auxiliary control buttons (`NX_SUBTYPE_AUX_CONTROL_BUTTONS`).
+constexpr std::int16_t auxiliaryControlButtons = 8;
+
+std::string fnPressedText(std::uint64_t flags) {
+  const bool isPressed = (flags & keyEventFlag::secondaryFn) != 0;
+  return std::string{" fnPressed="} + (isPressed ? "true" : "false");
+}
+
+}  // namespace
+
+std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate(
+    std::uint32_t eventType, const KeyEvent& event, const KeyboardDeviceSource* source) {
+  const auto* key = findTopRowKey(event.keyCode);
+  if (!key) return std::nullopt;
+
+  const auto pass = [key](std::string reason) {
+    return TranslationEvaluation{.functionKeyName = key->name,
+                                 .action = std::nullopt,
+                                 .shouldTranslate = false,
+                                 .reason = std::move(reason)};
+  };
+  if (!keySettings_.current().applyFnModeToExternalFunctionKeys) return pass("setting-disabled");
+  if (eventType != keyEventType::keyDown && eventType != keyEventType::keyUp) {
+    return pass("unsupported-event-type=" + std::to_string(eventType));
+  }
+  if (!source) return pass("source-unavailable");
+  if (!source->isMediaTranslationEligible(text_)) return pass("source-not-eligible");
+  if (!key->action) return pass("no-public-media-mapping");
+
+  const auto mode = fnStateController_.readFnState();
+  auto evaluation = pass("fn-state-unavailable");
+  evaluation.action = key->action;
+  if (!mode) return evaluation;
+  evaluation.shouldTranslate = *mode == FnState::special;
+  evaluation.reason = (evaluation.shouldTranslate ? "translate mode=" : "passthrough mode=") +
+                      std::to_string(rawValue(*mode)) + fnPressedText(event.flags);
+  return evaluation;
+}
+
+bool ExternalKeyboardFunctionRowMapper::translateIfNeeded(std::uint32_t eventType,
+                                                          const KeyEvent& event,
+                                                          const KeyboardDeviceSource* source) {
+  const auto evaluation = evaluate(eventType, event, source);
+  if (!evaluation) return false;
+  if (keySettings_.current().enhancedDiagnosticsEnabled) {
+    inputLog_.debug("Evaluated " + std::string{evaluation->functionKeyName} + ": " +
+                    evaluation->reason +
+                    (source ? " source=" + source->inputSourceLabel(true) : std::string{}));
+  }
+  if (!evaluation->shouldTranslate || !evaluation->action) return false;
+  perform(*evaluation->action, eventType == keyEventType::keyDown);
+  return true;
+}
+
+void ExternalKeyboardFunctionRowMapper::perform(const TranslatedAction& action, bool isKeyDown) {
+  if (const auto* auxiliary = std::get_if<AuxiliaryAction>(&action)) {
+    postAuxiliaryKey(auxiliary->keyType, isKeyDown);
+    return;
+  }
+  // Everything else has happened when the key comes up.
+  if (!isKeyDown) return;
+  if (const auto* application = std::get_if<OpenApplicationAction>(&action)) {
+    openApplication(application->path);
+  } else if (const auto* url = std::get_if<OpenURLAction>(&action)) {
+    openURL(url->url, url->fallbackApp);
+  } else if (const auto* stroke = std::get_if<KeyStrokeAction>(&action)) {
+    postKeyStroke(stroke->keyCode, stroke->flags);
+  }
+}
+
+void ExternalKeyboardFunctionRowMapper::postAuxiliaryKey(std::int32_t keyType, bool isKeyDown) {
+  const std::int64_t state = isKeyDown ? 0xA00 : 0xB00;
+  const SystemDefinedEvent event{.modifierFlags = static_cast<std::uint64_t>(state),
+                                 .subtype = auxiliaryControlButtons,
+                                 .data1 = std::int64_t{keyType} << 16 | state,
+                                 .data2 = isKeyDown ? -1 : 0};
+  mainQueue_.async([&poster = eventPoster_, event] { poster.post(event); });
+}
+
+void ExternalKeyboardFunctionRowMapper::openApplication(std::string_view path) {
+  mainQueue_.async(
+      [&workspace = workspace_, path = std::string{path}] { workspace.openApplication(path); });
+}
+
+void ExternalKeyboardFunctionRowMapper::openURL(std::string_view url,
+                                                std::optional<std::string_view> fallbackApp) {
+  mainQueue_.async(
+      [&workspace = workspace_, url = std::string{url},
+       fallback = fallbackApp ? std::optional<std::string>{*fallbackApp} : std::nullopt] {
+        if (!workspace.openURL(url) && fallback) workspace.openApplication(*fallback);
+      });
+}
+
+void ExternalKeyboardFunctionRowMapper::postKeyStroke(std::uint16_t keyCode, std::uint64_t flags) {
+  mainQueue_.async([&poster = eventPoster_, keyCode, flags] {
+    const auto source = poster.createKeyEventSource();
+    if (!source) return;
+    std::vector<ModifierKey> held;
+    std::ranges::copy_if(modifierKeys, std::back_inserter(held),
+                         [flags](const ModifierKey& key) { return (flags & key.flag) != 0; });
+    std::uint64_t running = 0;
+    for (const auto& key : held) {
+      running |= key.flag;
+      source->post(key.keyCode, true, running);
+    }
+    source->post(keyCode, true, running);
+    source->post(keyCode, false, running);
+    std::ranges::reverse(held);
+    for (const auto& key : held) {
+      running &= ~key.flag;
+      source->post(key.keyCode, false, running);
+    }
+  });
+}
+
+}  // namespace keyrow

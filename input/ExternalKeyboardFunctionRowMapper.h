@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/FnStateController.h"
+#include "core/KeyboardDeviceSource.h"
+#include "input/KeySettings.h"
+#include "input/TranslatedAction.h"
+#include "platform/EventPoster.h"
+#include "platform/KeyEvent.h"
+#include "platform/MainQueue.h"
+#include "platform/SystemLog.h"
+#include "platform/Text.h"
+#include "platform/Workspace.h"
+
+namespace keyrow {
+
+/// What was decided about one event of a top-row key, and why.
+struct TranslationEvaluation {
+  /// "F1" to "F12".
+  std::string_view functionKeyName;
+  /// Absent where none was determined.
+  std::optional<TranslatedAction> action;
+  /// Whether the event is to be swallowed and the action performed.
+  bool shouldTranslate = false;
+  std::string reason;
+};
+
+/// Makes the top row of keyboards that are not Apple's follow the function-key mode: in
+/// the special mode their F keys become the media and system keys of Apple's keyboards.
+///
+/// Evaluating only reads, from any thread; whatever is performed goes to the main queue.
+class ExternalKeyboardFunctionRowMapper {
+ public:
+  /// `inputLog` is the logger of the "input" category.
+  ExternalKeyboardFunctionRowMapper(KeySettings& keySettings, FnStateController& fnStateController,
+                                    Text& text, EventPoster& eventPoster, Workspace& workspace,
+                                    MainQueue& mainQueue, Logger& inputLog)
+      : keySettings_{keySettings},
+        fnStateController_{fnStateController},
+        text_{text},
+        eventPoster_{eventPoster},
+        workspace_{workspace},
+        mainQueue_{mainQueue},
+        inputLog_{inputLog} {}
+
+  /// Decides about one event; absent for a key that is not in the top row. A null source
+  /// stands for a keyboard that cannot be told.
+  std::optional<TranslationEvaluation> evaluate(std::uint32_t eventType, const KeyEvent& event,
+                                                const KeyboardDeviceSource* source);
+
+  /// Performs what has to be done instead of this event, if anything; whether the event is
+  /// to be swallowed. With enhanced diagnostics the log tells why.
+  bool translateIfNeeded(std::uint32_t eventType, const KeyEvent& event,
+                         const KeyboardDeviceSource* source);
+
+  /// Presses or releases a media key (`NX_KEYTYPE_…`, ev_keymap.h).
+  void postAuxiliaryKey(std::int32_t keyType, bool isKeyDown);
+
+  /// Opens the application at this path, or brings it to the front.
+  void openApplication(std::string_view path);
+
+  /// Opens a URL; where nothing opens it, the application at a path instead, if there is one.
+  void openURL(std::string_view url, std::optional<std::string_view> fallbackApp);
+
+  /// Presses and releases a key with these modifiers (`keyEventFlag`), as a person would.
+  void postKeyStroke(std::uint16_t keyCode, std::uint64_t flags);
+
+ private:
+  void perform(const TranslatedAction& action, bool isKeyDown);
+
+  KeySettings& keySettings_;
+  FnStateController& fnStateController_;
+  Text& text_;
+  EventPoster& eventPoster_;
+  Workspace& workspace_;
+  MainQueue& mainQueue_;
+  Logger& inputLog_;
+};
+
+}  // namespace keyrow

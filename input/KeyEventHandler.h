@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+
+#include "core/ModePolicy.h"
+#include "input/ExternalKeyboardFunctionRowMapper.h"
+#include "input/KeySettings.h"
+#include "input/KeyboardEventTapController.h"
+#include "input/KeyboardSourceMonitor.h"
+#include "platform/EventTaps.h"
+#include "platform/MainQueue.h"
+
+namespace keyrow {
+
+/// Decides about every key: it may be one of the two shortcuts, or a top-row key to
+/// translate; all else passes. Runs in the event tap's worker thread and only reads. What
+/// is to be done it puts on the main queue, and never waits for it.
+class KeyEventHandler final : public TappedEventHandler {
+ public:
+  KeyEventHandler(KeySettings& keySettings, KeyboardSourceMonitor& keyboardSourceMonitor,
+                  ExternalKeyboardFunctionRowMapper& functionRowMapper,
+                  KeyboardEventTapController& eventTapController, ModePolicy& modePolicy,
+                  MainQueue& mainQueue)
+      : keySettings_{keySettings},
+        keyboardSourceMonitor_{keyboardSourceMonitor},
+        functionRowMapper_{functionRowMapper},
+        eventTapController_{eventTapController},
+        modePolicy_{modePolicy},
+        mainQueue_{mainQueue} {}
+
+  TapVerdict handleTappedEvent(std::uint32_t type, const KeyEvent& event) noexcept override;
+
+ private:
+  using Source = std::shared_ptr<const KeyboardDeviceSource>;
+  using ModeCommand = void (ModePolicy::*)(const KeyboardDeviceSource*);
+
+  /// Performs the command when the key goes down. Both ways of the key are swallowed.
+  TapVerdict performShortcut(std::uint32_t type, ModeCommand command, Source source);
+
+  KeySettings& keySettings_;
+  KeyboardSourceMonitor& keyboardSourceMonitor_;
+  ExternalKeyboardFunctionRowMapper& functionRowMapper_;
+  KeyboardEventTapController& eventTapController_;
+  ModePolicy& modePolicy_;
+  MainQueue& mainQueue_;
+};
+
+}  // namespace keyrow

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <optional>
+
+#include "core/AppSettings.h"
+#include "core/FnReplacementModifier.h"
+#include "platform/UserDefaults.h"
+
+namespace keyrow {
+
+/// The settings that every key asks for, always as they are at the moment: they are read
+/// again as soon as any setting has changed, and not before. Takes no lock and allocates
+/// nothing while nothing changes. Safe to use from any thread.
+class KeySettings {
+ public:
+  struct Values {
+    std::optional<FnReplacementModifier> fnReplacementModifier;
+    /// Of the per-app shortcut.
+    std::uint16_t localToggleShortcutKeyCode = 0;
+    bool applyFnModeToExternalFunctionKeys = false;
+    bool enhancedDiagnosticsEnabled = false;
+  };
+
+  KeySettings(UserDefaults& userDefaults, const AppSettings& settings)
+      : userDefaults_{userDefaults}, settings_{settings} {}
+
+  Values current();
+
+ private:
+  UserDefaults& userDefaults_;
+  const AppSettings& settings_;
+
+  /// The values as last read with, above them, the count of changes at that time; all in
+  /// one, so that whoever reads it has what belongs together.
+  std::atomic<std::uint64_t> cache{0};
+};
+
+}  // namespace keyrow

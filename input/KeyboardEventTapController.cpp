@@ -1,0 +1,126 @@
+#include "input/KeyboardEventTapController.h"
+
+#include <string>
+#include <utility>
+
+#include "core/AppIdentifier.h"
+
+namespace keyrow {
+
+namespace {
+
+constexpr std::uint64_t eventMask(std::uint32_t type) { return std::uint64_t{1} << type; }
+
+constexpr std::uint64_t eventsOfInterest = eventMask(keyEventType::keyDown) |
+                                           eventMask(keyEventType::keyUp) |
+                                           eventMask(keyEventType::flagsChanged);
+
+std::string reasonText(std::uint32_t eventType) {
+  if (eventType == keyEventType::tapDisabledByTimeout) return "timeout";
+  if (eventType == keyEventType::tapDisabledByUserInput) return "user input";
+  return "event type " + std::to_string(eventType);
+}
+
+}  // namespace
+
+bool KeyboardEventTapController::startEventTap() {
+  if (installEventTap()) return true;
+  inputLog_.error("Failed to create the keyboard event tap.");
+  return false;
+}
+
+void KeyboardEventTapController::stopEventTap() {
+  std::shared_ptr<EventTap> tap;
+  std::shared_ptr<RunLoopSource> source;
+  std::shared_ptr<RunLoop> runLoop;
+  {
+    const std::scoped_lock guard{state->stateLock};
+    tap = std::exchange(state->eventTap, nullptr);
+    source = std::exchange(state->runLoopSource, nullptr);
+    runLoop = std::exchange(state->workerRunLoop, nullptr);
+  }
+  if (runLoop) runLoop->stop();
+  if (!tap) return;
+  tap->setEnabled(false);
+  tap->invalidate();
+}
+
+void KeyboardEventTapController::recoverEventTap(std::uint32_t eventType) {
+  const auto reason = reasonText(eventType) + ".";
+  if (enableExistingTap()) {
+    inputLog_.notice("Re-enabled the keyboard event tap after " + reason);
+    return;
+  }
+  stopEventTap();
+  if (installEventTap()) {
+    inputLog_.notice("Rebuilt the keyboard event tap after " + reason);
+  } else {
+    inputLog_.error("Failed to recover the keyboard event tap after " + reason);
+  }
+}
+
+bool KeyboardEventTapController::installEventTap() {
+  if (enableExistingTap()) return true;
+
+  auto tap = eventTaps_.createTap(eventsOfInterest, handler_);
+  if (!tap) return false;
+  auto source = eventTaps_.createRunLoopSource(*tap);
+  if (!source) {
+    tap->invalidate();
+    return false;
+  }
+  // What is replaced is released out of the lock.
+  auto oldTap = tap;
+  auto oldSource = source;
+  {
+    const std::scoped_lock guard{state->stateLock};
+    oldTap = std::exchange(state->eventTap, tap);
+    oldSource = std::exchange(state->runLoopSource, source);
+  }
+  // The worker enables the tap when it is ready for it.
+  eventTaps_.startThread(
+      std::string{appIdentifier} + ".KeyboardEventTap",
+      [weakState = std::weak_ptr{state}, &eventTaps = eventTaps_, tap = std::move(tap),
+       source = std::move(source)] { runTapThread(weakState, eventTaps, tap, source); });
+  return true;
+}
+
+bool KeyboardEventTapController::enableExistingTap() {
+  std::shared_ptr<EventTap> tap;
+  {
+    const std::scoped_lock guard{state->stateLock};
+    tap = state->eventTap;
+  }
+  if (!tap) return false;
+  tap->setEnabled(true);
+  return tap->isEnabled();
+}
+
+void KeyboardEventTapController::runTapThread(const std::weak_ptr<State>& weakState,
+                                              EventTaps& eventTaps,
+                                              const std::shared_ptr<EventTap>& tap,
+                                              const std::shared_ptr<RunLoopSource>& source) {
+  const auto runLoop = [&]() -> std::shared_ptr<RunLoop> {
+    const auto state = weakState.lock();
+    if (!state) return nullptr;
+    auto current = eventTaps.currentRunLoop();
+    const std::scoped_lock guard{state->stateLock};
+    // A stale worker's tap has been replaced before it came here.
+    if (state->eventTap != tap) return nullptr;
+    state->workerRunLoop = current;
+    return current;
+  }();
+  if (!runLoop) return;
+
+  runLoop->addSource(*source);
+  tap->setEnabled(true);
+  runLoop->run();
+  runLoop->removeSource(*source);
+
+  const auto state = weakState.lock();
+  if (!state) return;
+  const std::scoped_lock guard{state->stateLock};
+  if (state->workerRunLoop == runLoop) state->workerRunLoop = nullptr;
+}
+
+}  // namespace keyrow

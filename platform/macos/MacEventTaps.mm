@@ -1,0 +1,115 @@
+#include "platform/macos/MacEventTaps.h"
+
+#import <ApplicationServices/ApplicationServices.h>
+#import <Foundation/Foundation.h>
+
+#include <utility>
+
+#include "platform/macos/CFRef.h"
+#include "platform/macos/Conversions.h"
+
+namespace keyrow::macos {
+
+namespace {
+
+/// The callback of every tap; `userInfo` is its `TappedEventHandler`.
+CGEventRef handleEvent(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event,
+                       void* userInfo) {
+  // Of the pseudo events nothing is asked: they may come without an event.
+  KeyEvent converted;
+  if (type == kCGEventKeyDown || type == kCGEventKeyUp || type == kCGEventFlagsChanged) {
+    converted = {.timestamp = CGEventGetTimestamp(event),
+                 .flags = CGEventGetFlags(event),
+                 .keyCode = static_cast<std::uint16_t>(
+                     CGEventGetIntegerValueField(event, kCGKeyboardEventKeycode))};
+  }
+  // The worker's run loop drains no pool.
+  @autoreleasepool {
+    auto& handler = *static_cast<TappedEventHandler*>(userInfo);
+    return handler.handleTappedEvent(type, converted) == TapVerdict::pass ? event : nullptr;
+  }
+}
+
+class MacEventTap final : public EventTap {
+ public:
+  explicit MacEventTap(CFRef<CFMachPortRef> port) : port_{std::move(port)} {}
+
+  void setEnabled(bool enabled) override { CGEventTapEnable(port_.get(), enabled); }
+  bool isEnabled() override { return CGEventTapIsEnabled(port_.get()); }
+  void invalidate() override { CFMachPortInvalidate(port_.get()); }
+
+  CFMachPortRef port() const { return port_.get(); }
+
+ private:
+  const CFRef<CFMachPortRef> port_;
+};
+
+class MacRunLoopSource final : public RunLoopSource {
+ public:
+  explicit MacRunLoopSource(CFRef<CFRunLoopSourceRef> source) : source_{std::move(source)} {}
+
+  CFRunLoopSourceRef source() const { return source_.get(); }
+
+ private:
+  const CFRef<CFRunLoopSourceRef> source_;
+};
+
+/// The sources that it is given are the `MacRunLoopSource` that its port makes.
+CFRunLoopSourceRef sourceOf(RunLoopSource& source) {
+  return static_cast<MacRunLoopSource&>(source).source();
+}
+
+class MacRunLoop final : public RunLoop {
+ public:
+  explicit MacRunLoop(CFRef<CFRunLoopRef> runLoop) : runLoop_{std::move(runLoop)} {}
+
+  void addSource(RunLoopSource& source) override {
+    CFRunLoopAddSource(runLoop_.get(), sourceOf(source), kCFRunLoopCommonModes);
+  }
+  void removeSource(RunLoopSource& source) override {
+    CFRunLoopRemoveSource(runLoop_.get(), sourceOf(source), kCFRunLoopCommonModes);
+  }
+  void run() override { CFRunLoopRun(); }
+  void stop() override {
+    CFRunLoopPerformBlock(runLoop_.get(), kCFRunLoopCommonModes, ^{
+      CFRunLoopStop(CFRunLoopGetCurrent());
+    });
+    CFRunLoopWakeUp(runLoop_.get());
+  }
+
+ private:
+  const CFRef<CFRunLoopRef> runLoop_;
+};
+
+}  // namespace
+
+std::shared_ptr<EventTap> MacEventTaps::createTap(std::uint64_t eventsOfInterest,
+                                                  TappedEventHandler& handler) {
+  auto port = CFRef<CFMachPortRef>::adopt(
+      CGEventTapCreate(kCGHIDEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault,
+                       eventsOfInterest, handleEvent, &handler));
+  return port ? std::make_shared<MacEventTap>(std::move(port)) : nullptr;
+}
+
+std::shared_ptr<RunLoopSource> MacEventTaps::createRunLoopSource(EventTap& tap) {
+  auto source = CFRef<CFRunLoopSourceRef>::adopt(CFMachPortCreateRunLoopSource(
+      kCFAllocatorDefault, static_cast<MacEventTap&>(tap).port(), /*order=*/0));
+  return source ? std::make_shared<MacRunLoopSource>(std::move(source)) : nullptr;
+}
+
+std::shared_ptr<RunLoop> MacEventTaps::currentRunLoop() {
+  return std::make_shared<MacRunLoop>(CFRef<CFRunLoopRef>::retain(CFRunLoopGetCurrent()));
+}
+
+void MacEventTaps::startThread(std::string_view name, std::function<void()> body) {
+  NSThread* const thread = [[NSThread alloc] initWithBlock:^{
+    @autoreleasepool {
+      body();
+    }
+  }];
+  thread.name = nsString(name);
+  thread.qualityOfService = NSQualityOfServiceUserInteractive;
+  [thread start];
+}
+
+}  // namespace keyrow::macos

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/KeyEvent.h"
+
+namespace keyrow::sim {
+
+/// A key as scenarios name it.
+struct NamedKey {
+  std::uint16_t keyCode = 0;
+  /// The flags that it adds while it is held; 0 for a key that is no modifier.
+  std::uint64_t flags = 0;
+};
+
+/// The key with this name, in any case: one that Keyrow shows, or "Escape", or a modifier
+/// such as "fn" or "right-option". Absent for all other names.
+std::optional<NamedKey> keyNamed(std::string_view name);
+
+/// A key's name, or "key 200".
+std::string keyName(std::uint16_t keyCode);
+
+/// An event in words, such as "F5 down" or "A up with command".
+std::string keyEventText(std::uint32_t type, const KeyEvent& event);
+
+}  // namespace keyrow::sim
