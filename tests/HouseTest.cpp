@@ -23,6 +23,7 @@ const std::map<std::string, std::set<std::string>> mayInclude{
     {"app", {"ui", "input", "core", "platform"}},
     {"platform/macos", {"app", "ui", "input", "core", "platform"}},
     {"sim", {"app", "ui", "input", "core", "platform"}},
+    {"bench", {"sim", "app", "ui", "input", "core", "platform"}},
     {"sim/scenario", {"sim", "app", "ui", "input", "core", "platform"}},
 };
 

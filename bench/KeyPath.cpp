@@ -1,0 +1,28 @@
+#include "bench/KeyPath.h"
+
+namespace keyrow::sim {
+
+KeyPath::KeyPath(int keyboardCount, int sampleCount) {
+  mac.applications.install("com.apple.TextEdit");
+  process.launch();
+  mac.applications.activate("com.apple.TextEdit");
+  for (int index = 0; index < keyboardCount; ++index) {
+    newest = std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
+        .registryID = static_cast<std::uint64_t>(index),
+        .properties = {{"Product", "Keyboard " + std::to_string(index)}, {"Transport", "USB"}}});
+    sendInputs(1);
+  }
+  if (sampleCount > keyboardCount) sendInputs(sampleCount - keyboardCount);
+}
+
+void KeyPath::sendInputs(int count) {
+  /// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
+  constexpr std::uint32_t keyboardPage = 7;
+  // A millisecond is 24,000 ticks here; all stay within reach of the event.
+  for (int input = 0; input < count; ++input) {
+    now += 24'000;
+    mac.keyboards.deliver({newest, keyboardPage, now});
+  }
+}
+
+}  // namespace keyrow::sim

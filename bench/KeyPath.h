@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "sim/SimulatedMac.h"
+#include "sim/SimulatedProcess.h"
+
+namespace keyrow::sim {
+
+/// The path of a key event, from the event tap's callback to its verdict, in a Keyrow that
+/// has been running for a while: 64 inputs of several keyboards are held.
+class KeyPath {
+ public:
+  explicit KeyPath(int keyboardCount = 4, int sampleCount = 64);
+
+  Keyrow& keyrow() { return process.keyrow(); }
+  void store(const std::string& key, const PropertyValue& value) {
+    mac.defaults.setValue(appIdentifier, key, value);
+  }
+
+  /// Whether the event passes. It happens at the time of the newest input.
+  bool pass(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
+    const KeyEvent event{.timestamp = now, .flags = flags, .keyCode = keyCode};
+    return process.keyrow().keyEventHandler().handleTappedEvent(type, event) == TapVerdict::pass;
+  }
+
+  /// The keyboard of an event at the time of the newest input.
+  bool isAttributed() { return keyrow().keyboardSourceMonitor().source(now) != nullptr; }
+
+  /// Lets the newest keyboard send inputs, so that so many are held.
+  void sendInputs(int count);
+
+  /// Does what the events have put on the main queue.
+  void drainMainQueue() { mac.scheduler.runReady(); }
+
+  SimulatedMac mac;
+
+ private:
+  SimulatedProcess process{mac, 501};
+  std::shared_ptr<const SimulatedKeyboard> newest;
+  /// Mach ticks.
+  std::uint64_t now = 1'000'000'000;
+};
+
+}  // namespace keyrow::sim
