@@ -61,12 +61,21 @@ std::optional<NamedKey> keyNamed(std::string_view name) {
   return std::nullopt;
 }
 
+namespace {
+
+/// The modifier with this key code; null when there is none.
+const ModifierName* findModifier(std::uint16_t keyCode) {
+  const auto found = std::ranges::find(modifierNames, keyCode,
+                                       [](const ModifierName& one) { return one.key.keyCode; });
+  return found == modifierNames.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
 std::string keyName(std::uint16_t keyCode) {
   if (keyCode == escapeKeyCode) return "Escape";
   if (const auto* key = findKeyName(keyCode)) return std::string{key->displayName};
-  const auto modifier = std::ranges::find(modifierNames, keyCode,
-                                          [](const ModifierName& one) { return one.key.keyCode; });
-  if (modifier != modifierNames.end()) return std::string{modifier->name};
+  if (const auto* modifier = findModifier(keyCode)) return std::string{modifier->name};
   return "key " + std::to_string(keyCode);
 }
 
@@ -74,7 +83,10 @@ std::string keyEventText(std::uint32_t type, const KeyEvent& event) {
   auto text = keyName(event.keyCode);
   if (type == keyEventType::keyDown) text += " down";
   if (type == keyEventType::keyUp) text += " up";
-  if (type == keyEventType::flagsChanged) text += " changes";
+  if (type == keyEventType::flagsChanged) {
+    const auto* modifier = findModifier(event.keyCode);
+    return text + (modifier && (event.flags & modifier->key.flags) != 0 ? " down" : " up");
+  }
   std::string modifiers;
   for (const auto& [flag, name] : flagNames) {
     if ((event.flags & flag) != 0)
