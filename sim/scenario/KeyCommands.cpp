@@ -1,4 +1,5 @@
 #include <array>
+#include <ranges>
 #include <vector>
 
 #include "sim/KeyText.h"
@@ -42,9 +43,7 @@ void press(Stage& stage, const std::string& keyboard, const std::vector<NamedKey
 }
 
 void release(Stage& stage, const std::string& keyboard, const std::vector<NamedKey>& keys) {
-  for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
-    stage.changeKey(keyboard, *key, false);
-  }
+  for (const auto& key : std::views::reverse(keys)) stage.changeKey(keyboard, key, false);
 }
 
 Play parsePress(LineReader& line) {

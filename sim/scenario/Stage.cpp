@@ -1,6 +1,7 @@
 #include "sim/scenario/Stage.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace keyrow::sim {
 
@@ -12,9 +13,10 @@ Stage::Stage() {
 }
 
 SimulatedProcess* Stage::process() {
-  const auto newest = std::find_if(processes.rbegin(), processes.rend(),
-                                   [](const auto& process) { return !process->hasEnded(); });
-  return newest == processes.rend() ? nullptr : newest->get();
+  for (const auto& process : std::views::reverse(processes)) {
+    if (!process->hasEnded()) return process.get();
+  }
+  return nullptr;
 }
 
 int Stage::runningCount() {
