@@ -1,0 +1,181 @@
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+
+#include "app/AppDelegate.h"
+#include "tests/app/AppDelegateFixture.h"
+
+namespace keyrow::sim {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::Not;
+
+constexpr auto prompt = "macOS asks whether Keyrow may control this computer";
+
+class AppDelegatePermissionTest : public AppDelegateFixture {
+ protected:
+  std::vector<std::string> seen() const {
+    std::vector<std::string> texts;
+    for (const auto& event : mac.timeline.events()) {
+      if (event.kind == TimelineEvent::Kind::screen) texts.push_back(event.text);
+    }
+    return texts;
+  }
+
+  void becomeActive() {
+    process->platform().notificationCenter.post("NSApplicationDidBecomeActiveNotification");
+  }
+
+  bool isTapWorking() const { return mac.eventTaps.enabledCount() == 1; }
+};
+
+TEST_F(AppDelegatePermissionTest, WithThePermissionNothingIsShownAndItIsNoted) {
+  process->launch();
+  EXPECT_THAT(seen(), ElementsAre());
+  EXPECT_EQ(stored("hasPromptedAccessibility"), PropertyValue{true});
+  EXPECT_TRUE(isTapWorking());
+}
+
+TEST_F(AppDelegatePermissionTest, WithoutItTheWindowIsShownAndTheSystemAsks) {
+  mac.isAccessibilityGranted = false;
+  process->launch();
+  EXPECT_THAT(seen(), ElementsAre("settings window, General", prompt));
+  EXPECT_EQ(stored("hasPromptedAccessibility"), PropertyValue{true});
+  EXPECT_EQ(process->settingsWindow().broughtToFrontCount(), 1);
+  mac.scheduler.runReady();
+  EXPECT_EQ(process->settingsWindow().broughtToFrontCount(), 2);
+  EXPECT_FALSE(isTapWorking());
+}
+
+TEST_F(AppDelegatePermissionTest, TheSystemAsksOnceInALifeTime) {
+  mac.isAccessibilityGranted = false;
+  store("hasPromptedAccessibility", true);
+  process->launch();
+  EXPECT_THAT(seen(), ElementsAre("settings window, General"));
+}
+
+TEST_F(AppDelegatePermissionTest, GrantedWhileItRunsTheTapStartsWhenKeyrowBecomesActive) {
+  mac.isAccessibilityGranted = false;
+  process->launch();
+  becomeActive();
+  EXPECT_FALSE(isTapWorking());
+  mac.isAccessibilityGranted = true;
+  EXPECT_FALSE(isTapWorking());
+  becomeActive();
+  EXPECT_TRUE(isTapWorking());
+  EXPECT_THAT(mac.screen.alerts(), ElementsAre());
+}
+
+TEST_F(AppDelegatePermissionTest, ATapThatRunsIsNotStartedAgain) {
+  process->launch();
+  mac.trace.start();
+  becomeActive();
+  EXPECT_THAT(mac.trace.take(), ElementsAre());
+}
+
+TEST_F(AppDelegatePermissionTest, ARefusedTapAlertsOnceUntilItHasWorked) {
+  mac.isInputMonitoringGranted = false;
+  process->launch();
+  becomeActive();
+  becomeActive();
+  EXPECT_THAT(mac.screen.alerts(), ElementsAre("Keyrow could not start keyboard monitoring"));
+  EXPECT_THAT(mac.screen.openedURLs(), ElementsAre());
+  mac.isInputMonitoringGranted = true;
+  becomeActive();
+  EXPECT_TRUE(isTapWorking());
+  EXPECT_EQ(mac.screen.alerts().size(), 1U);
+}
+
+TEST_F(AppDelegatePermissionTest, TheFirstButtonOpensTheSettings) {
+  mac.isInputMonitoringGranted = false;
+  mac.screen.answerNextAlert("Open Accessibility Settings");
+  process->launch();
+  EXPECT_THAT(mac.screen.openedURLs(),
+              ElementsAre("x-apple.systempreferences:com.apple.preference.security?Privacy_"
+                          "Accessibility"));
+}
+
+TEST_F(AppDelegatePermissionTest, AURLThatDoesNotOpenIsFollowedByTheOther) {
+  mac.isInputMonitoringGranted = false;
+  mac.screen.answerNextAlert("Open Accessibility Settings");
+  mac.faults.fail(PortCall::openURL, 1);
+  process->launch();
+  EXPECT_THAT(mac.screen.openedURLs(),
+              ElementsAre("x-apple.systempreferences:com.apple.settings.PrivacySecurity_"
+                          "Accessibility"));
+}
+
+TEST_F(AppDelegatePermissionTest, WhenNeitherOpensNothingElseHappens) {
+  mac.isInputMonitoringGranted = false;
+  mac.screen.answerNextAlert("Open Accessibility Settings");
+  mac.faults.fail(PortCall::openURL, Faults::always);
+  process->launch();
+  EXPECT_THAT(mac.screen.openedURLs(), ElementsAre());
+}
+
+TEST_F(AppDelegatePermissionTest, OpeningKeyrowAgainShowsItsSettings) {
+  process->launch();
+  for (const bool hasVisibleWindows : {false, true}) {
+    process->settingsWindow().close();
+    EXPECT_TRUE(keyrow().appDelegate().applicationShouldHandleReopen(hasVisibleWindows));
+    EXPECT_TRUE(process->settingsWindow().isVisible());
+  }
+  EXPECT_TRUE(keyrow().appDelegate().applicationSupportsSecureRestorableState());
+}
+
+TEST_F(AppDelegatePermissionTest, WakingUpLetsAStartedTapProveItself) {
+  process->launch();
+  mac.eventTaps.disableAll(0);
+  mac.power.sleep();
+  mac.power.wake();
+  EXPECT_TRUE(isTapWorking());
+  EXPECT_EQ(mac.openHandles.count("EventTap"), 1);
+}
+
+TEST_F(AppDelegatePermissionTest, WakingUpStartsNoTapThatHasNotBeenStarted) {
+  mac.isAccessibilityGranted = false;
+  process->launch();
+  mac.isAccessibilityGranted = true;
+  mac.power.sleep();
+  mac.power.wake();
+  EXPECT_FALSE(isTapWorking());
+}
+
+TEST_F(AppDelegatePermissionTest, FallingAsleepMirrorsTheGlobalModeUnderAnOverride) {
+  storeOverride(textEdit, FnState::standard);
+  launchWithFrontmost(textEdit);
+  setPreference(true);
+  mac.power.sleep();
+  EXPECT_EQ(preference(), PropertyValue{false});
+  EXPECT_EQ(mac.hid.modeName(), "standard");
+  EXPECT_THAT(logLines(),
+              ElementsAre("state info: Persisted the global function key mode to NSUserDefaults "
+                          "for system sleep: standardFunctionKeys=false"));
+}
+
+TEST_F(AppDelegatePermissionTest, WakingUpAppliesTheOverrideOfTheAppInFront) {
+  storeOverride(textEdit, FnState::standard);
+  launchWithFrontmost(textEdit);
+  mac.power.sleep();
+  setHardware(FnState::special);
+  mac.power.wake();
+  EXPECT_EQ(mac.hid.modeName(), "standard");
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+}
+
+TEST_F(AppDelegatePermissionTest, SwitchingAppsAsksForCapsLockOnlyWhenItIsShown) {
+  process->launch();
+  mac.trace.start();
+  mac.applications.activate(safari);
+  EXPECT_THAT(mac.trace.take(), Not(Contains("read-modifier-lock-state")));
+  keyrow().settings().setShowCapsLockIndicator(true);
+  mac.trace.start();
+  mac.applications.activate(textEdit);
+  EXPECT_THAT(mac.trace.take(), Contains("read-modifier-lock-state"));
+}
+
+}  // namespace
+}  // namespace keyrow::sim

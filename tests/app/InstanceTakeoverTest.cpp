@@ -1,0 +1,252 @@
+#include "app/InstanceTakeover.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/app/AppDelegateFixture.h"
+
+namespace keyrow::sim {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::IsSupersetOf;
+
+const std::string notExited =
+    "app notice: A previous instance did not exit during takeover. Continuing with the current "
+    "instance.";
+const std::string restored =
+    "app notice: Restored the global function key mode before forcing an older instance to exit.";
+
+/// An older instance, which hangs as the test wants, and the new one that is launched.
+class InstanceTakeoverTest : public AppDelegateFixture {
+ protected:
+  std::unique_ptr<SimulatedProcess> older = std::make_unique<SimulatedProcess>(mac, 400);
+
+  void SetUp() override {
+    AppDelegateFixture::SetUp();
+    mac.applications.activate(safari);
+    older->launch();
+  }
+
+  /// How long the new instance takes to launch.
+  Scheduler::Duration launchTime() {
+    const auto start = mac.scheduler.now();
+    process->launch();
+    return mac.scheduler.now() - start;
+  }
+
+  /// What the new instance logged while it forced out the older one, which is unreachable.
+  std::vector<std::string> linesOfForcedTakeover() {
+    older->hang(Hang::unreachable);
+    const auto before = logLines().size();
+    process->launch();
+    auto lines = logLines();
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(before));
+    return lines;
+  }
+
+  void overrideInForce() {
+    storeOverride(textEdit, FnState::standard);
+    mac.applications.activate(textEdit);
+    ASSERT_EQ(mac.hid.modeName(), "standard");
+  }
+
+  void post(std::optional<PropertyDictionary> userInfo,
+            const std::string& object = std::string{appIdentifier}) {
+    mac.distributedNotifications.post(
+        {"app.keyrow.Keyrow.instanceTakeover", object, std::move(userInfo)});
+    mac.scheduler.runReady();
+  }
+};
+
+TEST_F(InstanceTakeoverTest, AnInstanceThatAnswersIsGoneAtTheFirstLook) {
+  EXPECT_EQ(launchTime(), 20ms);
+  EXPECT_TRUE(older->hasEnded());
+  EXPECT_FALSE(process->hasEnded());
+}
+
+TEST_F(InstanceTakeoverTest, TheOlderInstanceLeavesKeyboardAndPreferenceInTheGlobalMode) {
+  overrideInForce();
+  setPreference(true);
+  post(PropertyDictionary{{"targetPID", 400}, {"sourcePID", 501}});
+  EXPECT_TRUE(older->hasEnded());
+  EXPECT_EQ(mac.hid.modeName(), "special");
+  EXPECT_EQ(preference(), PropertyValue{false});
+  EXPECT_THAT(logLines(),
+              IsSupersetOf({"state info: Persisted the global function key mode to NSUserDefaults "
+                            "for instance takeover: standardFunctionKeys=false"}));
+}
+
+TEST_F(InstanceTakeoverTest, OneThatIsForcedOutIsWaitedForTwoSeconds) {
+  older->hang(Hang::unreachable);
+  EXPECT_EQ(launchTime(), 2s);
+  EXPECT_TRUE(older->hasEnded());
+}
+
+TEST_F(InstanceTakeoverTest, OneThatStaysIsWaitedForThreeSeconds) {
+  older->hang(Hang::unstoppable);
+  EXPECT_EQ(launchTime(), 3s);
+  EXPECT_FALSE(older->hasEnded());
+  EXPECT_FALSE(process->hasEnded());
+  EXPECT_THAT(logLines(), ElementsAre(notExited));
+}
+
+TEST_F(InstanceTakeoverTest, OneThatTakesTheRequestIsNotForced) {
+  older->hang(Hang::reachable);
+  mac.trace.start();
+  EXPECT_EQ(launchTime(), 3s);
+  for (const auto& call : mac.trace.take()) EXPECT_NE(call, "force-terminate 400");
+  EXPECT_THAT(logLines(), ElementsAre(notExited));
+}
+
+TEST_F(InstanceTakeoverTest, OneThatAnswersLateIsSeenWithinTwentyMilliseconds) {
+  older->hang(Hang::reachable);
+  mac.scheduler.schedule(1s + 1ms, [this] { older->resume(); });
+  EXPECT_EQ(launchTime(), 1s + 20ms);
+}
+
+TEST_F(InstanceTakeoverTest, SeveralAreToldInTheirOrder) {
+  SimulatedProcess second{mac, 401};
+  SimulatedProcess third{mac, 402};
+  older->hang(Hang::unreachable);
+  second.launch();
+  second.hang(Hang::unreachable);
+  third.launch();
+  mac.trace.start();
+  process->launch();
+  std::vector<std::string> told;
+  for (const auto& call : mac.trace.take()) {
+    if (call.find("terminate") != std::string::npos || call.starts_with("post")) {
+      told.push_back(call);
+    }
+  }
+  const std::string notice = "post app.keyrow.Keyrow.instanceTakeover";
+  EXPECT_THAT(told, ElementsAre(notice, "terminate 400", notice, "terminate 401", notice,
+                                "terminate 402", "terminate 400", "force-terminate 400",
+                                "terminate 401", "force-terminate 401"));
+}
+
+TEST_F(InstanceTakeoverTest, ANoticeThatDoesNotNameThisProcessIsIgnored) {
+  for (const std::optional<PropertyDictionary>& userInfo :
+       std::vector<std::optional<PropertyDictionary>>{
+           std::nullopt, PropertyDictionary{}, PropertyDictionary{{"sourcePID", 400}},
+           PropertyDictionary{{"targetPID", 401}}, PropertyDictionary{{"targetPID", -400}},
+           PropertyDictionary{{"targetPID", "400"}}, PropertyDictionary{{"targetPID", true}},
+           PropertyDictionary{{"targetPID", 400.0}},
+           PropertyDictionary{{"targetPID", std::int64_t{1} << 32 | 400}}}) {
+    post(userInfo);
+    EXPECT_FALSE(older->hasEnded());
+  }
+  EXPECT_THAT(logLines(), ElementsAre());
+}
+
+TEST_F(InstanceTakeoverTest, ANoticeAboutAnotherApplicationIsIgnored) {
+  post(PropertyDictionary{{"targetPID", 400}}, "com.example.other");
+  EXPECT_FALSE(older->hasEnded());
+}
+
+TEST_F(InstanceTakeoverTest, WithoutABundleIdentifierNobodyIsTakenOver) {
+  SimulatedProcess anonymous{mac, 600, std::nullopt};
+  mac.trace.start();
+  anonymous.launch();
+  for (const auto& call : mac.trace.take()) EXPECT_NE(call, "list running applications");
+  EXPECT_FALSE(older->hasEnded());
+  // It hears notices about any application.
+  post(PropertyDictionary{{"targetPID", 600}}, "com.example.other");
+  EXPECT_TRUE(anonymous.hasEnded());
+}
+
+TEST_F(InstanceTakeoverTest, ANewInstanceCanItselfBeTakenOverWhileItWaits) {
+  older->hang(Hang::unstoppable);
+  SimulatedProcess newest{mac, 502};
+  mac.scheduler.schedule(1s, [&newest] { newest.launch(); });
+  EXPECT_FALSE(process->launch());
+  EXPECT_TRUE(process->hasEnded());
+  EXPECT_FALSE(newest.hasEnded());
+}
+
+TEST_F(InstanceTakeoverTest, RegisteringTwiceListensOnce) {
+  const auto& platform = process->platform();
+  InstanceTakeover takeover{
+      {.modePolicy = keyrow().modePolicy(),
+       .fnStateController = keyrow().fnStateController(),
+       .storedFnStates = StoredFnStates{platform.userDefaults},
+       .application = platform.application,
+       .bundle = platform.bundle,
+       .clock = platform.clock,
+       .distributedNotificationCenter = platform.distributedNotificationCenter,
+       .mainRunLoop = platform.mainRunLoop,
+       .process = platform.process,
+       .workspace = platform.workspace,
+       .appLog = keyrow().diagnosticsLog().logger(LogCategory::app)}};
+  const auto before = mac.openHandles.count("observer");
+  takeover.registerInstanceTakeoverObserver();
+  takeover.registerInstanceTakeoverObserver();
+  EXPECT_EQ(mac.openHandles.count("observer"), before + 1);
+  takeover.removeInstanceTakeoverObserver();
+  EXPECT_EQ(mac.openHandles.count("observer"), before);
+}
+
+TEST_F(InstanceTakeoverTest, AnOverrideInForceIsUndoneBeforeAnInstanceIsForcedOut) {
+  setPreference(false);
+  overrideInForce();
+  EXPECT_THAT(linesOfForcedTakeover(), ElementsAre(restored));
+}
+
+TEST_F(InstanceTakeoverTest, ThePreferenceOutweighsTheStoredMode) {
+  overrideInForce();
+  setPreference(true);
+  takeWrittenModes();
+  // The keyboard is in the mode that the preference names, so there is nothing to do.
+  EXPECT_THAT(linesOfForcedTakeover(), ElementsAre());
+}
+
+TEST_F(InstanceTakeoverTest, WithoutAPreferenceTheStoredModeIsRestored) {
+  overrideInForce();
+  EXPECT_THAT(linesOfForcedTakeover(), ElementsAre(restored));
+}
+
+TEST_F(InstanceTakeoverTest, WithoutAnApplicationInFrontNothingIsRestored) {
+  overrideInForce();
+  older->hang(Hang::unreachable);
+  mac.applications.activate(std::nullopt);
+  takeWrittenModes();
+  process->launch();
+  // Only the launch itself applies the mode.
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(0));
+  EXPECT_THAT(logLines(), ElementsAre());
+}
+
+TEST_F(InstanceTakeoverTest, WithoutAnOverrideInFrontNothingIsRestored) {
+  setHardware(FnState::standard);
+  EXPECT_THAT(linesOfForcedTakeover(), ElementsAre());
+}
+
+TEST_F(InstanceTakeoverTest, AFailedReadIsLoggedAndTheTakeoverGoesOn) {
+  overrideInForce();
+  mac.faults.fail(PortCall::readServiceProperty, 1);
+  EXPECT_THAT(linesOfForcedTakeover(),
+              ElementsAre("app error: Failed to read the current function key mode before forcing "
+                          "an older instance to exit: Failed to read the function key mode."));
+  EXPECT_TRUE(older->hasEnded());
+  EXPECT_FALSE(process->hasEnded());
+}
+
+TEST_F(InstanceTakeoverTest, AFailedWriteIsLoggedAndTheTakeoverGoesOn) {
+  overrideInForce();
+  mac.faults.fail(PortCall::setHidParameter, 1);
+  EXPECT_THAT(linesOfForcedTakeover(),
+              ElementsAre("app error: Failed to restore the global function key mode before "
+                          "forcing an older instance to exit: Failed to write the function key "
+                          "mode."));
+  EXPECT_TRUE(older->hasEnded());
+}
+
+}  // namespace
+}  // namespace keyrow::sim
