@@ -42,6 +42,7 @@ class SimulatedProcess {
   const Platform& platform() const { return contents->platform.ports(); }
   SimulatedStatusItemView& statusItem() { return contents->platform.statusItem; }
   SimulatedSettingsWindowView& settingsWindow() { return contents->platform.settingsWindow; }
+  SimulatedPlatform& simulatedPlatform() { return contents->platform; }
 
   /// Runs Keyrow's launch sequence; false when it was told to go while it waited for older
   /// instances, and did not live to see the end.

@@ -114,9 +114,9 @@ TEST_F(InstanceTakeoverTest, OneThatAnswersLateIsSeenWithinTwentyMilliseconds) {
 TEST_F(InstanceTakeoverTest, SeveralAreToldInTheirOrder) {
   SimulatedProcess second{mac, 401};
   SimulatedProcess third{mac, 402};
-  older->hang(Hang::unreachable);
+  older->hang(Hang::unstoppable);
   second.launch();
-  second.hang(Hang::unreachable);
+  second.hang(Hang::unstoppable);
   third.launch();
   mac.trace.start();
   process->launch();

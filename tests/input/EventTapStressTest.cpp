@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <thread>
+
+#include "tests/SimulatedMacTest.h"
+
+namespace keyrow::sim {
+namespace {
+
+/// Whether a thread gets to its work at once, or in a race with everything else.
+class EventTapStressTest : public SimulatedMacTest, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
+  constexpr std::uint64_t eventCount = 100'000;
+  constexpr std::uint64_t interval = 300;
+  mac.threadsStartAtOnce = GetParam();
+  store("globalFnState", 0);
+  store("applyFnModeToExternalFunctionKeys", true);
+  mac.applications.install("com.apple.TextEdit");
+  mac.applications.activate("com.apple.TextEdit");
+  process->launch();
+  auto& controller = keyrow().eventTapController();
+  const auto keyboard = std::make_shared<const SimulatedKeyboard>(
+      SimulatedKeyboard{.registryID = 1, .properties = {{"Transport", "USB"}}});
+
+  std::atomic<std::uint64_t> posted{0};
+  std::thread flood{[&] {
+    for (std::uint64_t event = 0; event < eventCount; ++event, ++posted) {
+      // Ordinary keys, top-row keys, and now and then a shortcut.
+      const auto keyCode = static_cast<std::uint16_t>(event % 128);
+      const auto flags = event % 97 == 0 ? keyEventFlag::secondaryFn : 0;
+      const auto type = event % 2 == 0 ? keyEventType::keyDown : keyEventType::keyUp;
+      mac.eventTaps.post(type, {.timestamp = event, .flags = flags, .keyCode = keyCode});
+    }
+  }};
+
+  for (std::uint64_t round = 0; posted < eventCount; ++round) {
+    const auto next = posted + interval;
+    mac.sendInput(keyboard, 7);
+    switch (round % 6) {
+      case 0:
+        mac.eventTaps.disableAll(keyEventType::tapDisabledByTimeout);
+        break;
+      case 1:
+        mac.faults.fail(PortCall::enableEventTap, 1);
+        mac.eventTaps.disableAll(keyEventType::tapDisabledByUserInput);
+        break;
+      case 2:
+        controller.recoverEventTap(keyEventType::tapDisabledByTimeout);
+        break;
+      case 3:
+        controller.stopEventTap();
+        controller.startEventTap();
+        break;
+      case 4:
+        mac.eventTaps.disableAll(0);
+        controller.startEventTap();
+        break;
+      default:
+        keyrow().settings().setEnhancedDiagnosticsEnabled(round % 4 == 1);
+        keyrow().settings().setFnReplacementModifier(FnReplacementModifier::rightOption);
+        break;
+    }
+    mac.scheduler.runReady();
+    while (posted < next && posted < eventCount) std::this_thread::yield();
+  }
+  flood.join();
+
+  mac.faults.clear();
+  mac.scheduler.runReady();
+  controller.startEventTap();
+  // The last worker may still be on its way.
+  while (mac.eventTaps.enabledCount() == 0) std::this_thread::yield();
+  EXPECT_EQ(mac.eventTaps.enabledCount(), 1);
+
+  const KeyEvent ordinary{.timestamp = 0, .flags = 0, .keyCode = 0};
+  EXPECT_TRUE(mac.eventTaps.post(keyEventType::keyDown, ordinary));
+  process->terminate();
+  process.reset();
+  EXPECT_TRUE(mac.openHandles.all().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Threads, EventTapStressTest, ::testing::Bool());
+
+TEST(EventTapFloodTest, NoShortcutIsLostOrDoubledWhileTheTapWorks) {
+  SimulatedMac mac;
+  mac.applications.install("com.apple.TextEdit");
+  mac.applications.activate("com.apple.TextEdit");
+  SimulatedProcess process{mac, 501};
+  process.launch();
+  const auto before = mac.hid.writtenValues().size();
+  constexpr int shortcuts = 1'000;
+  const KeyEvent shortcut{.timestamp = 0, .flags = keyEventFlag::secondaryFn, .keyCode = 50};
+  std::thread typist{[&] {
+    for (int count = 0; count < shortcuts; ++count) {
+      EXPECT_FALSE(mac.eventTaps.post(keyEventType::keyDown, shortcut));
+      EXPECT_FALSE(mac.eventTaps.post(keyEventType::keyUp, shortcut));
+      EXPECT_TRUE(
+          mac.eventTaps.post(keyEventType::keyDown, {.timestamp = 0, .flags = 0, .keyCode = 1}));
+    }
+  }};
+  typist.join();
+  mac.scheduler.runReady();
+  EXPECT_EQ(mac.hid.writtenValues().size() - before, static_cast<std::size_t>(shortcuts));
+}
+
+}  // namespace
+}  // namespace keyrow::sim

@@ -1,0 +1,150 @@
+#include <gmock/gmock.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "input/ExternalKeyboardFunctionRowMapper.h"
+#include "tests/input/KeyEventFixture.h"
+
+namespace keyrow::sim {
+namespace {
+
+using ::testing::ElementsAre;
+using namespace keyEventType;
+
+struct TopRow {
+  std::uint16_t keyCode;
+  const char* name;
+  std::optional<TranslatedAction> action;
+};
+const std::vector<TopRow> topRow{
+    {122, "F1", AuxiliaryAction{3}},
+    {120, "F2", AuxiliaryAction{2}},
+    {99, "F3",
+     OpenApplicationAction{"/System/Applications/Mission Control.app", "Mission Control"}},
+    {118, "F4", KeyStrokeAction{49, 0x100000, "Spotlight Shortcut"}},
+    {96, "F5", std::nullopt},
+    {97, "F6", std::nullopt},
+    {98, "F7", AuxiliaryAction{18}},
+    {100, "F8", AuxiliaryAction{16}},
+    {101, "F9", AuxiliaryAction{17}},
+    {109, "F10", AuxiliaryAction{7}},
+    {103, "F11", AuxiliaryAction{1}},
+    {111, "F12", AuxiliaryAction{0}}};
+
+class FunctionRowEvaluationTest : public KeyEventFixture {
+ protected:
+  static constexpr std::uint16_t keyF7 = 98;
+  KeyboardDeviceSource external;
+
+  void SetUp() override {
+    KeyEventFixture::SetUp();
+    store("applyFnModeToExternalFunctionKeys", true);
+  }
+
+  std::optional<TranslationEvaluation> evaluate(std::uint16_t keyCode, std::uint32_t type = keyDown,
+                                                std::uint64_t flags = 0) {
+    return evaluateFrom(&external, keyCode, type, flags);
+  }
+
+  std::optional<TranslationEvaluation> evaluateFrom(const KeyboardDeviceSource* source,
+                                                    std::uint16_t keyCode,
+                                                    std::uint32_t type = keyDown,
+                                                    std::uint64_t flags = 0) {
+    return keyrow().functionRowMapper().evaluate(
+        type, {.timestamp = 0, .flags = flags, .keyCode = keyCode}, source);
+  }
+
+  /// That the event passes, without an action, for this reason.
+  static void expectPass(const std::optional<TranslationEvaluation>& evaluation,
+                         const std::string& reason) {
+    ASSERT_TRUE(evaluation);
+    EXPECT_FALSE(evaluation->shouldTranslate);
+    EXPECT_FALSE(evaluation->action);
+    EXPECT_EQ(evaluation->reason, reason);
+  }
+};
+
+TEST_F(FunctionRowEvaluationTest, KnowsTheTwelveKeysAndTheirActions) {
+  for (const auto& key : topRow) {
+    const auto evaluation = evaluate(key.keyCode);
+    ASSERT_TRUE(evaluation) << key.name;
+    EXPECT_EQ(evaluation->functionKeyName, key.name);
+    EXPECT_EQ(evaluation->action, key.action) << key.name;
+    EXPECT_EQ(evaluation->shouldTranslate, key.action.has_value()) << key.name;
+    EXPECT_EQ(evaluation->reason,
+              key.action ? "translate mode=0 fnPressed=false" : "no-public-media-mapping");
+  }
+}
+
+TEST_F(FunctionRowEvaluationTest, OtherKeysAreNotEvaluated) {
+  std::vector<std::uint16_t> evaluated;
+  for (std::uint32_t keyCode = 0; keyCode <= 0xFFFF; ++keyCode) {
+    if (evaluate(static_cast<std::uint16_t>(keyCode))) {
+      evaluated.push_back(static_cast<std::uint16_t>(keyCode));
+    }
+  }
+  EXPECT_THAT(evaluated, ElementsAre(96, 97, 98, 99, 100, 101, 103, 109, 111, 118, 120, 122));
+}
+
+TEST_F(FunctionRowEvaluationTest, WithTheSettingOffNothingElseIsAsked) {
+  for (const auto& off : {std::optional<PropertyValue>{}, std::optional<PropertyValue>{false}}) {
+    store("applyFnModeToExternalFunctionKeys", off);
+    mac.trace.start();
+    expectPass(evaluate(keyF7), "setting-disabled");
+    expectPass(evaluateFrom(nullptr, keyF7, flagsChanged), "setting-disabled");
+    EXPECT_THAT(mac.trace.take(), ElementsAre());
+  }
+}
+
+TEST_F(FunctionRowEvaluationTest, OnlyKeysThatGoDownOrUpAreTranslated) {
+  expectPass(evaluate(keyF7, flagsChanged), "unsupported-event-type=12");
+  expectPass(evaluateFrom(nullptr, keyF7, 14), "unsupported-event-type=14");
+  expectPass(evaluate(keyF7, 0xFFFFFFFE), "unsupported-event-type=4294967294");
+}
+
+TEST_F(FunctionRowEvaluationTest, AKeyOfAnUnknownKeyboardPasses) {
+  expectPass(evaluateFrom(nullptr, keyF7), "source-unavailable");
+  expectPass(evaluateFrom(nullptr, 96), "source-unavailable");
+}
+
+TEST_F(FunctionRowEvaluationTest, OnlyExternalKeyboardsOfOtherMakesAreEligible) {
+  external.isBuiltIn = true;
+  expectPass(evaluate(keyF7), "source-not-eligible");
+  external.isBuiltIn = std::nullopt;
+  EXPECT_TRUE(evaluate(keyF7)->shouldTranslate);
+  external.vendorID = 0x05AC;
+  expectPass(evaluate(keyF7), "source-not-eligible");
+  expectPass(evaluate(96), "source-not-eligible");
+}
+
+TEST_F(FunctionRowEvaluationTest, KeysWithoutAMappingDoNotAskTheHardware) {
+  mac.trace.start();
+  expectPass(evaluate(96), "no-public-media-mapping");
+  expectPass(evaluate(97), "no-public-media-mapping");
+  EXPECT_THAT(mac.trace.take(), ElementsAre());
+}
+
+TEST_F(FunctionRowEvaluationTest, AnUnreadableModeTranslatesNothing) {
+  mac.faults.fail(PortCall::readServiceProperty, 1);
+  const auto evaluation = evaluate(keyF7);
+  EXPECT_FALSE(evaluation->shouldTranslate);
+  EXPECT_EQ(evaluation->reason, "fn-state-unavailable");
+  EXPECT_EQ(evaluation->action, TranslatedAction{AuxiliaryAction{18}});
+}
+
+TEST_F(FunctionRowEvaluationTest, TheModeDecidesAndFnIsOnlyReported) {
+  EXPECT_EQ(evaluate(keyF7, keyUp, keyEventFlag::secondaryFn)->reason,
+            "translate mode=0 fnPressed=true");
+  setHardware(FnState::standard);
+  const auto evaluation = evaluate(keyF7);
+  EXPECT_FALSE(evaluation->shouldTranslate);
+  EXPECT_EQ(evaluation->reason, "passthrough mode=1 fnPressed=false");
+  EXPECT_EQ(evaluation->action, TranslatedAction{AuxiliaryAction{18}});
+  EXPECT_EQ(evaluate(keyF7, keyDown, keyEventFlag::secondaryFn)->reason,
+            "passthrough mode=1 fnPressed=true");
+}
+
+}  // namespace
+}  // namespace keyrow::sim

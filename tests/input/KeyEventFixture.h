@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/app/AppDelegateFixture.h"
+
+namespace keyrow::sim {
+
+/// A launched Keyrow whose key event handler is called directly, and an external keyboard
+/// that has just sent an input. TextEdit is in front, the mode is special.
+class KeyEventFixture : public AppDelegateFixture {
+ protected:
+  static constexpr std::uint16_t keyA = 0;
+  static constexpr std::uint16_t keyGrave = 50;
+  static constexpr std::uint16_t keyEscape = 53;
+
+  void SetUp() override {
+    AppDelegateFixture::SetUp();
+    launchWithFrontmost(textEdit);
+    mac.scheduler.runReady();
+    useKeyboard({{"Transport", "USB"}, {"Built-In", false}});
+    takeWrittenModes();
+  }
+
+  /// Events come from a keyboard with these properties from now on.
+  void useKeyboard(PropertyDictionary properties) {
+    mac.scheduler.advance(std::chrono::seconds{10});
+    mac.sendInput(std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
+                      .registryID = ++lastRegistryID, .properties = std::move(properties)}),
+                  7);
+  }
+
+  /// Whether the event passes.
+  bool passes(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
+    return keyrow().keyEventHandler().handleTappedEvent(
+               type, {.timestamp = mac.machAbsoluteTime(), .flags = flags, .keyCode = keyCode}) ==
+           TapVerdict::pass;
+  }
+
+  /// The same, and does what the event put on the main queue.
+  bool passesAndRuns(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
+    const bool result = passes(type, keyCode, flags);
+    mac.scheduler.runReady();
+    return result;
+  }
+
+ private:
+  std::uint64_t lastRegistryID = 0;
+};
+
+}  // namespace keyrow::sim

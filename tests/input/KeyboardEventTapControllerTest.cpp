@@ -1,0 +1,270 @@
+#include "input/KeyboardEventTapController.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/SimulatedMacTest.h"
+
+namespace keyrow::sim {
+namespace {
+
+using ::testing::ElementsAre;
+constexpr auto timeout = keyEventType::tapDisabledByTimeout;
+
+class KeyboardEventTapControllerTest : public SimulatedMacTest {
+ protected:
+  KeyboardEventTapController& controller() { return keyrow().eventTapController(); }
+
+  int handles(const std::string& kind) const { return mac.openHandles.count(kind); }
+
+  void expectOne() {
+    EXPECT_EQ(mac.eventTaps.enabledCount(), 1);
+    EXPECT_EQ(handles("EventTap"), 1);
+    EXPECT_EQ(handles("RunLoopSource"), 1);
+    EXPECT_EQ(handles("thread"), 1);
+  }
+
+  /// That all is gone, as soon as the worker has got to its end.
+  void expectNone() {
+    EXPECT_EQ(mac.eventTaps.enabledCount(), 0);
+    process->simulatedPlatform().eventTaps.endThreads();
+    EXPECT_EQ(handles("EventTap") + handles("RunLoopSource") + handles("thread"), 0);
+  }
+};
+
+TEST_F(KeyboardEventTapControllerTest, StartsOneTapWithOneWorker) {
+  mac.trace.start();
+  EXPECT_TRUE(controller().startEventTap());
+  EXPECT_THAT(mac.trace.take(), ElementsAre("create-event-tap", "create-run-loop-source",
+                                            "start thread app.keyrow.Keyrow.KeyboardEventTap",
+                                            "enable event tap", "enable-event-tap"));
+  expectOne();
+  EXPECT_THAT(logLines(), ElementsAre());
+}
+
+TEST_F(KeyboardEventTapControllerTest, SeesKeysAndModifiersAndNothingElse) {
+  ASSERT_TRUE(controller().startEventTap());
+  store("localToggleShortcutKeyCode", 50);
+  const KeyEvent shortcut{.timestamp = 0, .flags = keyEventFlag::secondaryFn, .keyCode = 50};
+  EXPECT_FALSE(mac.eventTaps.post(10, shortcut));
+  EXPECT_FALSE(mac.eventTaps.post(11, shortcut));
+  EXPECT_TRUE(mac.eventTaps.post(12, shortcut));
+  EXPECT_TRUE(mac.eventTaps.post(1, shortcut));
+  EXPECT_TRUE(mac.eventTaps.post(14, shortcut));
+}
+
+TEST_F(KeyboardEventTapControllerTest, StartingAgainOnlyEnables) {
+  controller().startEventTap();
+  mac.eventTaps.disableAll(0);
+  mac.trace.start();
+  EXPECT_TRUE(controller().startEventTap());
+  EXPECT_THAT(mac.trace.take(), ElementsAre("enable event tap", "enable-event-tap"));
+  expectOne();
+}
+
+TEST_F(KeyboardEventTapControllerTest, ATapThatIsRefusedIsLogged) {
+  for (const auto call : {PortCall::createEventTap, PortCall::createRunLoopSource}) {
+    mac.faults.fail(call, 1);
+    EXPECT_FALSE(controller().startEventTap());
+    EXPECT_EQ(logLines().back(), "input error: Failed to create the keyboard event tap.");
+    EXPECT_EQ(handles("EventTap") + handles("RunLoopSource") + handles("thread"), 0);
+  }
+  EXPECT_EQ(logLines().size(), 2U);
+  EXPECT_TRUE(controller().startEventTap());
+}
+
+TEST_F(KeyboardEventTapControllerTest, StoppingEndsTapAndWorkerAndStoppingAgainDoesNothing) {
+  controller().startEventTap();
+  mac.trace.start();
+  controller().stopEventTap();
+  EXPECT_THAT(mac.trace.take(), ElementsAre("disable event tap", "invalidate event tap"));
+  controller().stopEventTap();
+  EXPECT_THAT(mac.trace.take(), ElementsAre());
+  expectNone();
+}
+
+TEST_F(KeyboardEventTapControllerTest, StartsAnewAfterItWasStopped) {
+  controller().startEventTap();
+  controller().stopEventTap();
+  EXPECT_TRUE(controller().startEventTap());
+  EXPECT_EQ(mac.eventTaps.enabledCount(), 1);
+}
+
+TEST_F(KeyboardEventTapControllerTest, RecoversByEnablingTheSameTap) {
+  controller().startEventTap();
+  for (const auto& [type, reason] :
+       std::vector<std::pair<std::uint32_t, std::string>>{{timeout, "timeout"},
+                                                          {0xFFFFFFFF, "user input"},
+                                                          {5, "event type 5"},
+                                                          {0, "event type 0"}}) {
+    mac.eventTaps.disableAll(0);
+    mac.trace.start();
+    controller().recoverEventTap(type);
+    EXPECT_THAT(mac.trace.take(), ElementsAre("enable event tap", "enable-event-tap"));
+    EXPECT_EQ(logLines().back(),
+              "input notice: Re-enabled the keyboard event tap after " + reason + ".");
+    expectOne();
+  }
+}
+
+TEST_F(KeyboardEventTapControllerTest, RebuildsATapThatWillNotBeEnabled) {
+  controller().startEventTap();
+  mac.eventTaps.disableAll(0);
+  mac.faults.fail(PortCall::enableEventTap, 1);
+  mac.trace.start();
+  controller().recoverEventTap(timeout);
+  EXPECT_THAT(mac.trace.take(),
+              ElementsAre("enable event tap", "enable-event-tap", "disable event tap",
+                          "invalidate event tap", "create-event-tap", "create-run-loop-source",
+                          "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable event tap",
+                          "enable-event-tap"));
+  EXPECT_THAT(logLines(),
+              ElementsAre("input notice: Rebuilt the keyboard event tap after timeout."));
+  EXPECT_EQ(mac.eventTaps.enabledCount(), 1);
+  controller().stopEventTap();
+  expectNone();
+}
+
+TEST_F(KeyboardEventTapControllerTest, SaysWhenItCannotRecover) {
+  controller().startEventTap();
+  mac.eventTaps.disableAll(0);
+  mac.faults.fail(PortCall::enableEventTap, 1);
+  mac.faults.fail(PortCall::createEventTap, 1);
+  controller().recoverEventTap(timeout);
+  EXPECT_THAT(logLines(),
+              ElementsAre("input error: Failed to recover the keyboard event tap after timeout."));
+  expectNone();
+}
+
+TEST_F(KeyboardEventTapControllerTest, RecoveringWhatWasStoppedBuildsIt) {
+  controller().recoverEventTap(timeout);
+  EXPECT_THAT(logLines(),
+              ElementsAre("input notice: Rebuilt the keyboard event tap after timeout."));
+  expectOne();
+}
+
+TEST_F(KeyboardEventTapControllerTest, TheEndOfTheProcessLeavesNothing) {
+  controller().startEventTap();
+  process.reset();
+  EXPECT_TRUE(mac.openHandles.all().empty());
+  EXPECT_EQ(mac.eventTaps.enabledCount(), 0);
+}
+
+/// Taps whose threads get to their work only when the test lets them, and note what they do.
+class DeferredEventTaps final : public EventTaps {
+ public:
+  std::vector<std::string> calls;
+  std::vector<std::function<void()>> bodies;
+  bool isEnabled = true;
+  /// Runs in `run`, while the worker is in its run loop.
+  std::function<void()> whileRunning = [] {};
+
+  std::shared_ptr<EventTap> createTap(std::uint64_t, TappedEventHandler&) override {
+    return std::make_shared<Tap>(*this);
+  }
+  std::shared_ptr<RunLoopSource> createRunLoopSource(EventTap&) override {
+    return std::make_shared<RunLoopSource>();
+  }
+  std::shared_ptr<RunLoop> currentRunLoop() override { return std::make_shared<Loop>(*this); }
+  void startThread(std::string_view, std::function<void()> body) override {
+    bodies.push_back(std::move(body));
+  }
+
+ private:
+  struct Tap final : EventTap {
+    explicit Tap(DeferredEventTaps& itsOwner) : owner{itsOwner} {}
+    void setEnabled(bool enabled) override {
+      owner.calls.push_back(enabled ? "enable" : "disable");
+    }
+    bool isEnabled() override { return owner.isEnabled; }
+    void invalidate() override { owner.calls.emplace_back("invalidate"); }
+    DeferredEventTaps& owner;
+  };
+  struct Loop final : RunLoop {
+    explicit Loop(DeferredEventTaps& itsOwner) : owner{itsOwner} {}
+    void addSource(RunLoopSource&) override { owner.calls.emplace_back("add source"); }
+    void removeSource(RunLoopSource&) override { owner.calls.emplace_back("remove source"); }
+    void run() override {
+      owner.calls.emplace_back("run");
+      std::exchange(owner.whileRunning, [] {})();
+    }
+    void stop() override { owner.calls.emplace_back("stop"); }
+    DeferredEventTaps& owner;
+  };
+};
+
+class WorkerTest : public SimulatedMacTest {
+ protected:
+  DeferredEventTaps taps;
+  std::optional<KeyboardEventTapController> controller{
+      std::in_place, taps, keyrow().keyEventHandler(),
+      keyrow().diagnosticsLog().logger(LogCategory::input)};
+
+  std::vector<std::string> takeCalls() { return std::exchange(taps.calls, {}); }
+};
+
+TEST_F(WorkerTest, SchedulesItsSourceBeforeItEnablesTheTap) {
+  controller->startEventTap();
+  EXPECT_THAT(takeCalls(), ElementsAre());
+  taps.bodies[0]();
+  EXPECT_THAT(takeCalls(), ElementsAre("add source", "enable", "run", "remove source"));
+}
+
+TEST_F(WorkerTest, AWorkerWhoseTapHasBeenReplacedDoesNothing) {
+  controller->startEventTap();
+  taps.isEnabled = false;
+  controller->startEventTap();
+  takeCalls();
+  taps.bodies[0]();
+  EXPECT_THAT(takeCalls(), ElementsAre());
+  taps.bodies[1]();
+  EXPECT_THAT(takeCalls(), ElementsAre("add source", "enable", "run", "remove source"));
+}
+
+TEST_F(WorkerTest, AWorkerWhoseTapHasBeenStoppedDoesNothing) {
+  controller->startEventTap();
+  controller->stopEventTap();
+  takeCalls();
+  taps.bodies[0]();
+  EXPECT_THAT(takeCalls(), ElementsAre());
+}
+
+TEST_F(WorkerTest, AWorkerWithoutItsControllerDoesNothing) {
+  controller->startEventTap();
+  controller.reset();
+  taps.bodies[0]();
+  EXPECT_THAT(takeCalls(), ElementsAre());
+}
+
+TEST_F(WorkerTest, AWorkerThatEndsLeavesTheRunLoopOfANewerOneAlone) {
+  controller->startEventTap();
+  taps.whileRunning = [this] {
+    // While the old worker is still in its run loop, the tap is rebuilt, and the new worker
+    // starts and gets into its own. Stopping reaches it only if its run loop is known still.
+    taps.isEnabled = false;
+    controller->startEventTap();
+    taps.whileRunning = [] {};
+  };
+  taps.bodies[0]();
+  takeCalls();
+  taps.whileRunning = [this] { controller->stopEventTap(); };
+  taps.bodies[1]();
+  EXPECT_THAT(takeCalls(), ElementsAre("add source", "enable", "run", "stop", "disable",
+                                       "invalidate", "remove source"));
+}
+
+TEST_F(WorkerTest, AWorkerThatEndsForgetsItsRunLoop) {
+  controller->startEventTap();
+  taps.bodies[0]();
+  takeCalls();
+  controller->stopEventTap();
+  EXPECT_THAT(takeCalls(), ElementsAre("disable", "invalidate"));
+}
+
+}  // namespace
+}  // namespace keyrow::sim
