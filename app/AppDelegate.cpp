@@ -20,6 +20,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   use.instanceTakeover.takeOverPreviousInstances();
   use.statusBarController.setUp();
   use.settingsWindowController.createWindow();
+  use.updater.start();
   use.modePolicy.pruneLocalFnStates();
   use.keyboardSourceMonitor.startMonitoring();
   lastActivatedBundleIdentifier = use.workspace.frontmostBundleIdentifier();
@@ -30,18 +31,15 @@ void AppDelegate::applicationDidFinishLaunching() {
   sleepObserver = use.workspace.observeWillSleep([this] {
     use.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
   });
-  capsLockSettingObserver = use.notificationCenter.addObserver(
-      settingsNotification::CapsLockIndicatorSettingDidChange, [this] {
-        use.statusBarController.setCapsLockIndicatorEnabled(use.settings.showCapsLockIndicator());
-      });
-  use.statusBarController.updateCapsLockIndicator();
+  use.capsLockMonitor.observeCapsLockIndicatorSetting();
+  use.capsLockMonitor.applyCapsLockIndicatorSetting();
   installAppActiveObserver();
   use.modePolicy.applyStoredFnState();
 }
 
 void AppDelegate::applicationWillTerminate() {
   use.modePolicy.restoreGlobalFnState();
-  capsLockSettingObserver = {};
+  use.capsLockMonitor.tearDownCapsLockMonitoring();
   use.eventTapController.stopEventTap();
   use.keyboardSourceMonitor.stopMonitoring();
   appActiveObserver = {};
@@ -59,7 +57,7 @@ void AppDelegate::handleApplicationActivation() {
   syncAfterLeavingSystemSettings();
   syncFromHardware();
   use.modePolicy.applyStoredFnState();
-  if (use.settings.showCapsLockIndicator()) use.statusBarController.updateCapsLockIndicator();
+  use.capsLockMonitor.refreshCapsLockIfEnabled();
 }
 
 void AppDelegate::syncAfterLeavingSystemSettings() {
@@ -83,6 +81,7 @@ void AppDelegate::syncFromHardware() {
 
 void AppDelegate::handleWake() {
   use.statusBarController.handleWake();
+  use.capsLockMonitor.refreshCapsLockIfEnabled();
   // macOS can disable a tap during sleep without ever announcing it.
   if (eventTapStarted) use.eventTapController.startEventTap();
 }

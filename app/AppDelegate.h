@@ -8,6 +8,7 @@
 #include "core/FnStateController.h"
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
+#include "input/CapsLockMonitor.h"
 #include "input/KeyboardEventTapController.h"
 #include "input/KeyboardSourceMonitor.h"
 #include "platform/Accessibility.h"
@@ -15,6 +16,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/Workspace.h"
 #include "ui/SettingsWindowController.h"
+#include "ui/SparkleUpdater.h"
 #include "ui/StatusBarController.h"
 
 namespace keyrow {
@@ -31,8 +33,10 @@ class AppDelegate {
     AppSettings& settings;
     KeyboardSourceMonitor& keyboardSourceMonitor;
     KeyboardEventTapController& eventTapController;
+    CapsLockMonitor& capsLockMonitor;
     StatusBarController& statusBarController;
     SettingsWindowController& settingsWindowController;
+    SparkleUpdater& updater;
     InstanceTakeover& instanceTakeover;
     Accessibility& accessibility;
     Alerts& alerts;
@@ -78,7 +82,6 @@ class AppDelegate {
   ObserverToken activationObserver;
   ObserverToken wakeObserver;
   ObserverToken sleepObserver;
-  ObserverToken capsLockSettingObserver;
 };
 
 }  // namespace keyrow

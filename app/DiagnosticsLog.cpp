@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/Iso8601.h"
 #include "core/AppIdentifier.h"
+#include "platform/Iso8601.h"
 
 namespace keyrow {
 
@@ -38,11 +38,6 @@ std::string reportLine(const LogEntry& entry) {
 
 std::string_view categoryName(LogCategory category) {
   return categoryNames[static_cast<std::size_t>(category)];
-}
-
-std::string errorText(const SystemError& error) {
-  if (error.errorDescription && !error.errorDescription->empty()) return *error.errorDescription;
-  return error.domain + " (" + std::to_string(error.code) + ")";
 }
 
 std::string errorText(KeyboardControllerError error) {

@@ -29,8 +29,7 @@ enum class LogCategory {
 /// "app", "input", "state" or "hardware".
 std::string_view categoryName(LogCategory category);
 
-/// The error in words: the text that it brings, or else its domain and its code.
-std::string errorText(const SystemError& error);
+/// The error in words.
 std::string errorText(KeyboardControllerError error);
 
 /// The application's log: writes into the system's unified log under one subsystem and

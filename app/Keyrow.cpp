@@ -1,5 +1,8 @@
 #include "app/Keyrow.h"
 
+#include "ui/AboutView.h"
+#include "ui/GeneralView.h"
+
 namespace keyrow {
 
 Keyrow::Keyrow(const Platform& platform, const Views& views)
@@ -30,11 +33,43 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                        modePolicy_,        platform.mainQueue},
       eventTapController_{platform.eventTaps, keyEventHandler_,
                           diagnosticsLog_.logger(LogCategory::input)},
+      capsLockMonitor_{platform.hidManagers,
+                       platform.eventMonitors,
+                       platform.notificationCenter,
+                       platform.mainQueue,
+                       settings_,
+                       diagnosticsLog_.logger(LogCategory::hardware)},
       settingsWindowController_{views.settingsWindow, platform.application, platform.mainQueue},
-      statusBarController_{
-          views.statusItem,          modePolicy_,        storedFnStates_,    settings_,
-          settingsWindowController_, platform.hidSystem, platform.workspace, platform.application,
-          platform.mainQueue},
+      statusBarController_{views.statusItem,   modePolicy_,        storedFnStates_,
+                           settings_,          capsLockMonitor_,   settingsWindowController_,
+                           platform.hidSystem, platform.workspace, platform.application,
+                           platform.mainQueue},
+      updater_{{.updateFramework = platform.updateFramework,
+                .userNotifications = platform.userNotifications,
+                .userDefaults = platform.userDefaults,
+                .bundle = platform.bundle,
+                .alerts = platform.alerts,
+                .workspace = platform.workspace,
+                .settingsWindowController = settingsWindowController_,
+                .appLog = diagnosticsLog_.logger(LogCategory::app)}},
+      bugReport_{{.settings = settings_,
+                  .bundle = platform.bundle,
+                  .clock = platform.clock,
+                  .files = platform.files,
+                  .mailComposer = platform.mailComposer,
+                  .process = platform.process,
+                  .workspace = platform.workspace,
+                  .recentLogReport = [this] { return diagnosticsLog_.recentLogReport(); }}},
+      generalPane_{{.view = views.general,
+                    .settings = settings_,
+                    .accessibility = platform.accessibility,
+                    .alerts = platform.alerts,
+                    .application = platform.application,
+                    .eventMonitors = platform.eventMonitors,
+                    .loginItem = platform.loginItem,
+                    .notificationCenter = platform.notificationCenter,
+                    .workspace = platform.workspace}},
+      aboutPane_{views.about, settings_, platform.bundle, bugReport_, updater_},
       instanceTakeover_{{.modePolicy = modePolicy_,
                          .fnStateController = fnStateController_,
                          .storedFnStates = storedFnStates_,
@@ -52,12 +87,18 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                     .settings = settings_,
                     .keyboardSourceMonitor = keyboardSourceMonitor_,
                     .eventTapController = eventTapController_,
+                    .capsLockMonitor = capsLockMonitor_,
                     .statusBarController = statusBarController_,
                     .settingsWindowController = settingsWindowController_,
+                    .updater = updater_,
                     .instanceTakeover = instanceTakeover_,
                     .accessibility = platform.accessibility,
                     .alerts = platform.alerts,
                     .notificationCenter = platform.notificationCenter,
-                    .workspace = platform.workspace}} {}
+                    .workspace = platform.workspace}} {
+  capsLockMonitor_.setPresenter(&statusBarController_);
+  views.general.setPane(generalPane_);
+  views.about.setPane(aboutPane_);
+}
 
 }  // namespace keyrow

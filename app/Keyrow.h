@@ -7,13 +7,18 @@
 #include "core/FnStateController.h"
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
+#include "input/CapsLockMonitor.h"
 #include "input/ExternalKeyboardFunctionRowMapper.h"
 #include "input/KeyEventHandler.h"
 #include "input/KeySettings.h"
 #include "input/KeyboardEventTapController.h"
 #include "input/KeyboardSourceMonitor.h"
 #include "platform/Platform.h"
+#include "ui/AboutPane.h"
+#include "ui/BugReport.h"
+#include "ui/GeneralPane.h"
 #include "ui/SettingsWindowController.h"
+#include "ui/SparkleUpdater.h"
 #include "ui/StatusBarController.h"
 #include "ui/Views.h"
 
@@ -35,6 +40,8 @@ class Keyrow {
   KeyEventHandler& keyEventHandler() { return keyEventHandler_; }
   KeyboardEventTapController& eventTapController() { return eventTapController_; }
   SettingsWindowController& settingsWindowController() { return settingsWindowController_; }
+  CapsLockMonitor& capsLockMonitor() { return capsLockMonitor_; }
+  SparkleUpdater& updater() { return updater_; }
   StatusBarController& statusBarController() { return statusBarController_; }
   AppDelegate& appDelegate() { return appDelegate_; }
 
@@ -49,8 +56,13 @@ class Keyrow {
   ExternalKeyboardFunctionRowMapper functionRowMapper_;
   KeyEventHandler keyEventHandler_;
   KeyboardEventTapController eventTapController_;
+  CapsLockMonitor capsLockMonitor_;
   SettingsWindowController settingsWindowController_;
   StatusBarController statusBarController_;
+  SparkleUpdater updater_;
+  BugReport bugReport_;
+  GeneralPane generalPane_;
+  AboutPane aboutPane_;
   InstanceTakeover instanceTakeover_;
   AppDelegate appDelegate_;
 };

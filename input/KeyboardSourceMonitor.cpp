@@ -1,10 +1,11 @@
 #include "input/KeyboardSourceMonitor.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <optional>
 #include <utility>
+
+#include "input/KeyboardMatching.h"
 
 namespace keyrow {
 
@@ -12,21 +13,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// `kHIDPage_GenericDesktop`, `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
-constexpr int genericDesktopPage = 1;
+/// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
 constexpr int keyboardOrKeypadPage = 7;
-/// `kHIDUsage_GD_Keyboard`, `kHIDUsage_GD_Keypad` (IOHIDUsageTables.h).
-constexpr int keyboardUsage = 6;
-constexpr int keypadUsage = 7;
 
 std::uint64_t machTicks(std::chrono::nanoseconds duration, MachTimebase timebase,
                         std::uint64_t fallback) {
   if (timebase.numer == 0) return fallback;
   return static_cast<std::uint64_t>(duration.count()) * timebase.denom / timebase.numer;
-}
-
-PropertyDictionary deviceMatching(int usage) {
-  return {{"DeviceUsagePage", genericDesktopPage}, {"DeviceUsage", usage}};
 }
 
 std::optional<bool> boolProperty(HidDevice& device, std::string_view key) {
@@ -83,8 +76,7 @@ KeyboardSourceMonitor::KeyboardSourceMonitor(HidManagers& hidManagers,
 void KeyboardSourceMonitor::startMonitoring() {
   if (manager) return;
   auto candidate = hidManagers_.create();
-  const std::array matching{deviceMatching(keyboardUsage), deviceMatching(keypadUsage)};
-  candidate->setDeviceMatching(matching);
+  candidate->setDeviceMatching(keyboardMatching());
   candidate->setInputValueMatching({{"UsagePage", keyboardOrKeypadPage}});
   candidate->registerInputValueCallback(
       [this](const HidInputValue& value) { handleInputValue(value); });

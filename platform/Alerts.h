@@ -24,6 +24,9 @@ class Alerts : public Port {
  public:
   /// Shows the alert and waits for the user; gives the modal response.
   virtual int runModal(const Alert& alert) = 0;
+
+  /// The system's beep (`NSBeep`).
+  virtual void beep() = 0;
 };
 
 }  // namespace keyrow

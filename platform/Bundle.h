@@ -2,8 +2,10 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/Port.h"
+#include "platform/PropertyValue.h"
 
 namespace keyrow {
 
@@ -12,6 +14,10 @@ class Bundle : public Port {
  public:
   /// The bundle identifier; absent when the bundle has none.
   virtual std::optional<std::string> identifier() = 0;
+
+  /// A value of the info dictionary (`objectForInfoDictionaryKey:`); absent when there is
+  /// none.
+  virtual std::optional<PropertyValue> infoValue(std::string_view key) = 0;
 };
 
 }  // namespace keyrow

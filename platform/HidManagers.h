@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "platform/IOReturn.h"
 #include "platform/Port.h"
@@ -49,6 +50,16 @@ class HidManager : public Port {
 
   /// Runs `handler` on the main thread at every matching input.
   virtual void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) = 0;
+
+  /// Runs `handler` on the main thread whenever a matching device is attached (also for
+  /// those that are when the manager is scheduled), or removed
+  /// (`IOHIDManagerRegisterDeviceMatchingCallback`, `…RemovalCallback`).
+  virtual void registerDeviceMatchingCallback(std::function<void()> handler) = 0;
+  virtual void registerDeviceRemovalCallback(std::function<void()> handler) = 0;
+
+  /// The matching devices that are attached (`IOHIDManagerCopyDevices`); empty also when
+  /// the system gives none.
+  virtual std::vector<std::unique_ptr<HidDevice>> devices() = 0;
 
   /// Schedules on the main run loop in the common modes.
   virtual void scheduleWithMainRunLoop() = 0;

@@ -15,4 +15,10 @@ struct SystemError {
   std::int64_t code = 0;
 };
 
+/// The error in words: the text that it brings, or else its domain and its code.
+inline std::string errorText(const SystemError& error) {
+  if (error.errorDescription && !error.errorDescription->empty()) return *error.errorDescription;
+  return error.domain + " (" + std::to_string(error.code) + ")";
+}
+
 }  // namespace keyrow

@@ -46,6 +46,9 @@ class Workspace : public Port {
   /// nothing happens where there is none.
   virtual void openApplication(std::string_view path) = 0;
 
+  /// Whether the text is a URL (`URLWithString:`).
+  virtual bool isURL(std::string_view text) = 0;
+
   /// Opens a URL (`openURL:`); false when nothing opens it, or when it is no URL.
   virtual bool openURL(std::string_view url) = 0;
 };

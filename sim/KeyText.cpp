@@ -18,8 +18,9 @@ struct ModifierName {
 
 /// Key codes `kVK_…` (HIToolbox Events.h), flags `kCGEventFlagMask…` with
 /// `NX_DEVICE…KEYMASK` (IOLLEvent.h). A name without a side means the left one.
-constexpr std::array<ModifierName, 13> modifierNames{{
+constexpr std::array<ModifierName, 14> modifierNames{{
     {"fn", {63, keyEventFlag::secondaryFn}},
+    {"caps-lock", {57, 0x10000}},
     {"left-control", {59, keyEventFlag::control | 0x1}},
     {"right-control", {62, keyEventFlag::control | 0x2000}},
     {"left-option", {58, keyEventFlag::option | 0x20}},

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/PropertyValue.h"
 #include "sim/ObserverList.h"
@@ -45,12 +46,23 @@ class Keyboards {
   /// The device of that name; null when there is none.
   std::shared_ptr<const SimulatedKeyboard> find(std::string_view name) const;
 
+  /// Changes a property of a device; does nothing when there is none of that name.
+  void setProperty(std::string_view name, const std::string& key, PropertyValue value);
+
+  /// All that are attached.
+  std::vector<std::shared_ptr<const SimulatedKeyboard>> all() const;
+
   /// The name of the device with this registry entry ID, attached or not any more;
   /// absent when there never was one.
   std::optional<std::string> nameOf(std::optional<std::uint64_t> registryID) const;
 
   /// Delivers an input to all who listen.
   void deliver(const KeyboardInput& input) const { inputObservers.notify(input); }
+
+  /// Calls `handler` whenever a device was attached or taken away.
+  Registration observeChanges(std::function<void()> handler) {
+    return changeObservers.add(std::move(handler));
+  }
 
   Registration observeInput(std::function<void(const KeyboardInput&)> handler) {
     return inputObservers.add(std::move(handler));
@@ -60,6 +72,7 @@ class Keyboards {
   std::map<std::string, std::shared_ptr<const SimulatedKeyboard>, std::less<>> attached;
   std::map<std::uint64_t, std::string> names;
   ObserverList<const KeyboardInput&> inputObservers;
+  ObserverList<> changeObservers;
 };
 
 }  // namespace keyrow::sim

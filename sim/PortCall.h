@@ -25,7 +25,13 @@ enum class PortCall {
   registryEntryID,
   readDeviceProperty,
   openURL,
+  registerLoginItem,
+  unregisterLoginItem,
+  writeFile,
+  requestNotificationAuthorization,
+  addNotification,
   createKeyEventSource,
+  copyDevices,
   readLog,
 };
 
@@ -36,7 +42,7 @@ struct PortCallInfo {
 };
 
 /// In the order of `PortCall`.
-inline constexpr std::array<PortCallInfo, 18> portCalls{{
+inline constexpr std::array<PortCallInfo, 24> portCalls{{
     {"find-service", "IOServiceGetMatchingService finds no service"},
     {"read-service-property", "IORegistryEntryCreateCFProperty gives nothing"},
     {"open-connection", "IOServiceOpen is refused"},
@@ -53,7 +59,13 @@ inline constexpr std::array<PortCallInfo, 18> portCalls{{
     {"registry-entry-id", "a device has no registry entry ID"},
     {"read-device-property", "IOHIDDeviceGetProperty gives nothing"},
     {"open-url", "nothing opens the URL"},
+    {"register-login-item", "SMAppService refuses to register"},
+    {"unregister-login-item", "SMAppService refuses to unregister"},
+    {"write-file", "the disk is full"},
+    {"request-notification-authorization", "the request for authorization fails"},
+    {"add-notification", "the notification cannot be posted"},
     {"create-key-event-source", "CGEventSourceCreate gives nothing"},
+    {"copy-devices", "IOHIDManagerCopyDevices gives nothing"},
     {"read-log", "the log store cannot be read"},
 }};
 

@@ -11,6 +11,7 @@ class SimulatedAlerts final : public Alerts {
   explicit SimulatedAlerts(SimulatedMac& mac) : mac_{mac} {}
 
   int runModal(const Alert& alert) override { return mac_.screen.showAlert(alert); }
+  void beep() override { mac_.screen.note("beep"); }
 
  private:
   SimulatedMac& mac_;

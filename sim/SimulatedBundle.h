@@ -6,16 +6,22 @@
 
 namespace keyrow::sim {
 
-/// A main bundle with the identifier it was given.
+/// A main bundle with the identifier and the info dictionary that it was given.
 class SimulatedBundle final : public Bundle {
  public:
-  explicit SimulatedBundle(std::optional<std::string> identifier)
-      : identifier_{std::move(identifier)} {}
+  /// `info` has to outlive this.
+  SimulatedBundle(std::optional<std::string> identifier, const PropertyDictionary& info)
+      : identifier_{std::move(identifier)}, info_{info} {}
 
   std::optional<std::string> identifier() override { return identifier_; }
+  std::optional<PropertyValue> infoValue(std::string_view key) override {
+    const auto found = info_.find(key);
+    return found == info_.end() ? std::nullopt : std::optional{found->second};
+  }
 
  private:
   const std::optional<std::string> identifier_;
+  const PropertyDictionary& info_;
 };
 
 }  // namespace keyrow::sim

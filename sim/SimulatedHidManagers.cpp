@@ -15,22 +15,23 @@ constexpr std::int64_t genericDesktopPage = 1;
 
 class Device final : public HidDevice {
  public:
-  Device(SimulatedMac& mac, const SimulatedKeyboard& keyboard) : mac_{mac}, keyboard_{keyboard} {}
+  Device(SimulatedMac& mac, std::shared_ptr<const SimulatedKeyboard> keyboard)
+      : mac_{mac}, keyboard_{std::move(keyboard)} {}
 
   std::optional<std::uint64_t> registryEntryID() override {
     if (mac_.strikes(PortCall::registryEntryID)) return std::nullopt;
-    return keyboard_.registryID;
+    return keyboard_->registryID;
   }
 
   std::optional<PropertyValue> property(std::string_view key) override {
     if (mac_.strikes(PortCall::readDeviceProperty)) return std::nullopt;
-    const auto found = keyboard_.properties.find(key);
-    return found == keyboard_.properties.end() ? std::nullopt : std::optional{found->second};
+    const auto found = keyboard_->properties.find(key);
+    return found == keyboard_->properties.end() ? std::nullopt : std::optional{found->second};
   }
 
  private:
   SimulatedMac& mac_;
-  const SimulatedKeyboard& keyboard_;
+  const std::shared_ptr<const SimulatedKeyboard> keyboard_;
 };
 
 bool matches(const PropertyDictionary& matching, const PropertyDictionary& properties) {
@@ -60,7 +61,30 @@ class Manager final : public HidManager {
     callback = std::move(handler);
   }
 
+  void registerDeviceMatchingCallback(std::function<void()> handler) override {
+    deviceCallback = std::move(handler);
+  }
+
+  /// The machine tells of both in the same way; the handlers are the same, too.
+  void registerDeviceRemovalCallback(std::function<void()> /*handler*/) override {}
+
+  std::vector<std::unique_ptr<HidDevice>> devices() override {
+    std::vector<std::unique_ptr<HidDevice>> found;
+    if (mac_.strikes(PortCall::copyDevices)) return found;
+    for (const auto& keyboard : mac_.keyboards.all()) {
+      if (matchesDevice(*keyboard)) found.push_back(std::make_unique<Device>(mac_, keyboard));
+    }
+    return found;
+  }
+
   void scheduleWithMainRunLoop() override {
+    if (deviceCallback) {
+      changes = mac_.keyboards.observeChanges([this] {
+        mainThread->deliver([this, weak = std::weak_ptr{alive}] {
+          if (!weak.expired() && isOpen) deviceCallback();
+        });
+      });
+    }
     schedule = mac_.keyboards.observeInput([this](const KeyboardInput& input) {
       mainThread->deliver([this, weak = std::weak_ptr{alive}, input] {
         if (!weak.expired()) receive(input);
@@ -83,7 +107,7 @@ class Manager final : public HidManager {
       return;
     }
     if (!matchesDevice(*input.keyboard)) return;
-    Device device{mac_, *input.keyboard};
+    Device device{mac_, input.keyboard};
     callback({&device, input.usagePage, input.timestamp});
   }
 
@@ -102,8 +126,10 @@ class Manager final : public HidManager {
   std::vector<PropertyDictionary> deviceMatching;
   PropertyDictionary valueMatching;
   std::function<void(const HidInputValue&)> callback;
+  std::function<void()> deviceCallback;
   bool isOpen = false;
   Registration schedule;
+  Registration changes;
 };
 
 }  // namespace

@@ -38,6 +38,18 @@ void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
   if (!eventTaps.post(type, event)) return;
   timeline.add(TimelineEvent::Kind::key, keyEventText(type, event) + " reaches " +
                                              applications.frontmost().value_or("nobody"));
+  keyEventObservers.notify(type, event);
+}
+
+void SimulatedMac::setCapsLock(bool isOn, const std::string& keyboard) {
+  /// `kVK_CapsLock` (HIToolbox Events.h), `kCGEventFlagMaskAlphaShift` (CGEventTypes.h).
+  constexpr std::uint16_t capsLockKeyCode = 57;
+  constexpr std::uint64_t alphaShift = 0x10000;
+  isCapsLockOn = isOn;
+  keyboards.setProperty(keyboard, "HIDCapsLockState", isOn);
+  postKeyEvent(keyEventType::flagsChanged, {.timestamp = machAbsoluteTime(),
+                                            .flags = isOn ? alphaShift : 0,
+                                            .keyCode = capsLockKeyCode});
 }
 
 void SimulatedMac::sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard,

@@ -2,7 +2,9 @@
 
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "platform/Clock.h"
@@ -14,6 +16,8 @@
 #include "sim/Faults.h"
 #include "sim/HidHardware.h"
 #include "sim/Keyboards.h"
+#include "sim/Mailbox.h"
+#include "sim/NotificationBoard.h"
 #include "sim/OpenHandles.h"
 #include "sim/PortTrace.h"
 #include "sim/Power.h"
@@ -24,6 +28,9 @@
 #include "sim/UnifiedLog.h"
 
 namespace keyrow::sim {
+
+/// What the system makes of Keyrow as a login item (`SMAppServiceStatus`).
+enum class LoginItemStatus { notRegistered, enabled, requiresApproval };
 
 /// A small, deterministic Mac on virtual time: what all its processes share. It starts
 /// with the hardware in the special mode, nothing stored, and nothing in front.
@@ -49,6 +56,21 @@ class SimulatedMac {
 
   /// Every system-defined event that was posted.
   std::vector<SystemDefinedEvent> systemDefinedEvents;
+
+  Mailbox mailbox;
+  NotificationBoard notifications;
+
+  /// The contents of the files that were written, by path.
+  std::map<std::string, std::string> files;
+
+  /// What is in Keyrow's Info.plist.
+  PropertyDictionary infoDictionary{{"CFBundleShortVersionString", "1.0"},
+                                    {"CFBundleVersion", "1"},
+                                    {"SUFeedURL", "https://keyrow.example/appcast.xml"}};
+
+  LoginItemStatus loginItemStatus = LoginItemStatus::notRegistered;
+  /// Whether the user has to approve a login item before it counts.
+  bool loginItemsNeedApproval = false;
 
   /// Whether Keyrow has the permissions.
   bool isAccessibilityGranted = true;
@@ -76,11 +98,22 @@ class SimulatedMac {
   void changeModeInSystemSettings(bool standardFunctionKeys);
 
   /// Lets a key event pass all taps; what gets through reaches the frontmost application,
-  /// which the timeline tells.
+  /// which the timeline tells, and the observers.
   void postKeyEvent(std::uint32_t type, const KeyEvent& event);
+
+  /// Calls `handler` for every key event that reaches an application.
+  Registration observeKeyEvents(std::function<void(std::uint32_t, const KeyEvent&)> handler) {
+    return keyEventObservers.add(std::move(handler));
+  }
+
+  /// Caps Lock is switched on or off, on the keyboard of that name if there is one.
+  void setCapsLock(bool isOn, const std::string& keyboard);
 
   /// Lets a keyboard send one input of a usage page, now.
   void sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard, std::uint32_t usagePage);
+
+ private:
+  ObserverList<std::uint32_t, const KeyEvent&> keyEventObservers;
 };
 
 }  // namespace keyrow::sim

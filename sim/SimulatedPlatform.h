@@ -4,17 +4,23 @@
 
 #include "platform/Platform.h"
 #include "sim/ProcessContext.h"
+#include "sim/SimulatedAboutView.h"
 #include "sim/SimulatedAccessibility.h"
 #include "sim/SimulatedAlerts.h"
 #include "sim/SimulatedApplication.h"
 #include "sim/SimulatedBundle.h"
 #include "sim/SimulatedClock.h"
 #include "sim/SimulatedDistributedNotificationCenter.h"
+#include "sim/SimulatedEventMonitors.h"
 #include "sim/SimulatedEventPoster.h"
 #include "sim/SimulatedEventTaps.h"
+#include "sim/SimulatedFiles.h"
+#include "sim/SimulatedGeneralView.h"
 #include "sim/SimulatedGlobalPreferences.h"
 #include "sim/SimulatedHidManagers.h"
 #include "sim/SimulatedHidSystem.h"
+#include "sim/SimulatedLoginItem.h"
+#include "sim/SimulatedMailComposer.h"
 #include "sim/SimulatedMainQueue.h"
 #include "sim/SimulatedMainRunLoop.h"
 #include "sim/SimulatedNotificationCenter.h"
@@ -23,7 +29,9 @@
 #include "sim/SimulatedStatusItemView.h"
 #include "sim/SimulatedSystemLog.h"
 #include "sim/SimulatedText.h"
+#include "sim/SimulatedUpdateFramework.h"
 #include "sim/SimulatedUserDefaults.h"
+#include "sim/SimulatedUserNotifications.h"
 #include "sim/SimulatedWorkspace.h"
 #include "ui/Views.h"
 
@@ -36,12 +44,22 @@ class SimulatedPlatform {
   /// outlive this.
   SimulatedPlatform(const ProcessContext& context, std::function<void()> terminate);
 
+  SimulatedGeneralView general;
+  SimulatedAboutView about;
   SimulatedSettingsWindowView settingsWindow;
   SimulatedStatusItemView statusItem;
+  SimulatedEventMonitors eventMonitors;
   SimulatedEventTaps eventTaps;
+  SimulatedUpdateFramework updateFramework;
+  SimulatedUserNotifications userNotifications;
 
   const Platform& ports() const { return ports_; }
-  Views views() { return {.settingsWindow = settingsWindow, .statusItem = statusItem}; }
+  Views views() {
+    return {.about = about,
+            .general = general,
+            .settingsWindow = settingsWindow,
+            .statusItem = statusItem};
+  }
 
  private:
   SimulatedAccessibility accessibility;
@@ -50,18 +68,21 @@ class SimulatedPlatform {
   SimulatedClock clock;
   SimulatedDistributedNotificationCenter distributedNotificationCenter;
   SimulatedEventPoster eventPoster;
+  SimulatedFiles files;
   SimulatedGlobalPreferences globalPreferences;
   SimulatedHidManagers hidManagers;
   SimulatedHidSystem hidSystem;
+  SimulatedLoginItem loginItem;
+  SimulatedMailComposer mailComposer;
   SimulatedMainQueue mainQueue;
   SimulatedMainRunLoop mainRunLoop;
-  SimulatedNotificationCenter notificationCenter;
-  SimulatedApplication application;
   SimulatedProcessInfo process;
   SimulatedSystemLog systemLog;
   SimulatedText text;
   SimulatedUserDefaults userDefaults;
   SimulatedWorkspace workspace;
+  SimulatedNotificationCenter notificationCenter;
+  SimulatedApplication application;
   Platform ports_;
 };
 

@@ -11,6 +11,7 @@ class SimulatedProcessInfo final : public Process {
   explicit SimulatedProcessInfo(OpenHandles::ProcessID processID) : processID_{processID} {}
 
   std::int32_t processIdentifier() override { return processID_; }
+  std::string operatingSystemVersion() override { return "Version 14.2 (Build 23C64)"; }
 
  private:
   const OpenHandles::ProcessID processID_;

@@ -15,6 +15,7 @@ void SimulatedSettingsWindowView::create(SettingsWindowActions& actions) {
   context_.mac.trace.add("create settings window");
   actions_ = &actions;
   ++createdCount_;
+  loadSelectedPane();
 }
 
 void SimulatedSettingsWindowView::bringToFront() {
@@ -35,8 +36,19 @@ bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
   selectedIndex = static_cast<std::size_t>(found - settingsTabs.begin());
   context_.mac.screen.note("settings window, " + std::string{title});
   contentSize_ = fittingSize;
-  context_.mainThread->deliver([this] { actions_->didSelectTabViewItem(); });
+  context_.mainThread->deliver([this] {
+    loadSelectedPane();
+    actions_->didSelectTabViewItem();
+  });
   return true;
+}
+
+void SimulatedSettingsWindowView::loadSelectedPane() {
+  if (selectedIndex == 0) {
+    general_.load();
+  } else {
+    about_.load();
+  }
 }
 
 void SimulatedSettingsWindowView::close() {

@@ -3,6 +3,8 @@
 #include <cstddef>
 
 #include "sim/ProcessContext.h"
+#include "sim/SimulatedAboutView.h"
+#include "sim/SimulatedGeneralView.h"
 #include "ui/SettingsWindowView.h"
 
 namespace keyrow::sim {
@@ -10,7 +12,10 @@ namespace keyrow::sim {
 /// A process's settings window, and the user's hands on it.
 class SimulatedSettingsWindowView final : public SettingsWindowView {
  public:
-  explicit SimulatedSettingsWindowView(const ProcessContext& context) : context_{context} {}
+  /// The panes have to outlive this.
+  SimulatedSettingsWindowView(const ProcessContext& context, SimulatedGeneralView& general,
+                              SimulatedAboutView& about)
+      : context_{context}, general_{general}, about_{about} {}
 
   void create(SettingsWindowActions& actions) override;
   bool hasWindow() override { return actions_ != nullptr; }
@@ -30,7 +35,12 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   void close();
 
  private:
+  /// A pane is loaded when it is selected for the first time.
+  void loadSelectedPane();
+
   const ProcessContext& context_;
+  SimulatedGeneralView& general_;
+  SimulatedAboutView& about_;
   SettingsWindowActions* actions_ = nullptr;
   int createdCount_ = 0;
   bool isVisible_ = false;

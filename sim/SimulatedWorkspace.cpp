@@ -64,6 +64,10 @@ std::vector<std::unique_ptr<RunningApplication>> SimulatedWorkspace::runningAppl
 
 void SimulatedWorkspace::openApplication(std::string_view path) { context_.mac.screen.open(path); }
 
+bool SimulatedWorkspace::isURL(std::string_view text) {
+  return !text.empty() && text.find_first_of(" \n\t<>\"") == std::string_view::npos;
+}
+
 bool SimulatedWorkspace::openURL(std::string_view url) {
   if (context_.mac.strikes(PortCall::openURL)) return false;
   context_.mac.screen.open(url);

@@ -18,6 +18,7 @@ class SimulatedWorkspace final : public Workspace {
   std::vector<std::unique_ptr<RunningApplication>> runningApplications(
       std::string_view bundleIdentifier) override;
   void openApplication(std::string_view path) override;
+  bool isURL(std::string_view text) override;
   bool openURL(std::string_view url) override;
 
  private:

@@ -32,7 +32,6 @@ void StatusBarController::toggleLocal() { modePolicy_.toggleLocalOverride(nullpt
 void StatusBarController::handleWake() {
   modePolicy_.refreshFromHardware();
   modePolicy_.applyStoredFnState();
-  updateCapsLockIndicator();
 }
 
 void StatusBarController::setCapsLockIndicatorEnabled(bool enabled) {
@@ -49,7 +48,8 @@ void StatusBarController::updateCapsLockIndicator() {
     hideCapsLockIndicator();
     return;
   }
-  const auto isLocked = systemCapsLockState();
+  auto isLocked = capsLockMonitor_.cachedCapsLockState();
+  if (!isLocked) isLocked = systemCapsLockState();
   if (!isLocked || isLocked == lastCapsLockLockedState) return;
   lastCapsLockLockedState = isLocked;
   statusItem_.setCapsLockIndicatorHidden(!*isLocked);

@@ -5,6 +5,7 @@
 #include "core/AppSettings.h"
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
+#include "input/CapsLockMonitor.h"
 #include "platform/Application.h"
 #include "platform/HidSystem.h"
 #include "platform/MainQueue.h"
@@ -16,16 +17,20 @@ namespace keyrow {
 
 /// The item in the menu bar: shows the mode in force, whether it is an override, and the
 /// Caps Lock state; switches the mode on a click, and offers a menu. Main thread only.
-class StatusBarController final : public ModePresenter, public StatusItemActions {
+class StatusBarController final : public ModePresenter,
+                                  public CapsLockPresenter,
+                                  public StatusItemActions {
  public:
   StatusBarController(StatusItemView& statusItem, ModePolicy& modePolicy,
                       const StoredFnStates& storedFnStates, const AppSettings& settings,
+                      const CapsLockMonitor& capsLockMonitor,
                       SettingsWindowController& settingsWindowController, HidSystem& hidSystem,
                       Workspace& workspace, Application& application, MainQueue& mainQueue)
       : statusItem_{statusItem},
         modePolicy_{modePolicy},
         storedFnStates_{storedFnStates},
         settings_{settings},
+        capsLockMonitor_{capsLockMonitor},
         settingsWindowController_{settingsWindowController},
         hidSystem_{hidSystem},
         workspace_{workspace},
@@ -46,10 +51,10 @@ class StatusBarController final : public ModePresenter, public StatusItemActions
   void handleWake();
 
   /// Shows the Caps Lock state afresh, or hides it.
-  void setCapsLockIndicatorEnabled(bool enabled);
+  void setCapsLockIndicatorEnabled(bool enabled) override;
 
   /// Brings the Caps Lock indicator up to date; leaves it when the state cannot be read.
-  void updateCapsLockIndicator();
+  void updateCapsLockIndicator() override;
 
   void fnStateDidChange(FnState state) override;
   void scopeDidChange(bool isLocalScopeActive) override;
@@ -73,6 +78,7 @@ class StatusBarController final : public ModePresenter, public StatusItemActions
   ModePolicy& modePolicy_;
   const StoredFnStates& storedFnStates_;
   const AppSettings& settings_;
+  const CapsLockMonitor& capsLockMonitor_;
   SettingsWindowController& settingsWindowController_;
   HidSystem& hidSystem_;
   Workspace& workspace_;

@@ -2,6 +2,23 @@
 
 #import <AppKit/AppKit.h>
 
-/// The About pane of the settings window.
+#include "ui/AboutPane.h"
+
+/// The About pane of the settings window: its controls, and where they stand.
 @interface AboutViewController : NSViewController
+
+/// `pane` has to outlive the controller.
+- (instancetype)initWithPane:(keyrow::AboutPane&)pane;
+
+@property(readonly) NSImageView* appIconView;
+@property(readonly) NSTextField* descriptionLabel;
+@property(readonly) NSTextField* versionLabel;
+@property(readonly) NSStackView* contactActionsStack;
+@property(readonly) NSButton* contactButton;
+@property(readonly) NSButton* reportBugButton;
+@property(readonly) NSButton* enhancedDiagnosticsCheckbox;
+@property(readonly) NSTextField* enhancedDiagnosticsHintLabel;
+@property(readonly) NSButton* autoUpdateCheckbox;
+@property(readonly) NSButton* checkUpdatesButton;
+
 @end

@@ -2,6 +2,32 @@
 
 #import <AppKit/AppKit.h>
 
-/// The General pane of the settings window.
+#include "ui/GeneralPane.h"
+
+/// The General pane of the settings window: its controls, and where they stand.
 @interface GeneralViewController : NSViewController
+
+/// `pane` has to outlive the controller.
+- (instancetype)initWithPane:(keyrow::GeneralPane&)pane;
+
+@property(readonly) NSButton* loginItemCheckbox;
+@property(readonly) NSButton* capsLockIndicatorCheckbox;
+@property(readonly) NSButton* externalFunctionKeysCheckbox;
+@property(readonly) NSTextField* externalFunctionKeysHintLabel;
+@property(readonly) NSTextField* fnReplacementModifierLabel;
+@property(readonly) NSPopUpButton* fnReplacementModifierPopup;
+@property(readonly) NSTextField* fnReplacementModifierHintLabel;
+@property(readonly) NSButton* axPermissionButton;
+@property(readonly) NSButton* axPermissionHelpButton;
+@property(readonly) NSView* axPermissionIndicatorView;
+@property(readonly) NSStackView* axPermissionStack;
+@property(readonly) NSTextField* permissionHintLabel;
+@property(readonly) NSButton* quitButton;
+@property(readonly) NSTextField* localShortcutLabel;
+@property(readonly) NSButton* localShortcutButton;
+@property(readonly) NSButton* resetLocalShortcutButton;
+@property(readonly) NSTextField* localShortcutHintLabel;
+/// Made on first use.
+@property(readonly) NSPopover* axPermissionPopover;
+
 @end

@@ -8,6 +8,7 @@ namespace keyrow::macos {
 class MacAlerts final : public Alerts {
  public:
   int runModal(const Alert& alert) override;
+  void beep() override;
 };
 
 }  // namespace keyrow::macos

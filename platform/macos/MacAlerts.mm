@@ -15,4 +15,6 @@ int MacAlerts::runModal(const Alert& alert) {
   return static_cast<int>([panel runModal]);
 }
 
+void MacAlerts::beep() { NSBeep(); }
+
 }  // namespace keyrow::macos

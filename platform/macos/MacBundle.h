@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/Bundle.h"
 
@@ -11,6 +12,7 @@ namespace keyrow::macos {
 class MacBundle final : public Bundle {
  public:
   std::optional<std::string> identifier() override;
+  std::optional<PropertyValue> infoValue(std::string_view key) override;
 };
 
 }  // namespace keyrow::macos

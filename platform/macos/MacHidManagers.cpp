@@ -65,6 +65,42 @@ class MacHidManager final : public HidManager {
     IOHIDManagerRegisterInputValueCallback(manager.get(), handleInputValue, this);
   }
 
+  void registerDeviceMatchingCallback(std::function<void()> handler) override {
+    matchingHandler_ = std::move(handler);
+    IOHIDManagerRegisterDeviceMatchingCallback(
+        manager.get(),
+        [](void* context, IOReturn, void*, IOHIDDeviceRef) {
+          static_cast<MacHidManager*>(context)->matchingHandler_();
+        },
+        this);
+  }
+
+  void registerDeviceRemovalCallback(std::function<void()> handler) override {
+    removalHandler_ = std::move(handler);
+    IOHIDManagerRegisterDeviceRemovalCallback(
+        manager.get(),
+        [](void* context, IOReturn, void*, IOHIDDeviceRef) {
+          static_cast<MacHidManager*>(context)->removalHandler_();
+        },
+        this);
+  }
+
+  std::vector<std::unique_ptr<HidDevice>> devices() override {
+    const auto set = CFRef<CFSetRef>::adopt(IOHIDManagerCopyDevices(manager.get()));
+    std::vector<std::unique_ptr<HidDevice>> found;
+    if (!set) return found;
+    // The manager keeps its devices; the set only lists them.
+    CFSetApplyFunction(
+        set.get(),
+        [](const void* device, void* context) {
+          static_cast<std::vector<std::unique_ptr<HidDevice>>*>(context)->push_back(
+              std::make_unique<MacHidDevice>(
+                  static_cast<IOHIDDeviceRef>(const_cast<void*>(device))));
+        },
+        &found);
+    return found;
+  }
+
   void scheduleWithMainRunLoop() override {
     IOHIDManagerScheduleWithRunLoop(manager.get(), CFRunLoopGetMain(), kCFRunLoopCommonModes);
     isScheduled = true;
@@ -91,6 +127,8 @@ class MacHidManager final : public HidManager {
   const CFRef<IOHIDManagerRef> manager =
       CFRef<IOHIDManagerRef>::adopt(IOHIDManagerCreate(kCFAllocatorDefault, kIOHIDOptionsTypeNone));
   std::function<void(const HidInputValue&)> handler_;
+  std::function<void()> matchingHandler_;
+  std::function<void()> removalHandler_;
   bool isScheduled = false;
   bool isOpen = false;
 };

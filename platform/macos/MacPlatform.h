@@ -7,18 +7,24 @@
 #include "platform/macos/MacBundle.h"
 #include "platform/macos/MacClock.h"
 #include "platform/macos/MacDistributedNotificationCenter.h"
+#include "platform/macos/MacEventMonitors.h"
 #include "platform/macos/MacEventPoster.h"
 #include "platform/macos/MacEventTaps.h"
+#include "platform/macos/MacFiles.h"
 #include "platform/macos/MacGlobalPreferences.h"
 #include "platform/macos/MacHidManagers.h"
 #include "platform/macos/MacHidSystem.h"
+#include "platform/macos/MacLoginItem.h"
+#include "platform/macos/MacMailComposer.h"
 #include "platform/macos/MacMainQueue.h"
 #include "platform/macos/MacMainRunLoop.h"
 #include "platform/macos/MacNotificationCenter.h"
 #include "platform/macos/MacProcess.h"
 #include "platform/macos/MacSystemLog.h"
 #include "platform/macos/MacText.h"
+#include "platform/macos/MacUpdateFramework.h"
 #include "platform/macos/MacUserDefaults.h"
+#include "platform/macos/MacUserNotifications.h"
 #include "platform/macos/MacWorkspace.h"
 
 namespace keyrow::macos {
@@ -36,18 +42,24 @@ class MacPlatform {
   MacBundle bundle;
   MacClock clock;
   MacDistributedNotificationCenter distributedNotificationCenter;
+  MacEventMonitors eventMonitors;
   MacEventPoster eventPoster;
   MacEventTaps eventTaps;
+  MacFiles files;
   MacGlobalPreferences globalPreferences;
   MacHidManagers hidManagers;
   MacHidSystem hidSystem;
+  MacLoginItem loginItem;
+  MacMailComposer mailComposer;
   MacMainQueue mainQueue;
   MacMainRunLoop mainRunLoop;
   MacNotificationCenter notificationCenter;
   MacProcess process;
   MacSystemLog systemLog;
   MacText text;
+  MacUpdateFramework updateFramework;
   MacUserDefaults userDefaults;
+  MacUserNotifications userNotifications;
   MacWorkspace workspace;
 };
 

@@ -8,6 +8,7 @@ namespace keyrow::macos {
 class MacProcess final : public Process {
  public:
   std::int32_t processIdentifier() override;
+  std::string operatingSystemVersion() override;
 };
 
 }  // namespace keyrow::macos

@@ -2,8 +2,14 @@
 
 #import <Foundation/Foundation.h>
 
+#include "platform/macos/Conversions.h"
+
 namespace keyrow::macos {
 
 std::int32_t MacProcess::processIdentifier() { return NSProcessInfo.processInfo.processIdentifier; }
+
+std::string MacProcess::operatingSystemVersion() {
+  return utf8Text(NSProcessInfo.processInfo.operatingSystemVersionString);
+}
 
 }  // namespace keyrow::macos

@@ -2,11 +2,14 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/macos/MacAboutView.h"
+#include "platform/macos/MacGeneralView.h"
 #include "ui/SettingsWindowView.h"
 
 /// Controls the one settings window.
 @interface KeyrowSettingsWindowController : NSWindowController
-- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions;
+- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
+                          panes:(NSArray<NSViewController*>*)panes;
 - (instancetype)initWithWindow:(NSWindow*)window NS_UNAVAILABLE;
 @end
 
@@ -15,12 +18,18 @@ namespace keyrow::macos {
 /// `SettingsWindowView` on `NSWindow`.
 class MacSettingsWindowView final : public SettingsWindowView {
  public:
+  /// The panes have to outlive this.
+  MacSettingsWindowView(const MacGeneralView& general, const MacAboutView& about)
+      : general_{general}, about_{about} {}
+
   void create(SettingsWindowActions& actions) override;
   bool hasWindow() override;
   void bringToFront() override;
   void setFixedContentSize(ContentSize size) override;
 
  private:
+  const MacGeneralView& general_;
+  const MacAboutView& about_;
   KeyrowSettingsWindowController* controller = nil;
 };
 

@@ -5,9 +5,10 @@
 
 @implementation KeyrowSettingsWindowController
 
-- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions {
+- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
+                          panes:(NSArray<NSViewController*>*)panes {
   PreferencesTabViewController* const tabs =
-      [[PreferencesTabViewController alloc] initWithActions:actions];
+      [[PreferencesTabViewController alloc] initWithActions:actions panes:panes];
   constexpr auto size = keyrow::settingsContentSize;
   const NSSize contentSize = NSMakeSize(size.width, size.height);
   NSWindow* const window =
@@ -44,7 +45,9 @@
 namespace keyrow::macos {
 
 void MacSettingsWindowView::create(SettingsWindowActions& actions) {
-  controller = [[KeyrowSettingsWindowController alloc] initWithActions:actions];
+  controller = [[KeyrowSettingsWindowController alloc]
+      initWithActions:actions
+                panes:@[ general_.viewController(), about_.viewController() ]];
 }
 
 bool MacSettingsWindowView::hasWindow() { return controller.window != nil; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/macos/MacAboutView.h"
+#include "platform/macos/MacGeneralView.h"
 #include "platform/macos/MacSettingsWindowView.h"
 #include "platform/macos/MacStatusItemView.h"
 #include "ui/Views.h"
@@ -10,10 +12,17 @@ namespace keyrow::macos {
 class MacViews {
  public:
   /// Refers to this object, which has to outlive it.
-  Views views() { return {.settingsWindow = settingsWindow, .statusItem = statusItem}; }
+  Views views() {
+    return {.about = about,
+            .general = general,
+            .settingsWindow = settingsWindow,
+            .statusItem = statusItem};
+  }
 
  private:
-  MacSettingsWindowView settingsWindow;
+  MacAboutView about;
+  MacGeneralView general;
+  MacSettingsWindowView settingsWindow{general, about};
   MacStatusItemView statusItem;
 };
 

@@ -71,6 +71,10 @@ void MacWorkspace::openApplication(std::string_view path) {
                                   completionHandler:nil];
 }
 
+bool MacWorkspace::isURL(std::string_view text) {
+  return [NSURL URLWithString:nsString(text)] != nil;
+}
+
 bool MacWorkspace::openURL(std::string_view url) {
   NSURL* const parsed = [NSURL URLWithString:nsString(url)];
   return parsed && [NSWorkspace.sharedWorkspace openURL:parsed];

@@ -6,5 +6,7 @@
 
 /// The tabs of the settings window, with a pane each.
 @interface PreferencesTabViewController : NSTabViewController
-- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions;
+/// `panes` in the order of the tabs; `actions` has to outlive the controller.
+- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
+                          panes:(NSArray<NSViewController*>*)panes;
 @end

@@ -2,17 +2,19 @@
 
 #include <cstddef>
 
-#include "platform/macos/AboutViewController.h"
 #include "platform/macos/Conversions.h"
-#include "platform/macos/GeneralViewController.h"
 
 @implementation PreferencesTabViewController {
   keyrow::SettingsWindowActions* _actions;
+  NSArray<NSViewController*>* _panes;
 }
 
-- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions {
+- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
+                          panes:(NSArray<NSViewController*>*)panes {
   self = [super init];
-  if (self) _actions = &actions;
+  if (!self) return nil;
+  _actions = &actions;
+  _panes = panes;
   return self;
 }
 
@@ -21,12 +23,10 @@
   self.tabView.tabViewType = NSNoTabsNoBorder;
 
   constexpr auto size = keyrow::settingsContentSize;
-  NSArray<NSViewController*>* const panes =
-      @[ [[GeneralViewController alloc] init], [[AboutViewController alloc] init] ];
   NSMutableArray<NSTabViewItem*>* const items = [NSMutableArray array];
   for (std::size_t index = 0; index < keyrow::settingsTabs.size(); ++index) {
     const auto& tab = keyrow::settingsTabs[index];
-    NSViewController* const pane = panes[index];
+    NSViewController* const pane = _panes[index];
     pane.title = keyrow::macos::nsString(tab.title);
     pane.preferredContentSize = NSMakeSize(size.width, size.height);
     NSTabViewItem* const item = [NSTabViewItem tabViewItemWithViewController:pane];

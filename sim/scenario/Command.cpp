@@ -4,12 +4,12 @@
 
 namespace keyrow::sim {
 
-std::array<std::span<const Command>, 4> actions() {
-  return {machineCommands(), keyCommands(), desktopCommands(), keyrowCommands()};
+std::array<std::span<const Command>, 5> actions() {
+  return {machineCommands(), keyCommands(), desktopCommands(), paneCommands(), keyrowCommands()};
 }
 
-std::array<std::span<const Command>, 3> expectations() {
-  return {stateExpectations(), desktopExpectations(), keyExpectations()};
+std::array<std::span<const Command>, 4> expectations() {
+  return {stateExpectations(), desktopExpectations(), keyExpectations(), paneExpectations()};
 }
 
 Outcome expectEqual(std::string_view what, const std::string& expected, const std::string& actual) {

@@ -51,6 +51,9 @@ std::span<const Command> desktopCommands();
 /// Keys that are pressed, and what can happen to the event tap.
 std::span<const Command> keyCommands();
 
+/// What the settings window works with: mail, login items, updates.
+std::span<const Command> paneCommands();
+
 /// What happens to Keyrow, and what its user tells it.
 std::span<const Command> keyrowCommands();
 
@@ -63,9 +66,12 @@ std::span<const Command> desktopExpectations();
 /// What has to hold, of keys.
 std::span<const Command> keyExpectations();
 
+/// What has to hold, of the settings window.
+std::span<const Command> paneExpectations();
+
 /// All actions, and all expectations, group by group.
-std::array<std::span<const Command>, 4> actions();
-std::array<std::span<const Command>, 3> expectations();
+std::array<std::span<const Command>, 5> actions();
+std::array<std::span<const Command>, 4> expectations();
 
 /// An outcome "expected ..., but it is ..." when the two differ.
 Outcome expectEqual(std::string_view what, const std::string& expected, const std::string& actual);

@@ -18,8 +18,25 @@ Play atStatusItem(StatusItemAction action) {
   };
 }
 
+/// A click on a control of the pane that is to be seen.
+Play clickControl(std::string title) {
+  return [title = std::move(title)](Stage& stage) {
+    auto* process = stage.process();
+    if (!process) return keyrowNotRunning();
+    auto& platform = process->simulatedPlatform();
+    if (!platform.settingsWindow.isVisible()) return unplayable("the settings window is closed");
+    const bool isGeneral = platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
+    const bool isClicked = isGeneral ? platform.general.click(title) : platform.about.click(title);
+    return isClicked ? Outcome{} : unplayable("nothing here can be clicked that says " + title);
+  };
+}
+
 Play parseClick(LineReader& line) {
-  const auto event = line.accept("right") ? ClickEvent::rightMouseDown : ClickEvent::leftMouseUp;
+  const bool isRight = line.accept("right");
+  if (!isRight && !line.atEnd()) {
+    return clickControl(line.quotedText("right, or the title of a control in quotation marks"));
+  }
+  const auto event = isRight ? ClickEvent::rightMouseDown : ClickEvent::leftMouseUp;
   return atStatusItem([event](SimulatedStatusItemView& item) {
     item.click(event);
     return Outcome{};
@@ -27,11 +44,19 @@ Play parseClick(LineReader& line) {
 }
 
 Play parseChoose(LineReader& line) {
-  return atStatusItem([title = line.quotedText("the title of a menu item in quotation marks")](
-                          SimulatedStatusItemView& item) {
-    if (!item.menu()) return unplayable("no menu is open");
-    return item.choose(title) ? Outcome{} : unplayable("the menu does not offer " + title);
-  });
+  return [title = line.quotedText("the title of an item in quotation marks")](Stage& stage) {
+    auto* process = stage.process();
+    if (!process) return keyrowNotRunning();
+    auto& platform = process->simulatedPlatform();
+    if (platform.statusItem.menu()) {
+      return platform.statusItem.choose(title) ? Outcome{}
+                                               : unplayable("the menu does not offer " + title);
+    }
+    if (!platform.settingsWindow.isVisible()) return unplayable("no menu is open");
+    return platform.general.chooseFnReplacement(title)
+               ? Outcome{}
+               : unplayable("the pop-up does not offer " + title);
+  };
 }
 
 Play parseClose(LineReader& line) {
@@ -101,8 +126,13 @@ Play parseWake(LineReader&) {
 
 Play parseCapsLock(LineReader& line) {
   constexpr std::array<std::string_view, 2> words{"on", "off"};
-  return [isOn = line.oneOf(words) == 0](Stage& stage) {
-    stage.mac.isCapsLockOn = isOn;
+  const bool isOn = line.oneOf(words) == 0;
+  const auto keyboard = line.accept("on") ? line.word("the name of a keyboard") : std::string{};
+  return [isOn, keyboard](Stage& stage) {
+    if (!keyboard.empty() && !stage.mac.keyboards.find(keyboard)) {
+      return unplayable("no keyboard " + keyboard + " is attached");
+    }
+    stage.mac.setCapsLock(isOn, keyboard);
     return Outcome{};
   };
 }
@@ -119,11 +149,13 @@ Play parsePostTakeover(LineReader& line) {
 }
 
 constexpr std::array<Command, 11> commands{{
-    {"click", "click [right]",
-     "The user clicks Keyrow's item in the menu bar; a right click opens its menu.", "click right",
-     parseClick},
-    {"choose", "choose \"TITLE\"", "The user chooses from the open menu.", "choose \"Settings…\"",
-     parseChoose},
+    {"click", "click [right|\"TITLE\"]",
+     "The user clicks Keyrow's item in the menu bar, where a right click opens its menu, or a "
+     "control in the settings window.",
+     "click right", parseClick},
+    {"choose", "choose \"TITLE\"",
+     "The user chooses from the open menu, or from the pop-up in the settings window.",
+     "choose \"Settings…\"", parseChoose},
     {"close", "close menu|window", "The user closes the menu or the settings window.",
      "close window", parseClose},
     {"tab", "tab General|About", "The user selects a tab of the settings window.", "tab About",
@@ -138,8 +170,9 @@ constexpr std::array<Command, 11> commands{{
      "revoke accessibility", parseRevoke},
     {"sleep", "sleep", "The Mac falls asleep.", "sleep", parseSleep},
     {"wake", "wake", "The Mac wakes up.", "wake", parseWake},
-    {"caps-lock", "caps-lock on|off", "Caps Lock is switched on or off.", "caps-lock on",
-     parseCapsLock},
+    {"caps-lock", "caps-lock on|off [on NAME]",
+     "Caps Lock is switched on or off; the keyboard, where one is named, reports it.",
+     "caps-lock on on usb1", parseCapsLock},
     {"post takeover", "post takeover [KEY=VALUE ...]",
      "Some process posts the notification by which a new instance of Keyrow tells an older one to "
      "go, with this user info.",

@@ -4,6 +4,8 @@
 
 #include "sim/PropertyText.h"
 #include "sim/SimulatedText.h"
+#include "ui/AboutLayout.h"
+#include "ui/GeneralLayout.h"
 
 namespace keyrow::sim {
 
@@ -64,6 +66,53 @@ std::string drawMenu(const std::vector<MenuItem>& items) {
     }
   }
   return drawing;
+}
+
+namespace {
+
+std::string checkbox(bool isChecked, std::string_view title) {
+  return (isChecked ? "  [x] " : "  [ ] ") + std::string{title} + '\n';
+}
+
+std::string button(std::string_view title) { return "[ " + std::string{title} + " ]"; }
+
+std::string hint(std::string_view text) { return "      " + std::string{text} + '\n'; }
+
+std::string drawGeneral(const SimulatedGeneralView& general) {
+  namespace layout = generalLayout;
+  const auto& items = general.fnReplacementItems;
+  const auto selected = general.selectedFnReplacementItem;
+  const bool isGreen = general.permissionColor == PermissionColor::green;
+  return "  " + button(layout::permissionButtonTitle) + (isGreen ? " green" : " red") + " dot " +
+         button(layout::permissionHelpTitle) + '\n' + hint(general.permissionToolTip) +
+         (general.isPopoverShown ? hint(layout::popoverText) : std::string{}) +
+         hint(layout::permissionHintText) +
+         checkbox(general.isLoginItemChecked, layout::loginItemTitle) +
+         checkbox(general.isCapsLockIndicatorChecked, layout::capsLockIndicatorTitle) +
+         checkbox(general.isExternalFunctionKeysChecked, layout::externalFunctionKeysTitle) +
+         hint(layout::externalFunctionKeysHintText) + "  " +
+         std::string{layout::localShortcutTitle} + "  " + button(general.localShortcutTitle) + ' ' +
+         button(layout::resetTitle) + (general.isResetEnabled ? "" : " (disabled)") + '\n' +
+         hint(general.localShortcutHint) + "  " + std::string{layout::fnReplacementTitle} + "  < " +
+         std::string{selected < items.size() ? items[selected].title : ""} + " >\n" +
+         hint(general.fnReplacementHint) + "  " + button(layout::quitTitle) + '\n';
+}
+
+std::string drawAbout(const SimulatedAboutView& about) {
+  namespace layout = aboutLayout;
+  return "  " + std::string{layout::descriptionText} + "\n  " + about.version + "\n  " +
+         button(layout::contactTitle) + ' ' + button(layout::reportBugTitle) + '\n' +
+         checkbox(about.isEnhancedDiagnosticsChecked, layout::enhancedDiagnosticsTitle) +
+         hint(layout::enhancedDiagnosticsHintText) +
+         checkbox(about.isAutoUpdateChecked, layout::autoUpdateTitle) + "  " +
+         button(layout::checkUpdatesTitle) + '\n';
+}
+
+}  // namespace
+
+std::string drawSettings(SimulatedPlatform& platform) {
+  const bool isGeneral = platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
+  return isGeneral ? drawGeneral(platform.general) : drawAbout(platform.about);
 }
 
 }  // namespace keyrow::sim

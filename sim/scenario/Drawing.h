@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "sim/SimulatedPlatform.h"
 #include "sim/SimulatedStatusItemView.h"
 
 namespace keyrow::sim {
@@ -12,5 +13,8 @@ std::string drawStatusItem(const SimulatedStatusItemView& item);
 
 /// A menu, one line for each item and one for its tool tip.
 std::string drawMenu(const std::vector<MenuItem>& items);
+
+/// The pane of the settings window that is to be seen, control by control.
+std::string drawSettings(SimulatedPlatform& platform);
 
 }  // namespace keyrow::sim

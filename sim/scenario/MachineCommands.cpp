@@ -47,17 +47,19 @@ struct KeyboardProperty {
   std::string_view word;
   std::string_view name;
 };
-constexpr std::array<KeyboardProperty, 6> keyboardProperties{{
+constexpr std::array<KeyboardProperty, 7> keyboardProperties{{
     {"vendor", "VendorID"},
     {"product", "Product"},
     {"manufacturer", "Manufacturer"},
     {"transport", "Transport"},
     {"built-in", "Built-In"},
     {"location", "LocationID"},
+    {"caps-lock", "HIDCapsLockState"},
 }};
 
 constexpr std::string_view keyboardPropertyExpected =
-    "vendor=, product=, manufacturer=, transport=, built-in=, location=, registry= or usage=";
+    "vendor=, product=, manufacturer=, transport=, built-in=, location=, caps-lock=, registry= or "
+    "usage=";
 
 Play parseKeyboard(LineReader& line) {
   const auto name = line.word("a name for the keyboard");
@@ -196,7 +198,8 @@ constexpr std::array<Command, 12> commands{{
      "front com.apple.TextEdit", parseFront},
     {"keyboard", "keyboard NAME [PROPERTY=VALUE ...]",
      "A keyboard is attached. Its properties: vendor, product, manufacturer, transport, built-in, "
-     "location, registry (its registry entry ID, or none) and usage (6 keyboard, 7 keypad).",
+     "location, caps-lock (what it reports), registry (its registry entry ID, or none) and usage "
+     "(6 keyboard, 7 keypad).",
      "keyboard usb1 vendor=0x046d product=\"G Pro\" transport=USB built-in=false", parseKeyboard},
     {"unplug", "unplug NAME", "A keyboard is taken away.", "unplug usb1", parseUnplug},
     {"system-settings", "system-settings special|standard",

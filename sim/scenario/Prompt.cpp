@@ -91,6 +91,15 @@ void printCommands(std::ostream& out, std::span<const Command> commands, std::st
   }
 }
 
+/// Draws what the open settings window shows.
+void printSettings(std::ostream& out, Stage& stage) {
+  if (!stage.process() || !stage.process()->settingsWindow().isVisible()) {
+    out << "  The settings window is closed. Try: reopen keyrow\n";
+    return;
+  }
+  out << drawSettings(stage.process()->simulatedPlatform());
+}
+
 /// Does what only the prompt knows; false when the line is something else.
 bool answer(std::ostream& out, Stage& stage, std::string_view line) {
   constexpr std::string_view help = "help";
@@ -98,6 +107,8 @@ bool answer(std::ostream& out, Stage& stage, std::string_view line) {
     printStatus(out, stage);
   } else if (line == "menu") {
     printMenu(out, stage);
+  } else if (line == "settings") {
+    printSettings(out, stage);
   } else if (line == "hardware") {
     printHardware(out, stage);
   } else if (line == "log") {
@@ -148,9 +159,10 @@ PlayResult runPrompt(std::istream& in, std::ostream& out, PromptStyle style) {
 void printHelp(std::ostream& out, std::string_view word) {
   for (const auto group : actions()) printCommands(out, group, word);
   for (const auto group : expectations()) printCommands(out, group, word);
-  constexpr std::array<std::string_view, 6> promptOnly{
+  constexpr std::array<std::string_view, 7> promptOnly{
       "status            where things stand",
       "menu              the menu of Keyrow's item",
+      "settings          the open pane of the settings window",
       "hardware          the HID system as it is",
       "log               the log report that goes with a bug report",
       "help [WORD]       this list, or what begins with WORD",

@@ -15,7 +15,7 @@ struct PromptStyle {
 };
 
 /// Plays lines as they are typed, on one stage, until the input ends or says "exit".
-/// Besides the scenario language it knows help, status, menu, log, hardware and exit.
+/// Besides the scenario language it knows help, status, menu, settings, log, hardware and exit.
 PlayResult runPrompt(std::istream& in, std::ostream& out, PromptStyle style);
 
 /// The whole language, one command after the other, or only what begins with `word`.

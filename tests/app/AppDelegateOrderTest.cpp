@@ -23,20 +23,22 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
   process->launch();
   EXPECT_THAT(
       mac.trace.take(),
-      ElementsAre(std::string{"observe "} + takeover, "list running applications",
-                  "create status item",
-                  // The mode, for the item.
-                  "find-service", "read-service-property", "create settings window",
-                  // The override of an application that is not installed.
-                  "find-application", "open-hid-manager", "frontmost-application",
-                  // The prompt, then the tap.
-                  "is process trusted", "is process trusted", "create-event-tap",
-                  "create-run-loop-source", "start thread app.keyrow.Keyrow.KeyboardEventTap",
-                  "enable event tap", "enable-event-tap", "observe activation", "observe wake",
-                  "observe sleep", "observe CapsLockIndicatorSettingDidChange",
-                  "observe NSApplicationDidBecomeActiveNotification",
-                  // The mode is applied.
-                  "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
+      ElementsAre(
+          std::string{"observe "} + takeover, "list running applications", "create status item",
+          // The mode, for the item.
+          "find-service", "read-service-property", "create settings window",
+          // Its first pane shows the permission, and follows it.
+          "is process trusted", "observe NSApplicationDidBecomeActiveNotification", "start updater",
+          // The override of an application that is not installed.
+          "find-application", "open-hid-manager", "frontmost-application",
+          // The prompt, then the tap.
+          "is process trusted", "is process trusted", "create-event-tap", "create-run-loop-source",
+          "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable event tap", "enable-event-tap",
+          "observe activation", "observe wake", "observe sleep",
+          "observe CapsLockIndicatorSettingDidChange",
+          "observe NSApplicationDidBecomeActiveNotification",
+          // The mode is applied.
+          "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
 }
 
 TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
@@ -44,7 +46,7 @@ TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
   mac.trace.start();
   process->launch();
   const auto calls = mac.trace.take();
-  const std::vector<std::string> prompting(calls.begin() + 9, calls.begin() + 16);
+  const std::vector<std::string> prompting(calls.begin() + 12, calls.begin() + 19);
   EXPECT_THAT(prompting, ElementsAre("is process trusted", "activate all windows", "activate",
                                      "bring settings window to the front", "prompt for trust",
                                      "is process trusted", "observe activation"));

@@ -191,6 +191,9 @@ class FakeHidManagers final : public HidManagers {
       owner_.calls.emplace_back("register");
       owner_.callback = std::move(handler);
     }
+    void registerDeviceMatchingCallback(std::function<void()>) override {}
+    void registerDeviceRemovalCallback(std::function<void()>) override {}
+    std::vector<std::unique_ptr<HidDevice>> devices() override { return {}; }
     void scheduleWithMainRunLoop() override { owner_.calls.emplace_back("schedule"); }
     IOReturn open() override {
       owner_.calls.emplace_back("open");

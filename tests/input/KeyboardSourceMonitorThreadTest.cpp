@@ -132,6 +132,9 @@ class QuestioningManagers final : public HidManagers {
     void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
       owner_.callback = std::move(handler);
     }
+    void registerDeviceMatchingCallback(std::function<void()>) override {}
+    void registerDeviceRemovalCallback(std::function<void()>) override {}
+    std::vector<std::unique_ptr<HidDevice>> devices() override { return {}; }
     void scheduleWithMainRunLoop() override {}
     IOReturn open() override { return ioReturnSuccess; }
 

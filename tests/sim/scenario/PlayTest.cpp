@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
               "play.txt:3:1: expected nothing in the log, but the log says\n"
               "    state notice \"Initialized the stored global function key mode from System "
               "Settings: standard function keys.\""},
-        Unmet{"preference true\nlaunch keyrow\nwait 1s\n"
+        Unmet{"preference true\nlaunch keyrow\nwait 500ms\n"
               "expect log state \"Initialized the stored global function key mode from System "
               "Settings: standard function keys.\"",
               "play.txt:4:1: expected in the log: state \"Initialized the stored global function "
@@ -252,7 +252,7 @@ TEST(PromptTest, ShowsARunningKeyrow) {
                                         "  open                         1 EventTap\n"
                                         "  open                         1 HidManager\n"
                                         "  open                         1 RunLoopSource\n"
-                                        "  open                         7 observer\n"
+                                        "  open                         8 observer\n"
                                         "  open                         1 thread\n"
                                         "No recent Keyrow logs were available.\n"));
 }

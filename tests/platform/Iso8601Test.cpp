@@ -1,4 +1,4 @@
-#include "app/Iso8601.h"
+#include "platform/Iso8601.h"
 
 #include <gtest/gtest.h>
 

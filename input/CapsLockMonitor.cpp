@@ -1,0 +1,122 @@
+#include "input/CapsLockMonitor.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string>
+#include <utility>
+
+#include "input/KeyboardMatching.h"
+
+namespace keyrow {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A burst of modifier changes is looked at once, so long after the last of them.
+constexpr auto debounceDelay = 120ms;
+
+/// What a keyboard reports of itself.
+constexpr std::string_view capsLockStateProperty = "HIDCapsLockState";
+
+}  // namespace
+
+void CapsLockMonitor::observeCapsLockIndicatorSetting() {
+  if (settingObserver) return;
+  settingObserver =
+      notificationCenter_.addObserver(settingsNotification::CapsLockIndicatorSettingDidChange,
+                                      [this] { applyCapsLockIndicatorSetting(); });
+}
+
+void CapsLockMonitor::applyCapsLockIndicatorSetting() {
+  const bool isEnabled = settings_.showCapsLockIndicator();
+  if (presenter_) presenter_->setCapsLockIndicatorEnabled(isEnabled);
+  if (!isEnabled) {
+    stopCapsLockMonitoring();
+    return;
+  }
+  startCapsLockMonitoring();
+  refreshCapsLockDeviceStates();
+  if (presenter_) presenter_->updateCapsLockIndicator();
+}
+
+std::optional<bool> CapsLockMonitor::cachedCapsLockState() const {
+  const std::scoped_lock guard{cacheLock};
+  if (deviceStates.empty()) return std::nullopt;
+  return std::ranges::any_of(deviceStates, [](const auto& state) { return state.second; });
+}
+
+void CapsLockMonitor::refreshCapsLockIfEnabled() {
+  if (!settings_.showCapsLockIndicator()) return;
+  refreshCapsLockDeviceStates();
+  if (presenter_) presenter_->updateCapsLockIndicator();
+}
+
+void CapsLockMonitor::tearDownCapsLockMonitoring() {
+  stopCapsLockMonitoring();
+  pendingRefresh = {};
+  settingObserver = {};
+}
+
+void CapsLockMonitor::startCapsLockMonitoring() {
+  startDeviceMonitoring();
+  if (!globalFlagsMonitor) {
+    globalFlagsMonitor =
+        eventMonitors_.addGlobalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
+  }
+  if (!localFlagsMonitor) {
+    localFlagsMonitor = eventMonitors_.addLocalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
+  }
+}
+
+void CapsLockMonitor::startDeviceMonitoring() {
+  if (manager) return;
+  auto candidate = hidManagers_.create();
+  candidate->setDeviceMatching(keyboardMatching());
+  candidate->registerDeviceMatchingCallback([this] { refreshCapsLockIfEnabled(); });
+  candidate->registerDeviceRemovalCallback([this] { refreshCapsLockIfEnabled(); });
+  candidate->scheduleWithMainRunLoop();
+  if (const auto result = candidate->open(); result != ioReturnSuccess) {
+    candidate.reset();
+    hardwareLog_.error("Failed to start Caps Lock device monitoring: " + std::to_string(result));
+    return;
+  }
+  manager = std::move(candidate);
+}
+
+void CapsLockMonitor::stopCapsLockMonitoring() {
+  globalFlagsMonitor = {};
+  localFlagsMonitor = {};
+  manager.reset();
+  replaceDeviceStates({});
+}
+
+void CapsLockMonitor::refreshCapsLockDeviceStates() {
+  if (!manager) return;
+  DeviceStates states;
+  for (const auto& device : manager->devices()) {
+    const auto registryID = device->registryEntryID();
+    if (!registryID) continue;
+    const auto value = device->property(capsLockStateProperty);
+    const auto isLocked = value ? value->boolValue() : std::nullopt;
+    if (isLocked) states.insert_or_assign(*registryID, *isLocked);
+  }
+  replaceDeviceStates(std::move(states));
+}
+
+void CapsLockMonitor::replaceDeviceStates(DeviceStates states) {
+  const std::scoped_lock guard{cacheLock};
+  deviceStates = std::move(states);
+}
+
+void CapsLockMonitor::scheduleCapsLockRefresh() {
+  pendingRefresh = mainQueue_.after(debounceDelay, [this] { performCapsLockRefresh(); });
+}
+
+void CapsLockMonitor::performCapsLockRefresh() {
+  pendingRefresh = {};
+  refreshCapsLockDeviceStates();
+  if (presenter_) presenter_->updateCapsLockIndicator();
+}
+
+}  // namespace keyrow

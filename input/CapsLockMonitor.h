@@ -1,0 +1,96 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include "core/AppSettings.h"
+#include "platform/EventMonitors.h"
+#include "platform/HidManagers.h"
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
+#include "platform/SystemLog.h"
+
+namespace keyrow {
+
+/// Shows the Caps Lock state to the user.
+class CapsLockPresenter {
+ public:
+  /// Shows the state afresh from now on, or not at all.
+  virtual void setCapsLockIndicatorEnabled(bool enabled) = 0;
+  /// The state may have changed.
+  virtual void updateCapsLockIndicator() = 0;
+
+ protected:
+  ~CapsLockPresenter() = default;
+};
+
+/// Watches, while the user wants to see it, whether Caps Lock is on: whenever a modifier
+/// changes anywhere or a keyboard comes or goes, it asks every keyboard. Main thread only.
+class CapsLockMonitor {
+ public:
+  /// `hardwareLog` is the logger of the "hardware" category.
+  CapsLockMonitor(HidManagers& hidManagers, EventMonitors& eventMonitors,
+                  NotificationCenter& notificationCenter, MainQueue& mainQueue,
+                  const AppSettings& settings, Logger& hardwareLog)
+      : hidManagers_{hidManagers},
+        eventMonitors_{eventMonitors},
+        notificationCenter_{notificationCenter},
+        mainQueue_{mainQueue},
+        settings_{settings},
+        hardwareLog_{hardwareLog} {}
+
+  /// Who shows the state from now on; null for nobody.
+  void setPresenter(CapsLockPresenter* presenter) { presenter_ = presenter; }
+
+  /// Applies the setting at every change from now on.
+  void observeCapsLockIndicatorSetting();
+
+  /// Starts or stops monitoring, as the setting says, and tells the presenter. Starting
+  /// what runs changes nothing.
+  void applyCapsLockIndicatorSetting();
+
+  /// Whether any keyboard reports Caps Lock; absent when no keyboard reports anything.
+  std::optional<bool> cachedCapsLockState() const;
+
+  /// Asks the keyboards and updates the indicator, if the user wants to see it.
+  void refreshCapsLockIfEnabled();
+
+  /// Ends everything, also the observation of the setting.
+  void tearDownCapsLockMonitoring();
+
+ private:
+  using DeviceStates = std::map<std::uint64_t, bool>;
+
+  void startCapsLockMonitoring();
+  void startDeviceMonitoring();
+  void stopCapsLockMonitoring();
+  void refreshCapsLockDeviceStates();
+  void replaceDeviceStates(DeviceStates states);
+  void scheduleCapsLockRefresh();
+  void performCapsLockRefresh();
+
+  HidManagers& hidManagers_;
+  EventMonitors& eventMonitors_;
+  NotificationCenter& notificationCenter_;
+  MainQueue& mainQueue_;
+  const AppSettings& settings_;
+  Logger& hardwareLog_;
+  CapsLockPresenter* presenter_ = nullptr;
+
+  /// Present while device monitoring runs.
+  std::unique_ptr<HidManager> manager;
+  Registration globalFlagsMonitor;
+  Registration localFlagsMonitor;
+  DelayedCall pendingRefresh;
+  ObserverToken settingObserver;
+
+  /// Guards `deviceStates`.
+  mutable std::mutex cacheLock;
+  /// What each keyboard reports, by registry entry ID.
+  DeviceStates deviceStates;
+};
+
+}  // namespace keyrow

@@ -1,0 +1,30 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <string_view>
+
+namespace keyrow::macos {
+
+/// Controls as the panes of the settings window have them, ready for constraints.
+
+/// A checkbox with a title.
+NSButton* makeCheckbox(std::string_view title);
+
+/// A push button with a rounded bezel, whose title is cut at its end where it has to be.
+NSButton* makePushButton(std::string_view title);
+
+/// A label of one line in the system font.
+NSTextField* makeLabel(std::string_view text);
+
+/// A label in the small system font and the secondary colour that wraps.
+NSTextField* makeHintLabel(std::string_view text, double maximumWidth, NSInteger maximumLines);
+
+/// Whether the checkbox is on.
+inline bool isOn(NSButton* checkbox) { return checkbox.state == NSControlStateValueOn; }
+
+inline void setOn(NSButton* checkbox, bool on) {
+  checkbox.state = on ? NSControlStateValueOn : NSControlStateValueOff;
+}
+
+}  // namespace keyrow::macos

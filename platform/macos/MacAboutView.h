@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/macos/AboutViewController.h"
+#include "ui/AboutView.h"
+
+namespace keyrow::macos {
+
+/// `AboutView` on the controls of an `AboutViewController`.
+class MacAboutView final : public AboutView {
+ public:
+  void setPane(AboutPane& pane) override;
+  void setVersion(std::string_view text) override;
+  void setEnhancedDiagnosticsChecked(bool checked) override;
+  void setAutoUpdateChecked(bool checked) override;
+
+  /// The pane's controller; nil before there is a pane.
+  AboutViewController* viewController() const { return controller; }
+
+ private:
+  AboutViewController* controller = nil;
+};
+
+}  // namespace keyrow::macos

@@ -1,0 +1,24 @@
+#include "platform/macos/MacAboutView.h"
+
+#include "platform/macos/Controls.h"
+#include "platform/macos/Conversions.h"
+
+namespace keyrow::macos {
+
+void MacAboutView::setPane(AboutPane& pane) {
+  controller = [[AboutViewController alloc] initWithPane:pane];
+}
+
+void MacAboutView::setVersion(std::string_view text) {
+  controller.versionLabel.stringValue = nsString(text);
+}
+
+void MacAboutView::setEnhancedDiagnosticsChecked(bool checked) {
+  setOn(controller.enhancedDiagnosticsCheckbox, checked);
+}
+
+void MacAboutView::setAutoUpdateChecked(bool checked) {
+  setOn(controller.autoUpdateCheckbox, checked);
+}
+
+}  // namespace keyrow::macos

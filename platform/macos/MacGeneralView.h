@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/macos/GeneralViewController.h"
+#include "ui/GeneralView.h"
+
+namespace keyrow::macos {
+
+/// `GeneralView` on the controls of a `GeneralViewController`.
+class MacGeneralView final : public GeneralView {
+ public:
+  void setPane(GeneralPane& pane) override;
+  void setLoginItemChecked(bool checked) override;
+  void setCapsLockIndicatorChecked(bool checked) override;
+  void setExternalFunctionKeysChecked(bool checked) override;
+  void setFnReplacementItems(std::span<const FnReplacementItem> items) override;
+  void selectFnReplacementItem(std::size_t index) override;
+  void setFnReplacementHint(std::string_view text) override;
+  void setLocalShortcutTitle(std::string_view title) override;
+  void setResetLocalShortcutEnabled(bool enabled) override;
+  void setLocalShortcutHint(std::string_view text) override;
+  void setPermissionIndicator(PermissionColor color, std::string_view toolTip) override;
+  bool isPermissionPopoverShown() override;
+  void showPermissionPopover() override;
+  void closePermissionPopover() override;
+
+  /// The pane's controller; nil before there is a pane.
+  GeneralViewController* viewController() const { return controller; }
+
+ private:
+  GeneralViewController* controller = nil;
+};
+
+}  // namespace keyrow::macos

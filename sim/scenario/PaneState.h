@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "sim/SimulatedPlatform.h"
+
+namespace keyrow::sim {
+
+/// What the controls of both panes show: the name that scenarios use, and the state.
+std::vector<std::pair<std::string, std::string>> paneState(SimulatedPlatform& platform);
+
+}  // namespace keyrow::sim

@@ -1,0 +1,142 @@
+#include "input/CapsLockMonitor.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <optional>
+
+#include "tests/SimulatedMacTest.h"
+
+namespace keyrow::sim {
+namespace {
+
+using namespace std::chrono_literals;
+
+class CapsLockMonitorTest : public SimulatedMacTest {
+ protected:
+  void SetUp() override { process->launch(); }
+
+  CapsLockMonitor& monitor() { return keyrow().capsLockMonitor(); }
+
+  void attach(const std::string& name, std::optional<PropertyValue> state,
+              std::optional<std::uint64_t> registryID) {
+    SimulatedKeyboard keyboard{.registryID = registryID, .properties = {}};
+    if (state) keyboard.properties.emplace("HIDCapsLockState", *state);
+    mac.keyboards.attach(name, keyboard);
+  }
+
+  void show(bool isShown) { keyrow().settings().setShowCapsLockIndicator(isShown); }
+
+  std::size_t devicesCopied() {
+    std::size_t count = 0;
+    for (const auto& call : mac.trace.take()) count += call == "copy-devices" ? 1 : 0;
+    return count;
+  }
+};
+
+TEST_F(CapsLockMonitorTest, KnowsNothingWithoutAKeyboardThatReports) {
+  show(true);
+  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+  attach("mute", std::nullopt, 1);
+  attach("nameless", true, std::nullopt);
+  attach("odd", "yes", 2);
+  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+}
+
+TEST_F(CapsLockMonitorTest, IsOnWhenAnyKeyboardSaysSo) {
+  show(true);
+  attach("a", false, 1);
+  EXPECT_EQ(monitor().cachedCapsLockState(), false);
+  attach("b", 1, 2);
+  EXPECT_EQ(monitor().cachedCapsLockState(), true);
+  mac.keyboards.unplug("b");
+  EXPECT_EQ(monitor().cachedCapsLockState(), false);
+}
+
+TEST_F(CapsLockMonitorTest, SwitchedOffItHoldsNothingAndSwitchedOnItStartsAnew) {
+  attach("a", true, 1);
+  const auto observers = mac.openHandles.count("observer");
+  const auto managers = mac.openHandles.count("HidManager");
+  for (int round = 0; round < 2; ++round) {
+    show(true);
+    EXPECT_EQ(mac.openHandles.count("observer"), observers + 2);
+    EXPECT_EQ(mac.openHandles.count("HidManager"), managers + 1);
+    EXPECT_EQ(monitor().cachedCapsLockState(), true);
+    show(false);
+    EXPECT_EQ(mac.openHandles.count("observer"), observers);
+    EXPECT_EQ(mac.openHandles.count("HidManager"), managers);
+    EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+  }
+}
+
+TEST_F(CapsLockMonitorTest, ApplyingTheSettingTwiceInstallsEverythingOnce) {
+  show(true);
+  const auto handles = mac.openHandles.all();
+  monitor().applyCapsLockIndicatorSetting();
+  monitor().observeCapsLockIndicatorSetting();
+  EXPECT_EQ(mac.openHandles.all(), handles);
+}
+
+TEST_F(CapsLockMonitorTest, ABurstOfChangesIsLookedAtOnceAfterTheLast) {
+  attach("a", false, 1);
+  show(true);
+  mac.trace.start();
+  for (int press = 0; press < 5; ++press) {
+    mac.setCapsLock(press % 2 == 0, "a");
+    if (press < 4) mac.scheduler.advance(25ms);
+  }
+  mac.scheduler.advance(120ms - 1ns);
+  EXPECT_EQ(devicesCopied(), 0U);
+  mac.scheduler.advance(1ns);
+  EXPECT_EQ(devicesCopied(), 1U);
+  EXPECT_EQ(monitor().cachedCapsLockState(), true);
+  mac.scheduler.advance(1h);
+  EXPECT_EQ(devicesCopied(), 0U);
+}
+
+TEST_F(CapsLockMonitorTest, WithTheSettingOffAKeyboardCausesNoRefresh) {
+  mac.trace.start();
+  attach("a", true, 1);
+  mac.setCapsLock(true, "a");
+  mac.scheduler.advance(1s);
+  monitor().refreshCapsLockIfEnabled();
+  EXPECT_EQ(devicesCopied(), 0U);
+}
+
+TEST_F(CapsLockMonitorTest, AManagerThatCannotBeOpenedIsLoggedAndTheSystemIsAsked) {
+  mac.faults.fail(PortCall::openHidManager, 1);
+  attach("a", false, 1);
+  show(true);
+  EXPECT_EQ(logLines().back(),
+            "hardware error: Failed to start Caps Lock device monitoring: -536870174");
+  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+  mac.setCapsLock(true, "a");
+  mac.scheduler.advance(120ms);
+  EXPECT_EQ(process->statusItem().dot(), "caps-lock");
+  // The next application of the setting tries again.
+  monitor().applyCapsLockIndicatorSetting();
+  EXPECT_EQ(monitor().cachedCapsLockState(), true);
+}
+
+TEST_F(CapsLockMonitorTest, AManagerWithoutDevicesEmptiesTheCache) {
+  attach("a", true, 1);
+  show(true);
+  mac.faults.fail(PortCall::copyDevices, 1);
+  monitor().refreshCapsLockIfEnabled();
+  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+}
+
+TEST_F(CapsLockMonitorTest, TearingDownDropsAPendingRefreshAndTheObserver) {
+  attach("a", false, 1);
+  show(true);
+  mac.setCapsLock(true, "a");
+  monitor().tearDownCapsLockMonitoring();
+  mac.trace.start();
+  mac.scheduler.advance(1s);
+  show(true);
+  EXPECT_EQ(devicesCopied(), 0U);
+  EXPECT_EQ(mac.openHandles.count("HidManager"), 1);
+}
+
+}  // namespace
+}  // namespace keyrow::sim

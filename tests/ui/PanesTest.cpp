@@ -1,0 +1,162 @@
+#include <gmock/gmock.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/SimulatedMacTest.h"
+#include "ui/BugReport.h"
+#include "ui/FnReplacementMenu.h"
+#include "ui/VersionText.h"
+
+namespace keyrow::sim {
+namespace {
+
+using ::testing::ElementsAre;
+
+class PanesTest : public SimulatedMacTest {
+ protected:
+  void SetUp() override {
+    process->launch();
+    keyrow().settingsWindowController().show();
+    mac.scheduler.runReady();
+  }
+
+  SimulatedGeneralView& general() { return process->simulatedPlatform().general; }
+  SimulatedAboutView& about() { return process->simulatedPlatform().about; }
+
+  std::string version(std::optional<PropertyValue> shortVersion,
+                      std::optional<PropertyValue> build) {
+    mac.infoDictionary.clear();
+    if (shortVersion) mac.infoDictionary.emplace("CFBundleShortVersionString", *shortVersion);
+    if (build) mac.infoDictionary.emplace("CFBundleVersion", *build);
+    return versionText(process->platform().bundle);
+  }
+};
+
+TEST_F(PanesTest, ThePopUpHasTheLeftHandBeforeTheRight) {
+  std::vector<std::string> items;
+  for (const auto& item : general().fnReplacementItems) {
+    items.push_back(item.isSeparator
+                        ? "-"
+                        : std::string{item.title} + "=" + std::string{item.representedObject});
+  }
+  EXPECT_THAT(items, ElementsAre("Off=", "-", "Left Control=leftControl", "Left Option=leftOption",
+                                 "Left Command=leftCommand", "Left Shift=leftShift", "-",
+                                 "Right Control=rightControl", "Right Option=rightOption",
+                                 "Right Command=rightCommand", "Right Shift=rightShift"));
+}
+
+TEST_F(PanesTest, EveryItemOfThePopUpStoresAndSelectsItself) {
+  for (const auto& item : fnReplacementItems()) {
+    if (item.isSeparator) continue;
+    ASSERT_TRUE(general().chooseFnReplacement(item.title)) << item.title;
+    EXPECT_EQ(general().fnReplacementItems[general().selectedFnReplacementItem].title, item.title);
+    EXPECT_EQ(stored("fnReplacementModifier"), item.representedObject.empty()
+                                                   ? std::optional<PropertyValue>{}
+                                                   : PropertyValue{item.representedObject});
+  }
+}
+
+TEST_F(PanesTest, ChoosingWhatIsNoModifierIsOff) {
+  for (const std::optional<PropertyValue>& object :
+       std::vector<std::optional<PropertyValue>>{std::nullopt, "", "middleCommand", 3, true}) {
+    store("fnReplacementModifier", "leftShift");
+    general().pane().changeFnReplacementModifier(object);
+    EXPECT_EQ(stored("fnReplacementModifier"), std::nullopt);
+    EXPECT_EQ(general().selectedFnReplacementItem, 0U);
+  }
+}
+
+TEST_F(PanesTest, ResetIsOnlyOfferedForAnotherShortcutOrAnotherName) {
+  EXPECT_FALSE(general().isResetEnabled);
+  keyrow().settings().setLocalToggleShortcut({50, "§", std::nullopt});
+  general().pane().toggleLocalShortcutCapture();
+  general().pane().toggleLocalShortcutCapture();
+  EXPECT_TRUE(general().isResetEnabled);
+  EXPECT_EQ(general().localShortcutTitle, "Fn + §");
+}
+
+TEST_F(PanesTest, CapturingHoldsOneMonitorAndGivesItBack) {
+  const auto before = mac.openHandles.count("observer");
+  general().pane().toggleLocalShortcutCapture();
+  EXPECT_EQ(mac.openHandles.count("observer"), before + 1);
+  general().pane().toggleLocalShortcutCapture();
+  EXPECT_EQ(mac.openHandles.count("observer"), before);
+  general().pane().resetLocalShortcut();
+  EXPECT_EQ(mac.openHandles.count("observer"), before);
+}
+
+TEST_F(PanesTest, TheVersionNamesWhatThereIs) {
+  EXPECT_EQ(version("1.2", "45"), "1.2 (45)");
+  EXPECT_EQ(version("1.2", std::nullopt), "1.2");
+  EXPECT_EQ(version("1.2", ""), "1.2");
+  EXPECT_EQ(version("", "45"), "0.0 (45)");
+  EXPECT_EQ(version(std::nullopt, std::nullopt), "0.0");
+  EXPECT_EQ(version(1, true), "0.0");
+}
+
+TEST_F(PanesTest, TheBugReportReadsAsItShould) {
+  about().click("Report a Bug");
+  process->settingsWindow().selectTab("About");
+  about().click("Report a Bug");
+  ASSERT_EQ(mac.mailbox.drafts.size(), 2U);
+  const auto& draft = mac.mailbox.drafts.back();
+  EXPECT_EQ(draft.recipient, supportEmailAddress);
+  EXPECT_EQ(draft.subject, "Keyrow Bug Report");
+  EXPECT_EQ(draft.body,
+            "Summary:\n\nWhat happened?\n\nExpected result:\n\nSteps to reproduce:\n1.\n2.\n3.\n\n"
+            "Reproducibility:\nEvery time / Sometimes / Only once\n\nEnvironment:\n"
+            "Keyrow version: 1.0 (1)\nmacOS version: Version 14.2 (Build 23C64)\n"
+            "Frontmost app when the issue happened:\nExternal keyboard: Yes / No\n"
+            "Apple external keyboard: Yes / No / Unknown\n"
+            "Accessibility permission granted: Yes / No / Unsure\n"
+            "Input Monitoring permission granted: Yes / No / Unsure\n"
+            "Enhanced diagnostics enabled: No\n\nAttachments:\n"
+            "A recent Keyrow log file should already be attached to this draft.");
+  // Both in the same second, so the second took the place of the first.
+  EXPECT_EQ(draft.attachment, "/tmp/Keyrow-log-report-2024-03-01T08:00:00Z.txt");
+  EXPECT_EQ(mac.files.size(), 1U);
+}
+
+TEST_F(PanesTest, OnlyTheLastMailServiceIsKept) {
+  for (int report = 0; report < 3; ++report) about().click("Report a Bug");
+  EXPECT_EQ(mac.openHandles.count("mail service"), 1);
+}
+
+TEST_F(PanesTest, WithoutAMailServiceTheLinkCarriesTheText) {
+  mac.mailbox.service = Mailbox::Service::missing;
+  about().click("Report a Bug");
+  ASSERT_EQ(mac.screen.openedURLs().size(), 1U);
+  const auto& url = mac.screen.openedURLs()[0];
+  EXPECT_TRUE(url.starts_with(
+      "mailto:support@keyrow.example?subject=Keyrow%20Bug%20Report&body=Summary%3A%0A%0AWhat"))
+      << url;
+  EXPECT_TRUE(url.ends_with("attached%20to%20this%20draft.")) << url;
+}
+
+TEST_F(PanesTest, SettingsOfTheWrongTypeReadAsTheirAbsentValue) {
+  const std::vector<PropertyValue> values{"true", PropertyDictionary{{"a", 1}},
+                                          PropertyDictionary{}, "", "7"};
+  for (const auto key : settingsKey::all) {
+    for (const auto& value : values) {
+      store(key, value);
+      auto& settings = keyrow().settings();
+      EXPECT_FALSE(settings.showCapsLockIndicator()) << key;
+      EXPECT_FALSE(settings.applyFnModeToExternalFunctionKeys()) << key;
+      EXPECT_FALSE(settings.enhancedDiagnosticsEnabled()) << key;
+      EXPECT_EQ(settings.fnReplacementModifier(), std::nullopt) << key;
+      EXPECT_EQ(settings.localToggleShortcut(), defaultLocalToggleShortcut()) << key;
+      const auto current = keyrow().keySettings().current();
+      EXPECT_EQ(current.localToggleShortcutKeyCode, graveAccentKeyCode) << key;
+      EXPECT_FALSE(current.applyFnModeToExternalFunctionKeys) << key;
+      keyrow().modePolicy().applyStoredFnState();
+      general().pane().viewDidLoad();
+      EXPECT_EQ(general().localShortcutTitle, "Fn + `") << key;
+      store(key, std::nullopt);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace keyrow::sim

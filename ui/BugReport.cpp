@@ -1,0 +1,48 @@
+#include "ui/BugReport.h"
+
+#include <chrono>
+#include <utility>
+
+#include "platform/Iso8601.h"
+#include "ui/MailtoURL.h"
+#include "ui/VersionText.h"
+
+namespace keyrow {
+
+void BugReport::openContactEmail() { use.workspace.openURL(mailtoURL(supportEmailAddress)); }
+
+void BugReport::openBugReportEmail() {
+  const Mail mail{.recipient = supportEmailAddress,
+                  .subject = "Keyrow Bug Report",
+                  .body = body(),
+                  .attachment = writeLogAttachment()};
+  auto service = use.mailComposer.composeEmailService();
+  if (!service || !service->canPerform(mail)) {
+    use.workspace.openURL(mailtoURL(mail.recipient, mail.subject, mail.body));
+    return;
+  }
+  activeSharingService = std::move(service);
+  activeSharingService->perform(mail);
+}
+
+std::string BugReport::body() const {
+  return "Summary:\n\nWhat happened?\n\nExpected result:\n\nSteps to reproduce:\n1.\n2.\n3.\n\n"
+         "Reproducibility:\nEvery time / Sometimes / Only once\n\nEnvironment:\nKeyrow version: " +
+         versionText(use.bundle) + "\nmacOS version: " + use.process.operatingSystemVersion() +
+         "\nFrontmost app when the issue happened:\nExternal keyboard: Yes / No\n"
+         "Apple external keyboard: Yes / No / Unknown\n"
+         "Accessibility permission granted: Yes / No / Unsure\n"
+         "Input Monitoring permission granted: Yes / No / Unsure\n"
+         "Enhanced diagnostics enabled: " +
+         (use.settings.enhancedDiagnosticsEnabled() ? "Yes" : "No") +
+         "\n\nAttachments:\nA recent Keyrow log file should already be attached to this draft.";
+}
+
+std::optional<std::string> BugReport::writeLogAttachment() {
+  auto path = use.files.temporaryDirectory() + "/Keyrow-log-report-" +
+              iso8601Text(use.clock.now(), Iso8601Precision::seconds) + ".txt";
+  if (!use.files.writeAtomically(path, use.recentLogReport())) return std::nullopt;
+  return path;
+}
+
+}  // namespace keyrow

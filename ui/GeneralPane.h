@@ -1,0 +1,68 @@
+#pragma once
+
+#include <optional>
+
+#include "core/AppSettings.h"
+#include "platform/Accessibility.h"
+#include "platform/Alerts.h"
+#include "platform/Application.h"
+#include "platform/EventMonitors.h"
+#include "platform/LoginItem.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Workspace.h"
+#include "ui/GeneralView.h"
+
+namespace keyrow {
+
+/// The rules of the General pane: what its controls show, and what using them does. Main
+/// thread only.
+class GeneralPane {
+ public:
+  struct Uses {
+    GeneralView& view;
+    AppSettings& settings;
+    Accessibility& accessibility;
+    Alerts& alerts;
+    Application& application;
+    EventMonitors& eventMonitors;
+    LoginItem& loginItem;
+    NotificationCenter& notificationCenter;
+    Workspace& workspace;
+  };
+
+  explicit GeneralPane(const Uses& uses) : use{uses} {}
+
+  /// The controls are there: shows the state of everything, and follows the permission from
+  /// now on.
+  void viewDidLoad();
+
+  void toggleLaunchAtLogin(bool isOn);
+  void toggleCapsLockIndicator(bool isOn);
+  void toggleExternalFunctionKeys(bool isOn);
+
+  /// An item was chosen; its represented object says which. Whatever is no modifier is Off.
+  void changeFnReplacementModifier(const std::optional<PropertyValue>& representedObject);
+
+  /// Lets the next key become the per-app shortcut, or stops waiting for it.
+  void toggleLocalShortcutCapture();
+  void resetLocalShortcut();
+
+  void openAccessibilityPermissions();
+  void showAXPermissionHelp();
+  void quitApp();
+
+ private:
+  void syncFnReplacementModifier();
+  void refreshShortcutTexts();
+  void refreshPermissionIndicator();
+  bool captureShortcut(const KeyDown& key);
+  void stopLocalShortcutCapture();
+
+  const Uses use;
+  ObserverToken axPermissionObserver;
+  /// Present only while capturing.
+  Registration shortcutCaptureMonitor;
+  bool isCapturingLocalShortcut = false;
+};
+
+}  // namespace keyrow

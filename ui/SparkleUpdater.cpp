@@ -1,0 +1,101 @@
+#include "ui/SparkleUpdater.h"
+
+#include "core/AppIdentifier.h"
+#include "core/AppSettings.h"
+#include "platform/SystemError.h"
+
+namespace keyrow {
+
+namespace {
+
+std::string reminderIdentifier() { return std::string{appIdentifier} + ".sparkle-update-reminder"; }
+
+}  // namespace
+
+void SparkleUpdater::start() {
+  use.userNotifications.setDelegate(*this);
+  use.updateFramework.start(*this);
+}
+
+void SparkleUpdater::checkForUpdates() {
+  if (!hasFeed()) {
+    use.alerts.runModal({.messageText = "Sparkle feed not configured",
+                         .informativeText = "Set SUFeedURL in Info.plist to enable updates.",
+                         .buttons = {"OK"}});
+    return;
+  }
+  removeUpdateReminder();
+  use.updateFramework.checkForUpdates();
+}
+
+void SparkleUpdater::setAutomaticChecksEnabled(bool enabled) {
+  use.updateFramework.setAutomaticallyChecksForUpdates(enabled);
+  use.userDefaults.setObject(settingsKey::SUEnableAutomaticChecks, enabled);
+  if (!enabled) removeUpdateReminder();
+}
+
+void SparkleUpdater::removeUpdateReminder() {
+  use.userNotifications.removePending(reminderIdentifier());
+  use.userNotifications.removeDelivered(reminderIdentifier());
+}
+
+void SparkleUpdater::willScheduleUpdateCheck() {
+  if (hasRequestedNotificationAuthorization) return;
+  hasRequestedNotificationAuthorization = true;
+  use.userNotifications.requestAuthorization(
+      [&log = use.appLog](bool granted, const std::optional<SystemError>& error) {
+        if (error) {
+          log.error("Failed to request notification authorization for Sparkle update reminders: " +
+                    errorText(*error));
+          return;
+        }
+        log.notice(std::string{"Sparkle update reminder notifications authorization granted="} +
+                   (granted ? "true" : "false") + ".");
+      });
+}
+
+void SparkleUpdater::willHandleShowingUpdate(bool handlesShowing, const std::string& displayVersion,
+                                             bool isUserInitiated) {
+  if (isUserInitiated) return;
+  if (handlesShowing) {
+    removeUpdateReminder();
+  } else {
+    postUpdateReminder(displayVersion);
+  }
+}
+
+NotificationPresentation SparkleUpdater::willPresentNotification(std::string_view identifier) {
+  return identifier == reminderIdentifier() ? NotificationPresentation::soundListBanner
+                                            : NotificationPresentation::none;
+}
+
+void SparkleUpdater::didReceiveNotificationResponse(const std::string& identifier,
+                                                    std::function<void()> completed) {
+  if (identifier == reminderIdentifier()) {
+    removeUpdateReminder();
+    use.settingsWindowController.show();
+    use.updateFramework.checkForUpdates();
+  }
+  completed();
+}
+
+bool SparkleUpdater::hasFeed() {
+  const auto value = use.bundle.infoValue("SUFeedURL");
+  const auto* text = value ? value->string() : nullptr;
+  return text && !text->empty() && use.workspace.isURL(*text);
+}
+
+void SparkleUpdater::postUpdateReminder(const std::string& displayVersion) {
+  // A newer reminder takes the place of the old one.
+  removeUpdateReminder();
+  use.userNotifications.add(
+      {.identifier = reminderIdentifier(),
+       .title = "Keyrow update available",
+       .body = "Version " + displayVersion + " is ready to review and install."},
+      [&log = use.appLog](const std::optional<SystemError>& error) {
+        if (!error) return;
+        log.error("Failed to post Sparkle update reminder notification: " + errorText(*error));
+      });
+}
+
+}  // namespace keyrow
