@@ -25,10 +25,9 @@ std::uint64_t allocationsOfKeys(KeyPath& path, int count) {
 }
 
 TEST(KeyPathCostTest, CountsAllocations) {
-  if (!areAllocationsCounted()) GTEST_SKIP() << "the thread sanitizer counts none";
   const auto before = allocationCount();
   const std::string tooLongForItsOwnBuffer(100, 'x');
-  EXPECT_EQ(allocationCount(), before + 1);
+  EXPECT_EQ(allocationCount(), before + (areAllocationsCounted() ? 1 : 0));
 }
 
 TEST(KeyPathCostTest, AnOrdinaryKeyAllocatesNothing) {
