@@ -13,6 +13,9 @@ namespace keyrow::sim {
 /// A keyboard source monitor that listens, on a Mac whose ticks are those of Apple silicon.
 class KeyboardSourceMonitorFixture : public SimulatedMacTest {
  protected:
+  /// A second of event time.
+  static constexpr std::uint64_t tick = 1'000'000'000;
+
   using Keyboard = std::shared_ptr<const SimulatedKeyboard>;
 
   static constexpr std::uint32_t keyboardPage = 7;
@@ -59,7 +62,6 @@ class KeyboardSourceMonitorFixture : public SimulatedMacTest {
 
   /// What the monitor makes of a keyboard that sends one input.
   std::optional<KeyboardDeviceSource> sourceOf(const Keyboard& keyboard) {
-    constexpr std::uint64_t tick = 1'000'000'000;
     input(keyboard, tick);
     return sourceAt(tick);
   }

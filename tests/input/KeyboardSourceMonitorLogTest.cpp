@@ -10,8 +10,6 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr std::uint64_t tick = 1'000'000'000;
-
 class KeyboardSourceMonitorLogTest : public KeyboardSourceMonitorFixture {
  protected:
   void setDiagnostics(bool enabled) { keyrow().settings().setEnhancedDiagnosticsEnabled(enabled); }

@@ -9,11 +9,10 @@
 namespace keyrow::sim {
 namespace {
 
-constexpr std::uint64_t tick = 1'000'000'000;
-constexpr std::uint64_t muchLater = 2 * tick;
-
 class KeyboardSourceMonitorSourceTest : public KeyboardSourceMonitorFixture {
  protected:
+  static constexpr std::uint64_t muchLater = 2 * tick;
+
   /// The properties of `completeSource`.
   const PropertyDictionary completeProperties{
       {"Built-In", false},          {"VendorID", 1133},   {"Transport", "USB"},

@@ -23,8 +23,6 @@ class KeyboardSourceMonitorTest : public KeyboardSourceMonitorFixture {
   const Keyboard keyboard = namedKeyboard("Pro");
 };
 
-constexpr std::uint64_t tick = 1'000'000'000;
-
 TEST_F(KeyboardSourceMonitorTest, ListensOnlyWhileItRuns) {
   input(keyboard, tick);
   EXPECT_EQ(productAt(tick), "none");

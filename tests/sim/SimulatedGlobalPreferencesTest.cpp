@@ -10,7 +10,7 @@
 namespace keyrow::sim {
 namespace {
 
-constexpr std::string_view key = "com.apple.keyboard.fnState";
+constexpr std::string_view fnStateKey = "com.apple.keyboard.fnState";
 constexpr std::string_view otherKey = "AppleLanguages";
 
 /// Two processes on one machine.
@@ -29,102 +29,102 @@ class SimulatedGlobalPreferencesTest : public ::testing::Test {
 };
 
 TEST_F(SimulatedGlobalPreferencesTest, AKeyThatNobodySetIsAbsent) {
-  EXPECT_EQ(ours.copyValue(key), std::nullopt);
+  EXPECT_EQ(ours.copyValue(fnStateKey), std::nullopt);
   EXPECT_TRUE(ours.synchronize());
-  EXPECT_EQ(ours.copyValue(key), std::nullopt);
+  EXPECT_EQ(ours.copyValue(fnStateKey), std::nullopt);
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, AProcessStartsWithWhatIsOnDisk) {
-  setOnDisk(key, true);
+  setOnDisk(fnStateKey, true);
   SimulatedGlobalPreferences fresh{mac};
-  EXPECT_EQ(fresh.copyValue(key), PropertyValue{true});
+  EXPECT_EQ(fresh.copyValue(fnStateKey), PropertyValue{true});
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, AChangeByOthersIsSeenOnlyAfterSynchronizing) {
-  setOnDisk(key, true);
-  EXPECT_EQ(ours.copyValue(key), std::nullopt);
+  setOnDisk(fnStateKey, true);
+  EXPECT_EQ(ours.copyValue(fnStateKey), std::nullopt);
   EXPECT_TRUE(ours.synchronize());
-  EXPECT_EQ(ours.copyValue(key), PropertyValue{true});
+  EXPECT_EQ(ours.copyValue(fnStateKey), PropertyValue{true});
 
-  setOnDisk(key, std::nullopt);
-  EXPECT_EQ(ours.copyValue(key), PropertyValue{true});
+  setOnDisk(fnStateKey, std::nullopt);
+  EXPECT_EQ(ours.copyValue(fnStateKey), PropertyValue{true});
   EXPECT_TRUE(ours.synchronize());
-  EXPECT_EQ(ours.copyValue(key), std::nullopt);
+  EXPECT_EQ(ours.copyValue(fnStateKey), std::nullopt);
 }
 
 TEST_F(SimulatedGlobalPreferencesTest,
        AnOwnChangeIsSeenAtOnceButByOthersOnlyAfterBothSynchronized) {
-  ours.setValue(key, true);
-  EXPECT_EQ(ours.copyValue(key), PropertyValue{true});
-  EXPECT_EQ(onDisk(key), std::nullopt);
+  ours.setValue(fnStateKey, true);
+  EXPECT_EQ(ours.copyValue(fnStateKey), PropertyValue{true});
+  EXPECT_EQ(onDisk(fnStateKey), std::nullopt);
   EXPECT_TRUE(theirs.synchronize());
-  EXPECT_EQ(theirs.copyValue(key), std::nullopt);
+  EXPECT_EQ(theirs.copyValue(fnStateKey), std::nullopt);
 
   EXPECT_TRUE(ours.synchronize());
-  EXPECT_EQ(onDisk(key), PropertyValue{true});
-  EXPECT_EQ(theirs.copyValue(key), std::nullopt);
+  EXPECT_EQ(onDisk(fnStateKey), PropertyValue{true});
+  EXPECT_EQ(theirs.copyValue(fnStateKey), std::nullopt);
   EXPECT_TRUE(theirs.synchronize());
-  EXPECT_EQ(theirs.copyValue(key), PropertyValue{true});
+  EXPECT_EQ(theirs.copyValue(fnStateKey), PropertyValue{true});
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, OwnChangesWinOverThoseOnDiskKeyByKey) {
-  setOnDisk(key, false);
+  setOnDisk(fnStateKey, false);
   setOnDisk(otherKey, "de");
-  ours.setValue(key, true);
+  ours.setValue(fnStateKey, true);
   EXPECT_TRUE(ours.synchronize());
-  EXPECT_EQ(onDisk(key), PropertyValue{true});
+  EXPECT_EQ(onDisk(fnStateKey), PropertyValue{true});
   EXPECT_EQ(onDisk(otherKey), PropertyValue{"de"});
   EXPECT_EQ(ours.copyValue(otherKey), PropertyValue{"de"});
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, TheLastOfSeveralChangesIsWritten) {
-  ours.setValue(key, true);
-  ours.setValue(key, false);
+  ours.setValue(fnStateKey, true);
+  ours.setValue(fnStateKey, false);
   EXPECT_TRUE(ours.synchronize());
-  EXPECT_EQ(onDisk(key), PropertyValue{false});
+  EXPECT_EQ(onDisk(fnStateKey), PropertyValue{false});
   EXPECT_EQ(mac.globalPreferences.writeCount(), 1);
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, AFailedSynchronizeKeepsChangesPending) {
-  ours.setValue(key, true);
+  ours.setValue(fnStateKey, true);
   mac.faults.fail(PortCall::synchronizePreferences, 1);
   EXPECT_FALSE(ours.synchronize());
-  EXPECT_EQ(onDisk(key), std::nullopt);
-  EXPECT_EQ(ours.copyValue(key), PropertyValue{true});
+  EXPECT_EQ(onDisk(fnStateKey), std::nullopt);
+  EXPECT_EQ(ours.copyValue(fnStateKey), PropertyValue{true});
 
   EXPECT_TRUE(ours.synchronize());
-  EXPECT_EQ(onDisk(key), PropertyValue{true});
+  EXPECT_EQ(onDisk(fnStateKey), PropertyValue{true});
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, AFailedSynchronizeTakesInNothing) {
-  setOnDisk(key, true);
+  setOnDisk(fnStateKey, true);
   mac.faults.fail(PortCall::synchronizePreferences, 1);
   EXPECT_FALSE(ours.synchronize());
-  EXPECT_EQ(ours.copyValue(key), std::nullopt);
+  EXPECT_EQ(ours.copyValue(fnStateKey), std::nullopt);
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, WhatWasWrittenIsNotWrittenAgain) {
-  ours.setValue(key, true);
+  ours.setValue(fnStateKey, true);
   EXPECT_TRUE(ours.synchronize());
-  setOnDisk(key, false);
+  setOnDisk(fnStateKey, false);
   EXPECT_TRUE(ours.synchronize());
-  EXPECT_EQ(onDisk(key), PropertyValue{false});
-  EXPECT_EQ(ours.copyValue(key), PropertyValue{false});
+  EXPECT_EQ(onDisk(fnStateKey), PropertyValue{false});
+  EXPECT_EQ(ours.copyValue(fnStateKey), PropertyValue{false});
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, AFailedCopyGivesNothingOnce) {
-  ours.setValue(key, true);
+  ours.setValue(fnStateKey, true);
   mac.faults.fail(PortCall::copyPreference, 1);
-  EXPECT_EQ(ours.copyValue(key), std::nullopt);
-  EXPECT_EQ(ours.copyValue(key), PropertyValue{true});
+  EXPECT_EQ(ours.copyValue(fnStateKey), std::nullopt);
+  EXPECT_EQ(ours.copyValue(fnStateKey), PropertyValue{true});
 }
 
 TEST_F(SimulatedGlobalPreferencesTest, ChangesOfAProcessThatEndsBeforeSynchronizingAreLost) {
   {
     SimulatedGlobalPreferences shortLived{mac};
-    shortLived.setValue(key, true);
+    shortLived.setValue(fnStateKey, true);
   }
-  EXPECT_EQ(onDisk(key), std::nullopt);
+  EXPECT_EQ(onDisk(fnStateKey), std::nullopt);
 }
 
 }  // namespace
