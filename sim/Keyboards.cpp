@@ -33,6 +33,7 @@ void Keyboards::setProperty(std::string_view name, const std::string& key, Prope
 
 std::vector<std::shared_ptr<const SimulatedKeyboard>> Keyboards::all() const {
   std::vector<std::shared_ptr<const SimulatedKeyboard>> keyboards;
+  keyboards.reserve(attached.size());
   for (const auto& [name, keyboard] : attached) keyboards.push_back(keyboard);
   return keyboards;
 }
