@@ -83,7 +83,7 @@ void AppDelegate::handleWake() {
   use.statusBarController.handleWake();
   use.capsLockMonitor.refreshCapsLockIfEnabled();
   // macOS can disable a tap during sleep without ever announcing it.
-  if (eventTapStarted) use.eventTapController.startEventTap();
+  if (eventTapStarted) use.eventTapController.reviveEventTap();
 }
 
 void AppDelegate::installAppActiveObserver() {

@@ -45,6 +45,12 @@ void KeyboardEventTapController::stopEventTap() {
   tap->invalidate();
 }
 
+bool KeyboardEventTapController::reviveEventTap() {
+  if (enableExistingTap()) return true;
+  stopEventTap();
+  return startEventTap();
+}
+
 void KeyboardEventTapController::recoverEventTap(std::uint32_t eventType) {
   const auto reason = reasonText(eventType) + ".";
   if (enableExistingTap()) {

@@ -28,6 +28,11 @@ class KeyboardEventTapController {
   /// how that went.
   void recoverEventTap(std::uint32_t eventType);
 
+  /// Makes sure that a started tap works, where the system may have disabled it without
+  /// telling: a dead tap goes, with its worker, and a new one comes in its place. A failure
+  /// is logged; false then.
+  bool reviveEventTap();
+
  private:
   /// What the main thread and the workers share.
   struct State {

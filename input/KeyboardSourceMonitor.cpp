@@ -82,6 +82,7 @@ void KeyboardSourceMonitor::startMonitoring() {
       [this](const HidInputValue& value) { handleInputValue(value); });
   candidate->scheduleWithMainRunLoop();
   if (const auto result = candidate->open(); result != ioReturnSuccess) {
+    candidate.reset();
     hardwareLog_.error("Failed to start keyboard source monitoring: " + std::to_string(result));
     return;
   }

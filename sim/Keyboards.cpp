@@ -7,14 +7,14 @@ namespace keyrow::sim {
 void Keyboards::attach(const std::string& name, SimulatedKeyboard keyboard) {
   if (keyboard.registryID) names.insert_or_assign(*keyboard.registryID, name);
   attached.insert_or_assign(name, std::make_shared<const SimulatedKeyboard>(std::move(keyboard)));
-  changeObservers.notify();
+  changeObservers.notify(Change::attached);
 }
 
 bool Keyboards::unplug(std::string_view name) {
   const auto found = attached.find(name);
   if (found == attached.end()) return false;
   attached.erase(found);
-  changeObservers.notify();
+  changeObservers.notify(Change::removed);
   return true;
 }
 

@@ -37,6 +37,8 @@ struct KeyboardInput {
 /// The HID devices attached to the machine. Main thread only.
 class Keyboards {
  public:
+  enum class Change { attached, removed };
+
   /// Attaches a device, in place of one of the same name.
   void attach(const std::string& name, SimulatedKeyboard keyboard);
 
@@ -60,7 +62,7 @@ class Keyboards {
   void deliver(const KeyboardInput& input) const { inputObservers.notify(input); }
 
   /// Calls `handler` whenever a device was attached or taken away.
-  Registration observeChanges(std::function<void()> handler) {
+  Registration observeChanges(std::function<void(Change)> handler) {
     return changeObservers.add(std::move(handler));
   }
 
@@ -72,7 +74,7 @@ class Keyboards {
   std::map<std::string, std::shared_ptr<const SimulatedKeyboard>, std::less<>> attached;
   std::map<std::uint64_t, std::string> names;
   ObserverList<const KeyboardInput&> inputObservers;
-  ObserverList<> changeObservers;
+  ObserverList<Change> changeObservers;
 };
 
 }  // namespace keyrow::sim

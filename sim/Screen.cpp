@@ -7,7 +7,9 @@
 namespace keyrow::sim {
 
 int Screen::showAlert(const Alert& alert) {
-  alerts_.emplace_back(alert.messageText);
+  auto& text = alerts_.emplace_back(alert.messageText);
+  text.append("\n").append(alert.informativeText);
+  for (const auto button : alert.buttons) text.append("\n[").append(button).append("]");
   note("alert " + quoted(alert.messageText));
   auto pressed = std::prev(alert.buttons.end());
   if (!answers.empty()) {

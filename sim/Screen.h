@@ -24,7 +24,7 @@ class Screen {
   /// Shows an alert; gives the modal response.
   int showAlert(const Alert& alert);
 
-  /// The message texts of all alerts so far.
+  /// All alerts so far: the message, the informative text, and a line for each button.
   const std::vector<std::string>& alerts() const { return alerts_; }
 
   void open(std::string_view url);

@@ -14,27 +14,27 @@ class SimulatedApplication final : public Application {
  public:
   /// `terminate` runs the process's termination sequence and ends it.
   SimulatedApplication(const ProcessContext& context, NotificationCenter& notificationCenter,
-                       std::function<void()> terminate)
-      : context_{context},
-        notificationCenter_{notificationCenter},
-        terminate_{std::move(terminate)} {}
+                       std::function<void()> terminate);
 
   void activateAllWindows() override {
     context_.mac.trace.add("activate all windows");
-    becomeActive();
+    askToBecomeActive();
   }
   void activate() override {
     context_.mac.trace.add("activate");
-    becomeActive();
+    askToBecomeActive();
   }
   void terminate() override { terminate_(); }
 
  private:
-  void becomeActive();
+  void askToBecomeActive();
+  void noteActivation();
 
   const ProcessContext& context_;
   NotificationCenter& notificationCenter_;
   const std::function<void()> terminate_;
+  bool isActive = false;
+  Registration activations;
 };
 
 }  // namespace keyrow::sim

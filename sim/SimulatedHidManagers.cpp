@@ -62,11 +62,12 @@ class Manager final : public HidManager {
   }
 
   void registerDeviceMatchingCallback(std::function<void()> handler) override {
-    deviceCallback = std::move(handler);
+    attached = std::move(handler);
   }
 
-  /// The machine tells of both in the same way; the handlers are the same, too.
-  void registerDeviceRemovalCallback(std::function<void()> /*handler*/) override {}
+  void registerDeviceRemovalCallback(std::function<void()> handler) override {
+    removed = std::move(handler);
+  }
 
   std::vector<std::unique_ptr<HidDevice>> devices() override {
     std::vector<std::unique_ptr<HidDevice>> found;
@@ -78,13 +79,13 @@ class Manager final : public HidManager {
   }
 
   void scheduleWithMainRunLoop() override {
-    if (deviceCallback) {
-      changes = mac_.keyboards.observeChanges([this] {
-        mainThread->deliver([this, weak = std::weak_ptr{alive}] {
-          if (!weak.expired() && isOpen) deviceCallback();
-        });
+    changes = mac_.keyboards.observeChanges([this](Keyboards::Change change) {
+      mainThread->deliver([this, weak = std::weak_ptr{alive}, change] {
+        if (weak.expired() || !isOpen) return;
+        const auto& handler = change == Keyboards::Change::attached ? attached : removed;
+        if (handler) handler();
       });
-    }
+    });
     schedule = mac_.keyboards.observeInput([this](const KeyboardInput& input) {
       mainThread->deliver([this, weak = std::weak_ptr{alive}, input] {
         if (!weak.expired()) receive(input);
@@ -126,7 +127,8 @@ class Manager final : public HidManager {
   std::vector<PropertyDictionary> deviceMatching;
   PropertyDictionary valueMatching;
   std::function<void(const HidInputValue&)> callback;
-  std::function<void()> deviceCallback;
+  std::function<void()> attached;
+  std::function<void()> removed;
   bool isOpen = false;
   Registration schedule;
   Registration changes;

@@ -10,6 +10,7 @@ namespace keyrow {
 namespace generalLayout {
 
 inline constexpr std::string_view permissionButtonTitle = "Accessibility Permission";
+/// A help button (`NSBezelStyleHelpButton`) draws it by itself.
 inline constexpr std::string_view permissionHelpTitle = "?";
 inline constexpr std::string_view permissionHintText =
     "Keyrow needs both Accessibility and Input Monitoring for keyboard monitoring, global "

@@ -43,7 +43,7 @@ class GeneralView : public Port {
   virtual void setPermissionIndicator(PermissionColor color, std::string_view toolTip) = 0;
 
   virtual bool isPermissionPopoverShown() = 0;
-  /// Shows the popover at the help button's upper edge; it is made at the first time.
+  /// Shows the popover at the help button's max-Y edge; it is made at the first time.
   virtual void showPermissionPopover() = 0;
   virtual void closePermissionPopover() = 0;
 };

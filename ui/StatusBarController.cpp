@@ -109,14 +109,17 @@ void StatusBarController::hideCapsLockIndicator() {
 }
 
 void StatusBarController::popUpMenu() {
+  const auto defaultState = [this] {
+    const auto stored = modePolicy_.storedGlobalFnState();
+    return stored ? stored : modePolicy_.currentFnState();
+  };
   StatusMenuState state;
-  state.globalBase = modePolicy_.storedGlobalFnState();
-  if (!state.globalBase) state.globalBase = modePolicy_.currentFnState();
+  state.globalBase = defaultState();
 
   const auto frontmost = workspace_.frontmostBundleIdentifier();
   state.hasFrontmostApplication = frontmost.has_value();
   if (frontmost) state.localBase = storedFnStates_.local(*frontmost);
-  if (!state.localBase) state.localBase = state.globalBase;
+  if (!state.localBase) state.localBase = defaultState();
 
   state.shortcutKey = settings_.localToggleShortcut().displayName;
   state.fnReplacementModifier = settings_.fnReplacementModifier();

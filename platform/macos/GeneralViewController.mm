@@ -191,6 +191,12 @@ void keepSize(NSView* label, NSView* beside) {
     [_quitButton.bottomAnchor constraintEqualToAnchor:root.bottomAnchor
                                              constant:-layout::quitBottomGap],
   ]];
+  // The rules above leave open where between the label and the edge the two buttons are.
+  NSLayoutConstraint* const atTheEdge =
+      [_resetLocalShortcutButton.trailingAnchor constraintEqualToAnchor:root.trailingAnchor
+                                                               constant:-layout::inset];
+  atTheEdge.priority = NSLayoutPriorityDefaultLow;
+  [constraints addObject:atTheEdge];
   [NSLayoutConstraint activateConstraints:constraints];
 }
 

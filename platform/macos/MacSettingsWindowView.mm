@@ -1,5 +1,7 @@
 #include "platform/macos/MacSettingsWindowView.h"
 
+#include <cstdlib>
+
 #include "platform/macos/Conversions.h"
 #include "platform/macos/PreferencesTabViewController.h"
 
@@ -35,9 +37,9 @@
 }
 
 - (instancetype)initWithCoder:(NSCoder*)coder {
-  [NSException raise:NSInternalInconsistencyException
-              format:@"init(coder:) has not been implemented"];
-  return nil;
+  // An exception might be caught on its way, and only logged.
+  NSLog(@"init(coder:) has not been implemented");
+  abort();
 }
 
 @end

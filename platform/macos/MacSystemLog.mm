@@ -80,8 +80,10 @@ std::expected<std::vector<LogEntry>, SystemError> MacSystemLog::entriesSince(
 
   std::vector<LogEntry> lines;
   for (OSLogEntry* entry in entries) {
-    if (![entry isKindOfClass:OSLogEntryLog.class]) continue;
-    lines.push_back(logEntry((OSLogEntryLog*)entry));
+    @autoreleasepool {
+      if (![entry isKindOfClass:OSLogEntryLog.class]) continue;
+      lines.push_back(logEntry((OSLogEntryLog*)entry));
+    }
   }
   return lines;
 }

@@ -72,6 +72,10 @@ void MacWorkspace::openApplication(std::string_view path) {
 }
 
 bool MacWorkspace::isURL(std::string_view text) {
+  if (@available(macOS 14.0, *)) {
+    return [NSURL URLWithString:nsString(text) encodingInvalidCharacters:NO] != nil;
+  }
+  // Before macOS 14 this one is as strict.
   return [NSURL URLWithString:nsString(text)] != nil;
 }
 

@@ -36,8 +36,11 @@ Play parseFront(LineReader& line) {
     };
   }
   return [app = line.word("a bundle identifier or none")](Stage& stage) {
-    if (!stage.mac.applications.isInstalled(app)) return unplayable(app + " is not installed");
-    stage.mac.applications.activate(app);
+    auto& applications = stage.mac.applications;
+    if (!applications.isInstalled(app) && applications.running(app).empty()) {
+      return unplayable(app + " is not installed");
+    }
+    applications.activate(app);
     return Outcome{};
   };
 }

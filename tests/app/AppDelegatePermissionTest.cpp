@@ -82,7 +82,14 @@ TEST_F(AppDelegatePermissionTest, ARefusedTapAlertsOnceUntilItHasWorked) {
   process->launch();
   becomeActive();
   becomeActive();
-  EXPECT_THAT(mac.screen.alerts(), ElementsAre("Keyrow could not start keyboard monitoring"));
+  EXPECT_THAT(
+      mac.screen.alerts(),
+      ElementsAre(
+          "Keyrow could not start keyboard monitoring\n"
+          "Keyrow may still be missing Input Monitoring, or macOS may not have applied its "
+          "permissions "
+          "yet. Try reopening Keyrow, or remove and re-add Keyrow in System Settings > Privacy & "
+          "Security > Accessibility and Input Monitoring.\n[Open Accessibility Settings]\n[OK]"));
   EXPECT_THAT(mac.screen.openedURLs(), ElementsAre());
   mac.isInputMonitoringGranted = true;
   becomeActive();
@@ -134,6 +141,33 @@ TEST_F(AppDelegatePermissionTest, WakingUpLetsAStartedTapProveItself) {
   mac.power.wake();
   EXPECT_TRUE(isTapWorking());
   EXPECT_EQ(mac.openHandles.count("EventTap"), 1);
+}
+
+TEST_F(AppDelegatePermissionTest, WakingUpReplacesATapThatStaysDead) {
+  process->launch();
+  mac.eventTaps.disableAll(0);
+  mac.faults.fail(PortCall::enableEventTap, 1);
+  mac.power.sleep();
+  mac.power.wake();
+  EXPECT_TRUE(isTapWorking());
+  keyrow().eventTapController().stopEventTap();
+  EXPECT_FALSE(isTapWorking());
+  process->simulatedPlatform().eventTaps.endThreads();
+  EXPECT_EQ(mac.openHandles.count("EventTap") + mac.openHandles.count("thread"), 0);
+}
+
+TEST_F(AppDelegatePermissionTest, WakingUpSaysWhenTheTapCannotBeReplaced) {
+  process->launch();
+  mac.eventTaps.disableAll(0);
+  mac.faults.fail(PortCall::enableEventTap, 1);
+  mac.faults.fail(PortCall::createEventTap, 1);
+  mac.power.sleep();
+  mac.power.wake();
+  EXPECT_FALSE(isTapWorking());
+  EXPECT_THAT(logLines(), Contains("input error: Failed to create the keyboard event tap."));
+  mac.power.sleep();
+  mac.power.wake();
+  EXPECT_TRUE(isTapWorking());
 }
 
 TEST_F(AppDelegatePermissionTest, WakingUpStartsNoTapThatHasNotBeenStarted) {

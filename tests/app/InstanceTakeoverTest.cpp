@@ -173,10 +173,11 @@ TEST_F(InstanceTakeoverTest, ANewInstanceCanItselfBeTakenOverWhileItWaits) {
 
 TEST_F(InstanceTakeoverTest, RegisteringTwiceListensOnce) {
   const auto& platform = process->platform();
+  const StoredFnStates storedFnStates{platform.userDefaults};
   InstanceTakeover takeover{
       {.modePolicy = keyrow().modePolicy(),
        .fnStateController = keyrow().fnStateController(),
-       .storedFnStates = StoredFnStates{platform.userDefaults},
+       .storedFnStates = storedFnStates,
        .application = platform.application,
        .bundle = platform.bundle,
        .clock = platform.clock,

@@ -95,12 +95,28 @@ TEST_F(CapsLockMonitorTest, ABurstOfChangesIsLookedAtOnceAfterTheLast) {
 }
 
 TEST_F(CapsLockMonitorTest, WithTheSettingOffAKeyboardCausesNoRefresh) {
+  show(true);
+  // Nobody was told, so the keyboards are watched still.
+  store("showCapsLockIndicator", false);
   mac.trace.start();
   attach("a", true, 1);
-  mac.setCapsLock(true, "a");
-  mac.scheduler.advance(1s);
   monitor().refreshCapsLockIfEnabled();
   EXPECT_EQ(devicesCopied(), 0U);
+  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+}
+
+TEST_F(CapsLockMonitorTest, SeesTheKeyInItsOwnWindow) {
+  show(true);
+  attach("a", false, 1);
+  keyrow().settingsWindowController().show();
+  mac.scheduler.runReady();
+  ASSERT_EQ(mac.applications.frontmost(), appIdentifier);
+  mac.scheduler.advance(1s);
+  mac.trace.start();
+  mac.setCapsLock(true, "a");
+  mac.scheduler.advance(120ms);
+  EXPECT_EQ(devicesCopied(), 1U);
+  EXPECT_EQ(monitor().cachedCapsLockState(), true);
 }
 
 TEST_F(CapsLockMonitorTest, AManagerThatCannotBeOpenedIsLoggedAndTheSystemIsAsked) {

@@ -2,9 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <deque>
 #include <functional>
+#include <future>
 #include <memory>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -159,7 +162,8 @@ TEST_F(KeyboardEventTapControllerTest, TheEndOfTheProcessLeavesNothing) {
 class DeferredEventTaps final : public EventTaps {
  public:
   std::vector<std::string> calls;
-  std::vector<std::function<void()>> bodies;
+  /// Of the threads, in the order in which they were started.
+  std::deque<std::function<void()>> bodies;
   bool isEnabled = true;
   /// Runs in `run`, while the worker is in its run loop.
   std::function<void()> whileRunning = [] {};
@@ -219,11 +223,21 @@ TEST_F(WorkerTest, AWorkerWhoseTapHasBeenReplacedDoesNothing) {
   controller->startEventTap();
   taps.isEnabled = false;
   controller->startEventTap();
-  takeCalls();
+  EXPECT_THAT(takeCalls(), ElementsAre("enable"));
   taps.bodies[0]();
   EXPECT_THAT(takeCalls(), ElementsAre());
   taps.bodies[1]();
   EXPECT_THAT(takeCalls(), ElementsAre("add source", "enable", "run", "remove source"));
+}
+
+TEST_F(WorkerTest, AWorkerWhoseTapHasBeenReplacedLeavesNoRunLoopToStop) {
+  controller->startEventTap();
+  taps.isEnabled = false;
+  controller->startEventTap();
+  taps.bodies[0]();
+  takeCalls();
+  controller->stopEventTap();
+  EXPECT_THAT(takeCalls(), ElementsAre("disable", "invalidate"));
 }
 
 TEST_F(WorkerTest, AWorkerWhoseTapHasBeenStoppedDoesNothing) {
@@ -231,6 +245,7 @@ TEST_F(WorkerTest, AWorkerWhoseTapHasBeenStoppedDoesNothing) {
   controller->stopEventTap();
   takeCalls();
   taps.bodies[0]();
+  controller->stopEventTap();
   EXPECT_THAT(takeCalls(), ElementsAre());
 }
 
@@ -241,21 +256,39 @@ TEST_F(WorkerTest, AWorkerWithoutItsControllerDoesNothing) {
   EXPECT_THAT(takeCalls(), ElementsAre());
 }
 
+/// A worker on a thread of its own that has got into its run loop, until it is let out.
+class RunningWorker {
+ public:
+  RunningWorker(DeferredEventTaps& taps, std::size_t index) {
+    taps.whileRunning = [this] {
+      isRunning.set_value();
+      mayEnd.get_future().wait();
+    };
+    thread = std::thread{taps.bodies[index]};
+    isRunning.get_future().wait();
+  }
+
+  void end() {
+    mayEnd.set_value();
+    thread.join();
+  }
+
+ private:
+  std::promise<void> isRunning, mayEnd;
+  std::thread thread;
+};
+
 TEST_F(WorkerTest, AWorkerThatEndsLeavesTheRunLoopOfANewerOneAlone) {
   controller->startEventTap();
-  taps.whileRunning = [this] {
-    // While the old worker is still in its run loop, the tap is rebuilt, and the new worker
-    // starts and gets into its own. Stopping reaches it only if its run loop is known still.
-    taps.isEnabled = false;
-    controller->startEventTap();
-    taps.whileRunning = [] {};
-  };
-  taps.bodies[0]();
+  RunningWorker oldWorker{taps, 0};
+  taps.isEnabled = false;
+  controller->startEventTap();
+  RunningWorker newWorker{taps, 1};
+  oldWorker.end();
   takeCalls();
-  taps.whileRunning = [this] { controller->stopEventTap(); };
-  taps.bodies[1]();
-  EXPECT_THAT(takeCalls(), ElementsAre("add source", "enable", "run", "stop", "disable",
-                                       "invalidate", "remove source"));
+  controller->stopEventTap();
+  EXPECT_THAT(takeCalls(), ElementsAre("stop", "disable", "invalidate"));
+  newWorker.end();
 }
 
 TEST_F(WorkerTest, AWorkerThatEndsForgetsItsRunLoop) {

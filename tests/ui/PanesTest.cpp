@@ -102,7 +102,7 @@ TEST_F(PanesTest, TheBugReportReadsAsItShould) {
   about().click("Report a Bug");
   ASSERT_EQ(mac.mailbox.drafts.size(), 2U);
   const auto& draft = mac.mailbox.drafts.back();
-  EXPECT_EQ(draft.recipient, supportEmailAddress);
+  EXPECT_EQ(draft.recipient, "support@keyrow.example");
   EXPECT_EQ(draft.subject, "Keyrow Bug Report");
   EXPECT_EQ(draft.body,
             "Summary:\n\nWhat happened?\n\nExpected result:\n\nSteps to reproduce:\n1.\n2.\n3.\n\n"
@@ -125,14 +125,18 @@ TEST_F(PanesTest, OnlyTheLastMailServiceIsKept) {
 }
 
 TEST_F(PanesTest, WithoutAMailServiceTheLinkCarriesTheText) {
-  mac.mailbox.service = Mailbox::Service::missing;
-  about().click("Report a Bug");
-  ASSERT_EQ(mac.screen.openedURLs().size(), 1U);
-  const auto& url = mac.screen.openedURLs()[0];
-  EXPECT_TRUE(url.starts_with(
-      "mailto:support@keyrow.example?subject=Keyrow%20Bug%20Report&body=Summary%3A%0A%0AWhat"))
-      << url;
-  EXPECT_TRUE(url.ends_with("attached%20to%20this%20draft.")) << url;
+  // None, and one that cannot do it.
+  for (const auto service : {Mailbox::Service::missing, Mailbox::Service::refuses}) {
+    mac.mailbox.service = service;
+    const auto before = mac.screen.openedURLs().size();
+    about().click("Report a Bug");
+    ASSERT_EQ(mac.screen.openedURLs().size(), before + 1);
+    const auto& url = mac.screen.openedURLs().back();
+    EXPECT_TRUE(url.starts_with(
+        "mailto:support@keyrow.example?subject=Keyrow%20Bug%20Report&body=Summary%3A%0A%0AWhat"))
+        << url;
+    EXPECT_TRUE(url.ends_with("attached%20to%20this%20draft.")) << url;
+  }
 }
 
 TEST_F(PanesTest, SettingsOfTheWrongTypeReadAsTheirAbsentValue) {

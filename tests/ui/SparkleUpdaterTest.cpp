@@ -99,7 +99,8 @@ TEST_F(SparkleUpdaterTest, WithoutAUsableFeedAnAlertSaysSo) {
     EXPECT_EQ(mac.screen.alerts().size(), before + 1);
     EXPECT_THAT(mac.trace.take(), ElementsAre());
   }
-  EXPECT_EQ(mac.screen.alerts().front(), "Sparkle feed not configured");
+  EXPECT_EQ(mac.screen.alerts().front(),
+            "Sparkle feed not configured\nSet SUFeedURL in Info.plist to enable updates.\n[OK]");
 }
 
 TEST_F(SparkleUpdaterTest, TheSwitchReachesSparkleAndTheDefaults) {
