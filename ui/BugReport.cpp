@@ -9,6 +9,13 @@
 
 namespace keyrow {
 
+namespace {
+
+/// Where users' mails go: the CMake option of that name, a placeholder by default.
+constexpr auto supportEmailAddress = KEYROW_SUPPORT_ADDRESS;
+
+}  // namespace
+
 void BugReport::openContactEmail() { use.workspace.openURL(mailtoURL(supportEmailAddress)); }
 
 void BugReport::openBugReportEmail() {
@@ -39,9 +46,10 @@ std::string BugReport::body() const {
 }
 
 std::optional<std::string> BugReport::writeLogAttachment() {
+  const auto text = use.recentLogReport();
   auto path = use.files.temporaryDirectory() + "/Keyrow-log-report-" +
               iso8601Text(use.clock.now(), Iso8601Precision::seconds) + ".txt";
-  if (!use.files.writeAtomically(path, use.recentLogReport())) return std::nullopt;
+  if (!use.files.writeAtomically(path, text)) return std::nullopt;
   return path;
 }
 

@@ -15,13 +15,6 @@
 
 namespace keyrow {
 
-/// Where users' mails go. A placeholder until a release names an address of its own.
-#ifdef KEYROW_SUPPORT_ADDRESS
-inline constexpr auto supportEmailAddress = KEYROW_SUPPORT_ADDRESS;
-#else
-inline constexpr auto supportEmailAddress = "support@keyrow.example";
-#endif
-
 /// Lets the user write mails to the support address: a plain one, or a bug report with the
 /// recent log. Main thread only.
 class BugReport {

@@ -1,0 +1,57 @@
+# Finds Sparkle 2, which looks for updates, or fetches its release.
+#
+# Sets KEYROW_SPARKLE_FRAMEWORK to the path of Sparkle.framework, or to nothing when building
+# against an SDK that only declares it: then Keyrow.app has no updater inside and will not
+# start, but everything else can be checked.
+
+set(KEYROW_SPARKLE_DIR "" CACHE PATH
+  "The folder that holds Sparkle.framework; empty to fetch Sparkle's release")
+set(KEYROW_SPARKLE_URL
+  "https://github.com/sparkle-project/Sparkle/releases/download/2.6.4/Sparkle-for-Swift-Package-Manager.zip"
+  CACHE STRING "Where Sparkle's release is fetched from")
+set(keyrow_sparkle_sha256 eb3814726816ca2f09334ce562fff1b2cd0f7c16dd4e283256081f307accb9c4)
+set(keyrow_sparkle_advice "Download Sparkle 2.6.4 yourself, unpack it, and configure again with \
+-DKEYROW_SPARKLE_DIR=FOLDER, where FOLDER holds Sparkle.framework.")
+
+# keyrow_fetch_sparkle(FOLDER)
+#
+# Leaves the unpacked release in the folder.
+function(keyrow_fetch_sparkle folder)
+  set(archive "${folder}.zip")
+  message(STATUS "Fetching Sparkle from ${KEYROW_SPARKLE_URL}")
+  file(DOWNLOAD "${KEYROW_SPARKLE_URL}" "${archive}" STATUS status TLS_VERIFY ON)
+  list(POP_FRONT status code text)
+  if(NOT code EQUAL 0)
+    file(REMOVE "${archive}")
+    message(FATAL_ERROR "Sparkle could not be fetched from ${KEYROW_SPARKLE_URL}: ${text}. "
+      "${keyrow_sparkle_advice}")
+  endif()
+  file(SHA256 "${archive}" sha256)
+  if(NOT sha256 STREQUAL keyrow_sparkle_sha256)
+    file(REMOVE "${archive}")
+    message(FATAL_ERROR "What came from ${KEYROW_SPARKLE_URL} is not Sparkle 2.6.4: its SHA-256 is "
+      "${sha256} and not ${keyrow_sparkle_sha256}. ${keyrow_sparkle_advice}")
+  endif()
+  # Under another name first, so that a half unpacked folder is never taken for a whole one.
+  file(REMOVE_RECURSE "${folder}.part")
+  # Apple's own tool keeps what the signatures inside cover.
+  execute_process(COMMAND ditto -x -k "${archive}" "${folder}.part" COMMAND_ERROR_IS_FATAL ANY)
+  file(RENAME "${folder}.part" "${folder}")
+endfunction()
+
+if(KEYROW_SPARKLE_DIR)
+  set(KEYROW_SPARKLE_FRAMEWORK "${KEYROW_SPARKLE_DIR}/Sparkle.framework")
+  if(NOT EXISTS "${KEYROW_SPARKLE_FRAMEWORK}")
+    message(FATAL_ERROR "There is no Sparkle.framework in \"${KEYROW_SPARKLE_DIR}\". "
+      "${keyrow_sparkle_advice}")
+  endif()
+elseif(CMAKE_CROSSCOMPILING)
+  set(KEYROW_SPARKLE_FRAMEWORK "")
+else()
+  set(keyrow_sparkle_release "${CMAKE_BINARY_DIR}/Sparkle-2.6.4")
+  if(NOT EXISTS "${keyrow_sparkle_release}")
+    keyrow_fetch_sparkle("${keyrow_sparkle_release}")
+  endif()
+  set(KEYROW_SPARKLE_FRAMEWORK
+    "${keyrow_sparkle_release}/Sparkle.xcframework/macos-arm64_x86_64/Sparkle.framework")
+endif()
