@@ -1,5 +1,7 @@
 #include "sim/Faults.h"
 
+#include <utility>
+
 namespace keyrow::sim {
 
 void Faults::fail(PortCall call, std::uint64_t times, std::uint64_t passing) {
@@ -7,15 +9,15 @@ void Faults::fail(PortCall call, std::uint64_t times, std::uint64_t passing) {
   plans[static_cast<std::size_t>(call)] = {passing, times};
 }
 
-void Faults::failOverallCall(std::uint64_t number) {
+void Faults::failOverallCalls(std::set<std::uint64_t> numbers) {
   const std::scoped_lock guard{mutex};
-  failingOverallCall = number;
+  failingOverallCalls = std::move(numbers);
 }
 
 void Faults::clear() {
   const std::scoped_lock guard{mutex};
   plans = {};
-  failingOverallCall = 0;
+  failingOverallCalls.clear();
 }
 
 bool Faults::strikes(PortCall call) {
@@ -28,7 +30,7 @@ bool Faults::strikes(PortCall call) {
     if (plan.failing != always) --plan.failing;
     return true;
   }
-  return overallCount == failingOverallCall;
+  return failingOverallCalls.contains(overallCount);
 }
 
 std::uint64_t Faults::overallCallCount() const {

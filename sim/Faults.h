@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <mutex>
+#include <set>
 
 #include "sim/PortCall.h"
 
@@ -18,9 +19,8 @@ class Faults {
   /// Lets the next `times` calls fail, after `passing` calls that still work.
   void fail(PortCall call, std::uint64_t times, std::uint64_t passing = 0);
 
-  /// Lets just the n-th call of all fail, counted from 1 and from the start of the
-  /// machine; 0 for none.
-  void failOverallCall(std::uint64_t number);
+  /// Lets just these calls of all fail, counted from 1 and from the start of the machine.
+  void failOverallCalls(std::set<std::uint64_t> numbers);
 
   /// Lets every call work again.
   void clear();
@@ -41,7 +41,7 @@ class Faults {
   mutable std::mutex mutex;
   std::array<Plan, portCalls.size()> plans{};
   std::uint64_t overallCount = 0;
-  std::uint64_t failingOverallCall = 0;
+  std::set<std::uint64_t> failingOverallCalls;
 };
 
 }  // namespace keyrow::sim

@@ -22,6 +22,7 @@ std::uint64_t SimulatedMac::machAbsoluteTime() const {
 
 bool SimulatedMac::strikes(PortCall call) {
   trace.add(info(call).name);
+  crashPoints.pass();
   if (!faults.strikes(call)) return false;
   timeline.add(TimelineEvent::Kind::fault,
                std::string{info(call).name} + ": " + std::string{info(call).failure});

@@ -11,6 +11,7 @@
 #include "platform/EventPoster.h"
 #include "platform/KeyEvent.h"
 #include "sim/Applications.h"
+#include "sim/CrashPoints.h"
 #include "sim/DistributedNotifications.h"
 #include "sim/EventTapServer.h"
 #include "sim/Faults.h"
@@ -39,6 +40,7 @@ class SimulatedMac {
   Scheduler scheduler;
   Timeline timeline{scheduler};
   Faults faults;
+  CrashPoints crashPoints;
   OpenHandles openHandles;
   HidHardware hid{timeline};
   /// Domain "NSGlobalDomain".

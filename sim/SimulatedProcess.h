@@ -66,6 +66,7 @@ class SimulatedProcess {
   /// Does not answer from now on, until `resume`.
   void hang(Hang behaviour);
   void resume();
+  bool isHanging() const { return hang_.has_value(); }
 
  private:
   struct Contents {

@@ -24,6 +24,9 @@ const std::map<std::string, std::set<std::string>> mayInclude{
     {"platform/macos", {"app", "ui", "input", "core", "platform"}},
     {"sim", {"app", "ui", "input", "core", "platform"}},
     {"bench", {"sim", "app", "ui", "input", "core", "platform"}},
+    {"reliability/random",
+     {"reliability", "sim/scenario", "sim", "app", "ui", "input", "core", "platform"}},
+    {"reliability", {"sim/scenario", "sim", "app", "ui", "input", "core", "platform"}},
     {"sim/scenario", {"sim", "app", "ui", "input", "core", "platform"}},
 };
 
@@ -89,7 +92,7 @@ TEST(HouseTest, OnlyTheMacRoomIncludesApplesHeaders) {
     for (const auto& file : sourcesOf(room)) {
       for (const auto& include : includesOf(file)) {
         if (!std::regex_search(include, apple)) continue;
-        EXPECT_EQ(room, "platform/macos") << file << " includes " << include;
+        EXPECT_TRUE(room.starts_with("platform/macos")) << file << " includes " << include;
         macRoomDoes = true;
       }
     }

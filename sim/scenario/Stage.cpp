@@ -30,9 +30,9 @@ bool Stage::isRunning(OpenHandles::ProcessID processID) {
   });
 }
 
-void Stage::launchKeyrow() {
+SimulatedProcess& Stage::startKeyrow() {
   processes.push_back(std::make_unique<SimulatedProcess>(mac, ++lastProcessID));
-  processes.back()->launch();
+  return *processes.back();
 }
 
 void Stage::changeKey(const std::string& keyboard, const NamedKey& key, bool isDown) {

@@ -26,8 +26,11 @@ class Stage {
   int runningCount();
   bool isRunning(OpenHandles::ProcessID processID);
 
+  /// Makes one more process for Keyrow, which does nothing yet.
+  SimulatedProcess& startKeyrow();
+
   /// Starts one more Keyrow.
-  void launchKeyrow();
+  void launchKeyrow() { startKeyrow().launch(); }
 
   /// A key goes down or comes up: the keyboard of that name, unless it is "none", sends an
   /// input, and a key event follows.

@@ -64,7 +64,7 @@ TEST_F(FaultsTest, ANewPlanReplacesTheOldOne) {
 }
 
 TEST_F(FaultsTest, LetsJustOneOfAllCallsFail) {
-  faults.failOverallCall(3);
+  faults.failOverallCalls({3});
   EXPECT_FALSE(faults.strikes(PortCall::findService));
   EXPECT_FALSE(faults.strikes(PortCall::openConnection));
   EXPECT_TRUE(faults.strikes(PortCall::setHidParameter));
@@ -75,9 +75,9 @@ TEST_F(FaultsTest, CountsCallsFromTheStart) {
   strikes(PortCall::findService, 5);
   EXPECT_EQ(faults.overallCallCount(), 5U);
   // Already past.
-  faults.failOverallCall(5);
+  faults.failOverallCalls({5});
   EXPECT_FALSE(faults.strikes(PortCall::findService));
-  faults.failOverallCall(7);
+  faults.failOverallCalls({7});
   EXPECT_TRUE(faults.strikes(PortCall::findService));
   EXPECT_EQ(faults.overallCallCount(), 7U);
 }
@@ -89,14 +89,14 @@ TEST_F(FaultsTest, FailingCallsCountToo) {
 }
 
 TEST_F(FaultsTest, ZeroStandsForNoneOfAllCalls) {
-  faults.failOverallCall(2);
-  faults.failOverallCall(0);
+  faults.failOverallCalls({2});
+  faults.failOverallCalls({});
   EXPECT_THAT(strikes(PortCall::findService, 3), ElementsAre(false, false, false));
 }
 
 TEST_F(FaultsTest, ClearingLetsEveryCallWorkButGoesOnCounting) {
   faults.fail(PortCall::findService, Faults::always);
-  faults.failOverallCall(3);
+  faults.failOverallCalls({3});
   EXPECT_TRUE(faults.strikes(PortCall::findService));
   faults.clear();
   EXPECT_THAT(strikes(PortCall::findService, 3), ElementsAre(false, false, false));

@@ -4,14 +4,14 @@
 
 #include "sim/scenario/Stage.h"
 
-namespace keyrow::sim {
+namespace keyrow::reliability {
 
 /// What is held open that should be closed or released; empty when there is nothing.
-std::string leaks(Stage& stage);
+std::string leaks(sim::Stage& stage);
 
 /// Quits Keyrow, where it runs, with nothing to disturb it. Then says what is wrong when
 /// keyboard or system preference are not in the stored global mode, or something is left
 /// open; empty when all is well.
-std::string problemAfterQuit(Stage& stage);
+std::string problemAfterQuit(sim::Stage& stage);
 
-}  // namespace keyrow::sim
+}  // namespace keyrow::reliability

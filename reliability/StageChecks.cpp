@@ -1,16 +1,16 @@
-#include "tests/StageChecks.h"
+#include "reliability/StageChecks.h"
 
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/ScenarioPlayer.h"
 
-namespace keyrow::sim {
+namespace keyrow::reliability {
 
-std::string leaks(Stage& stage) {
-  const auto expectation = parseLine("expect leaks none", 1);
-  return playStep(**expectation, stage).message;
+std::string leaks(sim::Stage& stage) {
+  const auto expectation = sim::parseLine("expect leaks none", 1);
+  return sim::playStep(**expectation, stage).message;
 }
 
-std::string problemAfterQuit(Stage& stage) {
+std::string problemAfterQuit(sim::Stage& stage) {
   stage.mac.faults.clear();
   if (!stage.process()) return {};
   while (auto* process = stage.process()) {
@@ -32,4 +32,4 @@ std::string problemAfterQuit(Stage& stage) {
   return leaks(stage);
 }
 
-}  // namespace keyrow::sim
+}  // namespace keyrow::reliability

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "reliability/ModeModel.h"
+#include "sim/scenario/Scenario.h"
+#include "sim/scenario/Stage.h"
+
+namespace keyrow::reliability {
+
+/// Plays lines of the scenario language one after the other, and holds Keyrow to its
+/// promises after each: what is stored was written once; the status item shows what was last
+/// written or read; whoever goes leaves the global mode behind; nothing stays open; the tap
+/// lives, or somebody has said why not. As long as nothing happens that `ModeModel` does not
+/// know, everything is as that says, too.
+class Session {
+ public:
+  Session();
+
+  sim::Stage stage;
+
+  /// From now on things fail that the model does not know.
+  void disturb() { hasUnknownFault = true; }
+
+  /// Plays a line. Gives what is wrong afterwards; empty when all is well. A line that
+  /// cannot be carried out as things stand changes nothing, and Keyrow may be killed in the
+  /// middle of one.
+  std::string play(const std::string& line);
+  std::string play(const sim::Step& step);
+
+  /// Lets everything work again, and quits. Gives what is wrong afterwards.
+  std::string end();
+
+  /// How many lines were compared with the model.
+  std::size_t comparedCount() const { return comparedCount_; }
+
+ private:
+  /// What there was before a line, as far as its rules need it.
+  struct Before {
+    ModeModel::State state;
+    std::optional<sim::OpenHandles::ProcessID> runningProcess;
+    int runningCount = 0;
+    std::size_t writtenCount = 0;
+    bool isTapWorking = false;
+    bool isAsleep = false;
+    std::size_t alertCount = 0;
+  };
+
+  Before look();
+  ModeModel::State actualState();
+  bool isDisturbed();
+  /// Lets the model do what the line says; false when it does not know the line.
+  bool tellModel(const std::string& line, const Before& before);
+  bool followFrontmost();
+  void adoptActual(bool isSwitch);
+  std::string compareWithModel();
+
+  std::string wrongStorage(const std::string& line, const Before& before);
+  std::string wrongImage();
+  std::string wrongFarewell(const Before& before);
+  std::string wrongTap(const std::string& line, const Before& before);
+  bool hasLogged(std::string_view beginning);
+
+  ModeModel model;
+  std::size_t comparedCount_ = 0;
+  /// Something fails in a way that the model does not know, until the next repair.
+  bool hasUnknownFault = false;
+  /// Keyrow may know another previous application than the model.
+  bool isPreviousUncertain = false;
+  /// A failed reading is tried again later, and may change what is shown.
+  bool isShownUncertain = false;
+  /// The process whose tap has worked, and has no excuse for not working.
+  std::optional<sim::OpenHandles::ProcessID> tapOwner;
+};
+
+}  // namespace keyrow::reliability

@@ -1,0 +1,159 @@
+#include "reliability/random/SessionLines.h"
+
+#include <rapidcheck.h>
+
+#include <array>
+#include <ostream>
+#include <string_view>
+
+#include "reliability/Session.h"
+#include "sim/PortCall.h"
+
+namespace keyrow::reliability {
+
+namespace {
+
+/// How every session begins.
+constexpr std::array<std::string_view, 5> beginning{
+    "install com.example.one", "install com.example.two",
+    "keyboard internal built-in=true transport=SPI",
+    "keyboard usb vendor=0x046d product=\"G Pro\" transport=USB built-in=false", "launch keyrow"};
+
+using Text = rc::Gen<std::string>;
+
+Text oneOf(std::vector<std::string> texts) { return rc::gen::elementOf(std::move(texts)); }
+
+Text before(Text text, std::string what) {
+  return rc::gen::map(std::move(text),
+                      [what = std::move(what)](const std::string& end) { return what + end; });
+}
+
+Text behind(Text text, std::string what) {
+  return rc::gen::map(std::move(text),
+                      [what = std::move(what)](const std::string& start) { return start + what; });
+}
+
+Text app() {
+  return oneOf(
+      {"com.apple.finder", "com.apple.SystemSettings", "com.example.one", "com.example.two"});
+}
+
+Text mode() { return oneOf({"special", "standard"}); }
+
+Text portCall() {
+  std::vector<std::string> names;
+  for (const auto& call : sim::portCalls) names.emplace_back(call.name);
+  return oneOf(std::move(names));
+}
+
+/// Something that the user does, or that the system does to Keyrow.
+Text userLine() {
+  return rc::gen::weightedOneOf<std::string>(
+      {{8, before(app(), "front ")},
+       {1, rc::gen::just(std::string{"front none"})},
+       {4, oneOf({"toggle override", "toggle global", "clear override"})},
+       {2, before(mode(), "set global ")},
+       {2, rc::gen::map(rc::gen::pair(mode(), app()),
+                        [](const auto& pair) {
+                          return "set override " + pair.first + " for " + pair.second;
+                        })},
+       {4, rc::gen::map(
+               rc::gen::pair(oneOf({"fn+escape", "fn+`", "escape", "f1", "f5", "f12",
+                                    "left-control+escape", "a", "fn+f5"}),
+                             oneOf({"internal", "usb", "none"})),
+               [](const auto& pair) { return "press " + pair.first + " on " + pair.second; })},
+       {2, before(mode(), "system-settings ")},
+       {1, before(mode(), "hardware ")},
+       {1, oneOf({"hardware HIDFKeyMode=2", "hardware HIDParameters=none"})},
+       {1, before(app(), "uninstall ")},
+       {2, before(app(), "install ")},
+       {1, oneOf({"keyboard internal built-in=true transport=SPI",
+                  "keyboard usb vendor=0x046d product=\"G Pro\" transport=USB built-in=false",
+                  "unplug internal", "unplug usb"})},
+       {3, oneOf({"wait 1ms", "wait 120ms", "wait 0.35s", "wait 2s", "wait 10min"})},
+       {3, oneOf({"launch keyrow", "quit keyrow", "kill keyrow", "reopen keyrow"})},
+       {5, oneOf({"click",
+                  "click right",
+                  "close menu",
+                  "choose \"Use F1-F12 by Default\"",
+                  "choose \"Use Media & System Controls by Default\"",
+                  "choose \"Use F1-F12 in This App Only\"",
+                  "choose \"Use Media & System Controls in This App Only\"",
+                  "choose \"Settings…\"",
+                  "choose \"Quit\"",
+                  "close window",
+                  "tab About",
+                  "tab General",
+                  "click \"Quit\"",
+                  "click \"Launch at login\"",
+                  "click \"Show Caps Lock indicator\"",
+                  "click \"Report a Bug\"",
+                  "click \"Check for Updates\"",
+                  "click \"Accessibility Permission\"",
+                  "click \"Apply Fn function to non-Apple vendor external F keys\"",
+                  "click \"Include enhanced diagnostics in logs\""})},
+       {2, oneOf({"setting caps-lock-indicator on", "setting caps-lock-indicator off",
+                  "setting external-keys on", "setting external-keys off",
+                  "setting enhanced-diagnostics on", "setting fn-replacement none"})},
+       {3, oneOf({"sleep", "wake"})},
+       {2, oneOf({"grant accessibility", "revoke accessibility", "grant input-monitoring",
+                  "revoke input-monitoring"})},
+       {1, oneOf({"caps-lock on", "caps-lock off on internal", "caps-lock on on usb"})},
+       {1, oneOf({"disable tap timeout", "disable tap user-input", "disable tap silently"})},
+       {1, oneOf({"post takeover targetPID=501", "post takeover targetPID=502",
+                  "post takeover targetPID=\"501\"", "post takeover"})}});
+}
+
+/// Something that goes wrong in a way that the model knows, or that is mended.
+Text knownFault() {
+  return rc::gen::weightedOneOf<std::string>(
+      {{1, oneOf({"fail find-service always", "fail read-service-property always",
+                  "fail open-connection always", "fail set-hid-parameter always"})},
+       {2, rc::gen::just(std::string{"repair"})}});
+}
+
+/// Something else that goes wrong.
+Text otherFault() {
+  return rc::gen::weightedOneOf<std::string>(
+      {{4, before(portCall(), "fail ")},
+       {2, behind(before(portCall(), "fail "), " always")},
+       {4, rc::gen::just(std::string{"repair"})},
+       {1, oneOf({"hang keyrow", "hang keyrow unreachable", "hang keyrow unstoppable"})},
+       {2, rc::gen::just(std::string{"resume keyrow"})}});
+}
+
+rc::Gen<SessionLines> session() {
+  // Half of the sessions stay within what the model knows, so that it has a say in all of
+  // them.
+  return rc::gen::mapcat(rc::gen::arbitrary<bool>(), [](bool isWithinModel) {
+    auto line = rc::gen::weightedOneOf<std::string>(
+        {{12, userLine()}, {1, knownFault()}, {isWithinModel ? 0U : 3U, otherFault()}});
+    return rc::gen::map(
+        rc::gen::container<std::vector<std::string>>(std::move(line)),
+        [](std::vector<std::string> lines) { return SessionLines{std::move(lines)}; });
+  });
+}
+
+}  // namespace
+
+void showValue(const SessionLines& session, std::ostream& out) {
+  out << "# A session in which Keyrow broke a promise.\n\n";
+  for (const auto line : beginning) out << line << '\n';
+  for (const auto& line : session.lines) out << line << '\n';
+}
+
+std::size_t playRandomSession() {
+  const auto lines = (*session()).lines;
+  Session session;
+  const auto play = [&](const std::string& line) {
+    const auto problem = session.play(line);
+    if (!problem.empty()) RC_FAIL("after \"" + line + "\": " + problem);
+  };
+  for (const auto line : beginning) play(std::string{line});
+  for (const auto& line : lines) play(line);
+  const auto problem = session.end();
+  if (!problem.empty()) RC_FAIL("at the end: " + problem);
+  return beginning.size() + lines.size();
+}
+
+}  // namespace keyrow::reliability

@@ -1,0 +1,86 @@
+#include "reliability/random/Soak.h"
+
+#include <rapidcheck.h>
+#include <rapidcheck/detail/TestListener.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <iostream>
+
+#include "reliability/random/SessionLines.h"
+
+namespace keyrow::reliability {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// Tells on a terminal how far it is.
+class Progress {
+ public:
+  explicit Progress(std::uint64_t target) : target_{target} {}
+
+  void add(std::size_t lines) {
+    done_ += lines;
+    if (!isTerminal || Clock::now() - shown < std::chrono::milliseconds{200}) return;
+    shown = Clock::now();
+    std::cerr << '\r' << done_ << " of " << target_ << " steps, " << rate() << " a second "
+              << std::flush;
+  }
+
+  void finish() const {
+    if (isTerminal) std::cerr << "\r\033[K";
+  }
+
+  std::uint64_t done() const { return done_; }
+  std::uint64_t rate() const {
+    const std::chrono::duration<double> elapsed = Clock::now() - start;
+    return static_cast<std::uint64_t>(static_cast<double>(done_) / elapsed.count());
+  }
+
+ private:
+  const std::uint64_t target_;
+  const bool isTerminal = isatty(STDERR_FILENO) != 0;
+  const Clock::time_point start = Clock::now();
+  Clock::time_point shown = start;
+  std::uint64_t done_ = 0;
+};
+
+/// Hears of everything, and tells nobody.
+class SilentListener final : public rc::detail::TestListener {
+ public:
+  void onTestCaseFinished(const rc::detail::CaseDescription& /*description*/) override {}
+  void onShrinkTried(const rc::detail::CaseDescription& /*shrink*/, bool /*accepted*/) override {}
+  void onTestFinished(const rc::detail::TestMetadata& /*metadata*/,
+                      const rc::detail::TestResult& /*result*/) override {}
+};
+
+constexpr int sessionsPerBatch = 200;
+
+}  // namespace
+
+bool soak(std::uint64_t steps, std::uint64_t seed) {
+  Progress progress{steps};
+  SilentListener listener;
+  const auto property = rc::detail::toProperty([&progress] { progress.add(playRandomSession()); });
+  std::uint64_t sessions = 0;
+  for (auto batch = seed; progress.done() < steps; ++batch) {
+    // Short sessions first, up to lists of 100 lines.
+    rc::detail::TestParams params;
+    params.seed = batch;
+    params.maxSuccess = sessionsPerBatch;
+    const auto result = rc::detail::checkProperty(property, {}, params, listener);
+    if (!result.is<rc::detail::SuccessResult>()) {
+      progress.finish();
+      rc::detail::printResultMessage(result, std::cout);
+      std::cout << "\nAfter " << progress.done() << " steps, with seed " << batch << ".\n";
+      return false;
+    }
+    sessions += sessionsPerBatch;
+  }
+  progress.finish();
+  std::cout << progress.done() << " steps in " << sessions << " sessions from seed " << seed
+            << ", no promise broken (" << progress.rate() << " steps a second).\n";
+  return true;
+}
+
+}  // namespace keyrow::reliability
