@@ -22,6 +22,7 @@ const std::map<std::string, std::set<std::string>> mayInclude{
     {"ui", {"input", "core", "platform"}},
     {"app", {"ui", "input", "core", "platform"}},
     {"platform/macos", {"app", "ui", "input", "core", "platform"}},
+    {"platform/macos/tests", {"platform/macos", "tests", "app", "ui", "input", "core", "platform"}},
     {"sim", {"app", "ui", "input", "core", "platform"}},
     {"bench", {"sim", "app", "ui", "input", "core", "platform"}},
     {"reliability/random",

@@ -2,7 +2,12 @@
 
 #include "platform/EventMonitors.h"
 
+@class NSEvent;
+
 namespace keyrow::macos {
+
+/// The key that a key-down event tells of.
+KeyDown keyDown(NSEvent* event);
 
 /// `EventMonitors` on `NSEvent`.
 class MacEventMonitors final : public EventMonitors {

@@ -18,6 +18,11 @@ Registration registrationOf(id monitor) {
 
 }  // namespace
 
+KeyDown keyDown(NSEvent* event) {
+  return {.keyCode = event.keyCode,
+          .charactersIgnoringModifiers = optionalText(event.charactersIgnoringModifiers)};
+}
+
 Registration MacEventMonitors::addGlobalFlagsMonitor(std::function<void()> handler) {
   return registrationOf([NSEvent addGlobalMonitorForEventsMatchingMask:NSEventMaskFlagsChanged
                                                                handler:^(NSEvent*) {
@@ -34,16 +39,14 @@ Registration MacEventMonitors::addLocalFlagsMonitor(std::function<void()> handle
 }
 
 Registration MacEventMonitors::addLocalKeyDownMonitor(std::function<bool(const KeyDown&)> handler) {
-  return registrationOf([NSEvent
-      addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
-                                   handler:^NSEvent*(NSEvent* event) {
-                                     // The handler may remove this very monitor.
-                                     const auto call = handler;
-                                     const KeyDown key{.keyCode = event.keyCode,
-                                                       .charactersIgnoringModifiers = optionalText(
-                                                           event.charactersIgnoringModifiers)};
-                                     return call(key) ? nil : event;
-                                   }]);
+  return registrationOf([NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
+                                                              handler:^NSEvent*(NSEvent* event) {
+                                                                // It may remove this monitor.
+                                                                const auto call = handler;
+                                                                const bool consumes =
+                                                                    call(keyDown(event));
+                                                                return consumes ? nil : event;
+                                                              }]);
 }
 
 }  // namespace keyrow::macos

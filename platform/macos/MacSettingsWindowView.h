@@ -27,6 +27,9 @@ class MacSettingsWindowView final : public SettingsWindowView {
   void bringToFront() override;
   void setFixedContentSize(ContentSize size) override;
 
+  /// The window; nil before it is created.
+  NSWindow* window() const { return controller.window; }
+
  private:
   const MacGeneralView& general_;
   const MacAboutView& about_;

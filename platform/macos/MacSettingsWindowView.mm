@@ -52,21 +52,19 @@ void MacSettingsWindowView::create(SettingsWindowActions& actions) {
                 panes:@[ general_.viewController(), about_.viewController() ]];
 }
 
-bool MacSettingsWindowView::hasWindow() { return controller.window != nil; }
+bool MacSettingsWindowView::hasWindow() { return window() != nil; }
 
 void MacSettingsWindowView::bringToFront() {
-  NSWindow* const window = controller.window;
-  [window orderFrontRegardless];
-  [window makeKeyAndOrderFront:nil];
-  [window makeMainWindow];
+  [window() orderFrontRegardless];
+  [window() makeKeyAndOrderFront:nil];
+  [window() makeMainWindow];
 }
 
 void MacSettingsWindowView::setFixedContentSize(ContentSize size) {
-  NSWindow* const window = controller.window;
   const NSSize contentSize = NSMakeSize(size.width, size.height);
-  window.contentSize = contentSize;
-  window.contentMinSize = contentSize;
-  window.contentMaxSize = contentSize;
+  window().contentSize = contentSize;
+  window().contentMinSize = contentSize;
+  window().contentMaxSize = contentSize;
 }
 
 }  // namespace keyrow::macos

@@ -81,7 +81,9 @@ std::expected<std::vector<LogEntry>, SystemError> MacSystemLog::entriesSince(
   std::vector<LogEntry> lines;
   for (OSLogEntry* entry in entries) {
     @autoreleasepool {
-      if (![entry isKindOfClass:OSLogEntryLog.class]) continue;
+      // The position is only a hint to some versions of macOS.
+      const bool isOlder = timePoint(entry.date) < date;
+      if (isOlder || ![entry isKindOfClass:OSLogEntryLog.class]) continue;
       lines.push_back(logEntry((OSLogEntryLog*)entry));
     }
   }

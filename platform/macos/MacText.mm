@@ -11,6 +11,17 @@ namespace keyrow::macos {
 
 namespace {
 
+/// Whether the text at this place goes on with the character before it although Foundation
+/// may begin another one: a line feed after a carriage return, and a joiner.
+bool continuesCharacter(NSString* string, NSUInteger location) {
+  constexpr unichar zeroWidthJoiner = 0x200D;
+  if (location == 0) return false;
+  const unichar here = [string characterAtIndex:location];
+  const unichar before = [string characterAtIndex:location - 1];
+  if (here == '\n') return before == '\r';
+  return here == zeroWidthJoiner && before != '\n' && before != '\r';
+}
+
 /// Where each character starts, and at last where the string ends. Where a character
 /// starts may depend on all that precedes it, so this reads from the start.
 std::vector<NSUInteger> characterBoundaries(NSString* string) {
@@ -19,6 +30,7 @@ std::vector<NSUInteger> characterBoundaries(NSString* string) {
                              options:NSStringEnumerationByComposedCharacterSequences |
                                      NSStringEnumerationSubstringNotRequired
                           usingBlock:^(NSString*, NSRange range, NSRange, BOOL*) {
+                            if (continuesCharacter(string, range.location)) return;
                             boundaries.push_back(range.location);
                           }];
   boundaries.push_back(string.length);

@@ -10,10 +10,11 @@
 #include "platform/Registration.h"
 #include "platform/UserDefaults.h"
 
-/// Observes Keyrow's keys in the standard user defaults.
+/// Observes Keyrow's keys in user defaults.
 @interface KeyrowDefaultsObserver : NSObject
 /// `changeCount` has to outlive the observer.
-- (instancetype)initWithChangeCount:(std::atomic<std::uint64_t>&)changeCount;
+- (instancetype)initWithDefaults:(NSUserDefaults*)defaults
+                     changeCount:(std::atomic<std::uint64_t>&)changeCount;
 - (void)invalidate;
 @end
 
@@ -22,7 +23,7 @@ namespace keyrow::macos {
 /// `UserDefaults` on `NSUserDefaults`.
 class MacUserDefaults final : public UserDefaults {
  public:
-  MacUserDefaults();
+  explicit MacUserDefaults(NSUserDefaults* defaults = NSUserDefaults.standardUserDefaults);
   ~MacUserDefaults() override;
 
   std::uint64_t changeCount() override { return changeCount_; }
@@ -31,6 +32,7 @@ class MacUserDefaults final : public UserDefaults {
   void removeObject(std::string_view key) override;
 
  private:
+  NSUserDefaults* const defaults_;
   std::atomic<std::uint64_t> changeCount_{0};
   /// Counts the changes of other processes, too, which the notification of a change leaves
   /// out.

@@ -5,26 +5,25 @@
 #include "platform/macos/NotificationObserver.h"
 
 @implementation KeyrowDefaultsObserver {
+  NSUserDefaults* _defaults;
   std::atomic<std::uint64_t>* _changeCount;
 }
 
-- (instancetype)initWithChangeCount:(std::atomic<std::uint64_t>&)changeCount {
+- (instancetype)initWithDefaults:(NSUserDefaults*)defaults
+                     changeCount:(std::atomic<std::uint64_t>&)changeCount {
   self = [super init];
   if (!self) return nil;
+  _defaults = defaults;
   _changeCount = &changeCount;
   for (const auto key : keyrow::settingsKey::all) {
-    [NSUserDefaults.standardUserDefaults addObserver:self
-                                          forKeyPath:keyrow::macos::nsString(key)
-                                             options:0
-                                             context:nullptr];
+    [_defaults addObserver:self forKeyPath:keyrow::macos::nsString(key) options:0 context:nullptr];
   }
   return self;
 }
 
 - (void)invalidate {
   for (const auto key : keyrow::settingsKey::all) {
-    [NSUserDefaults.standardUserDefaults removeObserver:self
-                                             forKeyPath:keyrow::macos::nsString(key)];
+    [_defaults removeObserver:self forKeyPath:keyrow::macos::nsString(key)];
   }
 }
 
@@ -39,8 +38,9 @@
 
 namespace keyrow::macos {
 
-MacUserDefaults::MacUserDefaults()
-    : observer{[[KeyrowDefaultsObserver alloc] initWithChangeCount:changeCount_]},
+MacUserDefaults::MacUserDefaults(NSUserDefaults* defaults)
+    : defaults_{defaults},
+      observer{[[KeyrowDefaultsObserver alloc] initWithDefaults:defaults changeCount:changeCount_]},
       changeObserver{observeNotification(NSNotificationCenter.defaultCenter,
                                          NSUserDefaultsDidChangeNotification, /*queue=*/nil,
                                          [this] { ++changeCount_; })} {}
@@ -48,19 +48,19 @@ MacUserDefaults::MacUserDefaults()
 MacUserDefaults::~MacUserDefaults() { [observer invalidate]; }
 
 std::optional<PropertyValue> MacUserDefaults::object(std::string_view key) {
-  const id object = [NSUserDefaults.standardUserDefaults objectForKey:nsString(key)];
+  const id object = [defaults_ objectForKey:nsString(key)];
   return propertyValue((__bridge CFTypeRef)object);
 }
 
 void MacUserDefaults::setObject(std::string_view key, const PropertyValue& value) {
   const id object = (__bridge_transfer id)cfObject(value).release();
-  [NSUserDefaults.standardUserDefaults setObject:object forKey:nsString(key)];
+  [defaults_ setObject:object forKey:nsString(key)];
   // Whatever was written is to be seen at once.
   ++changeCount_;
 }
 
 void MacUserDefaults::removeObject(std::string_view key) {
-  [NSUserDefaults.standardUserDefaults removeObjectForKey:nsString(key)];
+  [defaults_ removeObjectForKey:nsString(key)];
   ++changeCount_;
 }
 

@@ -1,0 +1,172 @@
+#import <QuartzCore/QuartzCore.h>
+
+#include <cstdint>
+
+#include "platform/Application.h"
+#include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/tests/SettingsWindowFixture.h"
+#include "ui/GeneralLayout.h"
+
+namespace keyrow::macos {
+namespace {
+
+namespace layout = generalLayout;
+
+class GeneralPaneTest : public SettingsWindowFixture {
+ protected:
+  GeneralViewController* pane() { return keyrow.general(); }
+
+  void choose(NSInteger index) {
+    NSPopUpButton* const popup = pane().fnReplacementModifierPopup;
+    [popup selectItemAtIndex:index];
+    [popup sendAction:popup.action to:popup.target];
+  }
+
+  bool isIndicator(NSColor* color) {
+    return CGColorEqualToColor(pane().axPermissionIndicatorView.layer.backgroundColor,
+                               color.CGColor);
+  }
+};
+
+TEST_F(GeneralPaneTest, ShowsEveryControl) {
+  keyrow.createWindow();
+  for (NSView* view in @[
+         pane().axPermissionStack, pane().axPermissionButton, pane().axPermissionIndicatorView,
+         pane().axPermissionHelpButton, pane().permissionHintLabel, pane().loginItemCheckbox,
+         pane().capsLockIndicatorCheckbox, pane().externalFunctionKeysCheckbox,
+         pane().externalFunctionKeysHintLabel, pane().localShortcutLabel,
+         pane().localShortcutButton, pane().resetLocalShortcutButton, pane().localShortcutHintLabel,
+         pane().fnReplacementModifierLabel, pane().fnReplacementModifierPopup,
+         pane().fnReplacementModifierHintLabel, pane().quitButton
+       ]) {
+    expectShown(view, pane().view);
+  }
+}
+
+TEST_F(GeneralPaneTest, HasItsTexts) {
+  keyrow.createWindow();
+  EXPECT_EQ(titleOf(pane().axPermissionButton), layout::permissionButtonTitle);
+  EXPECT_EQ(pane().axPermissionHelpButton.bezelStyle, NSBezelStyleHelpButton);
+  EXPECT_EQ(textOf(pane().permissionHintLabel), layout::permissionHintText);
+  EXPECT_EQ(titleOf(pane().loginItemCheckbox), layout::loginItemTitle);
+  EXPECT_EQ(titleOf(pane().capsLockIndicatorCheckbox), layout::capsLockIndicatorTitle);
+  EXPECT_EQ(titleOf(pane().externalFunctionKeysCheckbox), layout::externalFunctionKeysTitle);
+  EXPECT_EQ(textOf(pane().externalFunctionKeysHintLabel), layout::externalFunctionKeysHintText);
+  EXPECT_EQ(textOf(pane().localShortcutLabel), layout::localShortcutTitle);
+  EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + `");
+  EXPECT_EQ(titleOf(pane().resetLocalShortcutButton), layout::resetTitle);
+  EXPECT_FALSE(pane().resetLocalShortcutButton.enabled);
+  EXPECT_EQ(textOf(pane().localShortcutHintLabel),
+            "Use Fn plus this key to create or toggle an app-specific Fn override for the "
+            "frontmost app with a different Fn mode from the global setting.");
+  EXPECT_EQ(textOf(pane().fnReplacementModifierLabel), layout::fnReplacementTitle);
+  EXPECT_EQ(textOf(pane().fnReplacementModifierHintLabel),
+            "Optional. Choose a modifier key to mirror Fn for Esc and the local app shortcut.");
+  EXPECT_EQ(titleOf(pane().quitButton), layout::quitTitle);
+}
+
+TEST_F(GeneralPaneTest, HasEveryModifierInThePopUp) {
+  keyrow.createWindow();
+  NSPopUpButton* const popup = pane().fnReplacementModifierPopup;
+  const auto items = fnReplacementItems();
+  ASSERT_EQ(popup.itemArray.count, items.size());
+  for (std::size_t index = 0; index < items.size(); ++index) {
+    NSMenuItem* const item = popup.itemArray[index];
+    EXPECT_EQ(item.separatorItem, items[index].isSeparator) << index;
+    if (!items[index].isSeparator) EXPECT_EQ(utf8Text(item.title), items[index].title);
+  }
+  EXPECT_EQ(popup.indexOfSelectedItem, 0);
+}
+
+TEST_F(GeneralPaneTest, ShowsWhatIsSet) {
+  keyrow.accessibility.isTrusted = true;
+  keyrow.loginItem.enabled = true;
+  keyrow.settings().setShowCapsLockIndicator(true);
+  keyrow.settings().setApplyFnModeToExternalFunctionKeys(true);
+  keyrow.settings().setFnReplacementModifier(FnReplacementModifier::leftShift);
+  keyrow.settings().setLocalToggleShortcut({96, "F5", ""});
+  keyrow.createWindow();
+  EXPECT_TRUE(isOn(pane().loginItemCheckbox));
+  EXPECT_TRUE(isOn(pane().capsLockIndicatorCheckbox));
+  EXPECT_TRUE(isOn(pane().externalFunctionKeysCheckbox));
+  EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + F5");
+  EXPECT_TRUE(pane().resetLocalShortcutButton.enabled);
+  EXPECT_EQ(utf8Text(pane().fnReplacementModifierPopup.titleOfSelectedItem), "Left Shift");
+  EXPECT_EQ(textOf(pane().fnReplacementModifierHintLabel),
+            "Use Left Shift with Esc for the global shortcut, or with the local app shortcut "
+            "above.");
+  EXPECT_TRUE(isIndicator(NSColor.systemGreenColor));
+}
+
+TEST_F(GeneralPaneTest, FollowsThePermissionWheneverItIsActivated) {
+  keyrow.createWindow();
+  EXPECT_TRUE(isIndicator(NSColor.systemRedColor));
+  EXPECT_EQ(utf8Text(pane().axPermissionIndicatorView.toolTip),
+            "Accessibility permission not granted. Input Monitoring may also be required.");
+  keyrow.accessibility.isTrusted = true;
+  MacNotificationCenter{}.post(applicationDidBecomeActive);
+  EXPECT_TRUE(isIndicator(NSColor.systemGreenColor));
+  EXPECT_EQ(utf8Text(pane().axPermissionIndicatorView.toolTip),
+            "Accessibility permission granted. Input Monitoring is managed separately.");
+}
+
+TEST_F(GeneralPaneTest, EveryCheckboxSetsItsOwnSetting) {
+  keyrow.createWindow();
+  for (const bool on : {true, false}) {
+    [pane().loginItemCheckbox performClick:nil];
+    EXPECT_EQ(keyrow.loginItem.enabled, on);
+    [pane().capsLockIndicatorCheckbox performClick:nil];
+    EXPECT_EQ(keyrow.settings().showCapsLockIndicator(), on);
+    [pane().externalFunctionKeysCheckbox performClick:nil];
+    EXPECT_EQ(keyrow.settings().applyFnModeToExternalFunctionKeys(), on);
+    EXPECT_EQ(isOn(pane().loginItemCheckbox), on);
+    EXPECT_EQ(isOn(pane().capsLockIndicatorCheckbox), on);
+    EXPECT_EQ(isOn(pane().externalFunctionKeysCheckbox), on);
+  }
+}
+
+TEST_F(GeneralPaneTest, EveryItemOfThePopUpSetsItself) {
+  keyrow.createWindow();
+  const auto items = fnReplacementItems();
+  for (std::size_t index = 0; index < items.size(); ++index) {
+    if (items[index].isSeparator) continue;
+    choose(static_cast<NSInteger>(index));
+    EXPECT_EQ(keyrow.settings().fnReplacementModifier(),
+              fnReplacementModifierFromRawValue(items[index].representedObject));
+    EXPECT_EQ(pane().fnReplacementModifierPopup.indexOfSelectedItem, static_cast<NSInteger>(index));
+  }
+}
+
+TEST_F(GeneralPaneTest, TheShortcutIsRecordedAndReset) {
+  keyrow.settings().setLocalToggleShortcut({96, "F5", ""});
+  keyrow.createWindow();
+  [pane().localShortcutButton performClick:nil];
+  EXPECT_EQ(titleOf(pane().localShortcutButton), "Press any key...");
+  [pane().localShortcutButton performClick:nil];
+  EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + F5");
+  [pane().resetLocalShortcutButton performClick:nil];
+  EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + `");
+  EXPECT_EQ(keyrow.settings().localToggleShortcut(), defaultLocalToggleShortcut());
+  EXPECT_FALSE(pane().resetLocalShortcutButton.enabled);
+}
+
+TEST_F(GeneralPaneTest, TheOtherButtonsDoWhatTheySay) {
+  keyrow.createWindow();
+  [pane().axPermissionButton performClick:nil];
+  ASSERT_EQ(keyrow.workspace.openedURLs.size(), 1U);
+  EXPECT_TRUE(keyrow.workspace.openedURLs[0].starts_with("x-apple.systempreferences:"));
+  [pane().quitButton performClick:nil];
+  EXPECT_EQ(keyrow.application.terminations, 1);
+}
+
+TEST_F(GeneralPaneTest, ThePopoverExplainsThePermissions) {
+  keyrow.createWindow();
+  NSPopover* const popover = pane().axPermissionPopover;
+  EXPECT_EQ(popover.behavior, NSPopoverBehaviorTransient);
+  NSTextField* const label = popover.contentViewController.view.subviews.firstObject;
+  ASSERT_TRUE([label isKindOfClass:NSTextField.class]);
+  EXPECT_EQ(textOf(label), layout::popoverText);
+}
+
+}  // namespace
+}  // namespace keyrow::macos

@@ -1,0 +1,86 @@
+#include "platform/macos/MacEventMonitors.h"
+
+#import <AppKit/AppKit.h>
+#import <Carbon/Carbon.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "core/KeyNames.h"
+#include "core/LocalToggleShortcut.h"
+#include "platform/macos/CFRef.h"
+#include "platform/macos/Conversions.h"
+#include "platform/macos/MacText.h"
+
+namespace keyrow::macos {
+namespace {
+
+static_assert(graveAccentKeyCode == kVK_ANSI_Grave);
+static_assert(escapeKeyCode == kVK_Escape);
+
+/// The key as a monitor hands it on. Making an event takes no permission, unlike posting it.
+KeyDown pressed(CGKeyCode keyCode, CGEventFlags flags = 0) {
+  const auto event = CFRef<CGEventRef>::adopt(
+      CGEventCreateKeyboardEvent(/*source=*/nullptr, keyCode, /*keyDown=*/true));
+  CGEventSetFlags(event.get(), CGEventGetFlags(event.get()) | flags);
+  return keyDown([NSEvent eventWithCGEvent:event.get()]);
+}
+
+LocalToggleShortcut shortcut(const KeyDown& key) {
+  MacText text;
+  return makeLocalToggleShortcut(key.keyCode, key.charactersIgnoringModifiers, text);
+}
+
+struct SpecialKey {
+  int keyCode;
+  std::string characters;
+};
+
+class SpecialKeyTest : public ::testing::TestWithParam<SpecialKey> {};
+
+/// Of the keys that do the same in every keyboard layout.
+TEST_P(SpecialKeyTest, BringsItsCharacter) {
+  const auto& [code, characters] = GetParam();
+  const auto keyCode = static_cast<CGKeyCode>(code);
+  EXPECT_EQ(pressed(keyCode).keyCode, keyCode);
+  EXPECT_EQ(pressed(keyCode).charactersIgnoringModifiers, characters);
+  EXPECT_EQ(pressed(keyCode, kCGEventFlagMaskCommand).charactersIgnoringModifiers, characters);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, SpecialKeyTest,
+    ::testing::Values(SpecialKey{kVK_Escape, "\x1B"}, SpecialKey{kVK_Return, "\r"},
+                      SpecialKey{kVK_Tab, "\t"}, SpecialKey{kVK_Space, " "},
+                      SpecialKey{kVK_Delete, "\x7F"}, SpecialKey{kVK_UpArrow, "\uF700"},
+                      SpecialKey{kVK_DownArrow, "\uF701"}, SpecialKey{kVK_LeftArrow, "\uF702"},
+                      SpecialKey{kVK_RightArrow, "\uF703"}, SpecialKey{kVK_F1, "\uF704"},
+                      SpecialKey{kVK_F12, "\uF70F"}, SpecialKey{kVK_ForwardDelete, "\uF728"},
+                      SpecialKey{kVK_Home, "\uF729"}, SpecialKey{kVK_End, "\uF72B"},
+                      SpecialKey{kVK_PageUp, "\uF72C"}, SpecialKey{kVK_PageDown, "\uF72D"}));
+
+TEST(KeyDownTest, EveryKnownKeyHasItsNameWhateverItTypes) {
+  for (const auto& name : keyNames()) {
+    const auto made = shortcut(pressed(name.keyCode));
+    EXPECT_EQ(made.keyCode, name.keyCode);
+    EXPECT_EQ(made.displayName, name.displayName);
+  }
+}
+
+TEST(KeyDownTest, TheArrowsAreNamedAfterTheirDirections) {
+  EXPECT_EQ(shortcut(pressed(kVK_LeftArrow)), (LocalToggleShortcut{123, "Left Arrow", ""}));
+  EXPECT_EQ(shortcut(pressed(kVK_RightArrow)), (LocalToggleShortcut{124, "Right Arrow", ""}));
+  EXPECT_EQ(shortcut(pressed(kVK_DownArrow)), (LocalToggleShortcut{125, "Down Arrow", ""}));
+  EXPECT_EQ(shortcut(pressed(kVK_UpArrow)), (LocalToggleShortcut{126, "Up Arrow", ""}));
+}
+
+TEST(KeyDownTest, EscapeIsNamedByItsCode) {
+  EXPECT_EQ(shortcut(pressed(kVK_Escape)), (LocalToggleShortcut{53, "KeyCode 53", std::nullopt}));
+}
+
+TEST(KeyDownTest, EnterTypesAControlCharacterAndIsNamedByItsCode) {
+  EXPECT_EQ(shortcut(pressed(kVK_ANSI_KeypadEnter)),
+            (LocalToggleShortcut{76, "KeyCode 76", std::nullopt}));
+}
+
+}  // namespace
+}  // namespace keyrow::macos

@@ -1,0 +1,75 @@
+#include "platform/macos/MacHidSystem.h"
+
+#import <Foundation/Foundation.h>
+#include <IOKit/IOKitLib.h>
+#include <IOKit/hidsystem/IOHIDParameter.h>
+#include <IOKit/hidsystem/IOHIDShared.h>
+#include <gtest/gtest.h>
+
+#include "core/FnStateController.h"
+#include "platform/macos/IOObject.h"
+#include "platform/macos/MacGlobalPreferences.h"
+#include "platform/macos/MacSystemLog.h"
+#include "platform/macos/MacUserDefaults.h"
+#include "platform/macos/tests/ThrowAwayDefaults.h"
+
+namespace keyrow::macos {
+namespace {
+
+static_assert(hidSystemClass == kIOHIDSystemClass);
+static_assert(hidParamConnectType == kIOHIDParamConnectType);
+static_assert(capsLockState == kIOHIDCapsLockState);
+static_assert(ioReturnSuccess == kIOReturnSuccess);
+
+class MacHidSystemTest : public ::testing::Test {
+ protected:
+  const IOObject service = IOObject::adopt(
+      IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching(kIOHIDSystemClass)));
+  MacHidSystem hidSystem;
+
+  void SetUp() override {
+    if (!service) GTEST_SKIP() << "This Mac has no HID system, as some virtual ones.";
+  }
+
+  /// The number that the registry holds for the mode; nil when it holds none.
+  NSNumber* registryMode() const {
+    NSDictionary* const parameters = CFBridgingRelease(IORegistryEntryCreateCFProperty(
+        service.get(), CFSTR(kIOHIDParametersKey), kCFAllocatorDefault, kNilOptions));
+    return parameters[@kIOHIDFKeyModeKey];
+  }
+};
+
+TEST_F(MacHidSystemTest, FindsTheServiceAndNoOther) {
+  EXPECT_NE(hidSystem.matchingService(hidSystemClass), nullptr);
+  EXPECT_EQ(hidSystem.matchingService("KeyrowHasNoSuchService"), nullptr);
+}
+
+TEST_F(MacHidSystemTest, ReadsTheModeThatTheRegistryHolds) {
+  MacGlobalPreferences globalPreferences;
+  const ThrowAwayDefaults suite;
+  MacUserDefaults userDefaults{suite.open()};
+  StoredFnStates storedFnStates{userDefaults};
+  MacSystemLog systemLog;
+  const auto logger = systemLog.makeLogger("app.keyrow.Keyrow.mac-tests", "state");
+  FnStateController controller{hidSystem, globalPreferences, storedFnStates, *logger};
+
+  NSNumber* const mode = registryMode();
+  const auto state = controller.readFnState();
+  if (!mode) {
+    // No keyboard with a top row to switch was ever here.
+    ASSERT_FALSE(state.has_value());
+    EXPECT_EQ(state.error(), KeyboardControllerError::readFailed);
+    return;
+  }
+  ASSERT_TRUE(state.has_value());
+  EXPECT_EQ(rawValue(*state), mode.longLongValue);
+}
+
+TEST_F(MacHidSystemTest, HasNoValueForAMissingProperty) {
+  const auto found = hidSystem.matchingService(hidSystemClass);
+  ASSERT_NE(found, nullptr);
+  EXPECT_EQ(found->property("KeyrowHasNoSuchProperty"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace keyrow::macos

@@ -1,0 +1,66 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "app/Keyrow.h"
+#include "platform/macos/MacPlatform.h"
+#include "platform/macos/MacViews.h"
+#include "platform/macos/PreferencesTabViewController.h"
+#include "platform/macos/tests/FakePorts.h"
+
+namespace keyrow::macos {
+
+/// Keyrow with a settings window that nobody sees. All but the fakes is as in the application.
+class OffScreenKeyrow {
+ public:
+  explicit OffScreenKeyrow(NSUserDefaults* defaults) : userDefaults{defaults} {}
+
+  FakeAccessibility accessibility;
+  FakeAlerts alerts;
+  FakeApplication application;
+  FakeFiles files;
+  FakeLoginItem loginItem;
+  FakeMailComposer mailComposer;
+  FakeUpdateFramework updateFramework;
+  FakeUserNotifications userNotifications;
+  FakeWorkspace workspace;
+  MacUserDefaults userDefaults;
+
+  AppSettings& settings() { return keyrow.settings(); }
+
+  void createWindow() {
+    keyrow.settingsWindowController().createWindow();
+    // What does not come into sight is not reported to have.
+    keyrow.settingsWindowController().viewDidAppear();
+    layOut();
+  }
+
+  /// Shows a tab, by its place; false when its pane is not in the window after a while.
+  bool selectTab(NSInteger index);
+
+  NSWindow* window() {
+    return static_cast<MacSettingsWindowView&>(views.views().settingsWindow).window();
+  }
+  PreferencesTabViewController* tabs() {
+    return (PreferencesTabViewController*)window().contentViewController;
+  }
+  GeneralViewController* general() {
+    return static_cast<MacGeneralView&>(views.views().general).viewController();
+  }
+  AboutViewController* about() {
+    return static_cast<MacAboutView&>(views.views().about).viewController();
+  }
+
+ private:
+  Platform platform();
+  void layOut() {
+    [window() layoutIfNeeded];
+    [window().contentView layoutSubtreeIfNeeded];
+  }
+
+  MacPlatform mac;
+  MacViews views;
+  Keyrow keyrow{platform(), views.views()};
+};
+
+}  // namespace keyrow::macos

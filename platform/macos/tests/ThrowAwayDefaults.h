@@ -1,0 +1,24 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+namespace keyrow::macos {
+
+/// User defaults apart from everybody else's: empty at first, and gone with this object.
+class ThrowAwayDefaults {
+ public:
+  ThrowAwayDefaults() { remove(); }
+  ~ThrowAwayDefaults() { remove(); }
+  ThrowAwayDefaults(const ThrowAwayDefaults&) = delete;
+  ThrowAwayDefaults& operator=(const ThrowAwayDefaults&) = delete;
+
+  NSString* suiteName() const { return @"app.keyrow.Keyrow.mac-tests"; }
+
+  /// One more object for the same defaults.
+  NSUserDefaults* open() const { return [[NSUserDefaults alloc] initWithSuiteName:suiteName()]; }
+
+ private:
+  void remove() { [NSUserDefaults.standardUserDefaults removePersistentDomainForName:suiteName()]; }
+};
+
+}  // namespace keyrow::macos
