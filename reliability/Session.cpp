@@ -1,115 +1,16 @@
 #include "reliability/Session.h"
 
 #include <algorithm>
-#include <array>
-#include <functional>
-#include <sstream>
 #include <string_view>
 #include <utility>
 
+#include "reliability/ModelLines.h"
 #include "reliability/StageChecks.h"
 #include "sim/SimulatedMainRunLoop.h"
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/ScenarioPlayer.h"
 
 namespace keyrow::reliability {
-
-namespace {
-
-using Words = std::vector<std::string>;
-
-Words wordsOf(const std::string& line) {
-  std::istringstream in{line};
-  Words words;
-  for (std::string word; in >> word;) words.push_back(std::move(word));
-  return words;
-}
-
-std::optional<FnState> modeNamed(std::string_view name) {
-  if (name == "special") return FnState::special;
-  if (name == "standard") return FnState::standard;
-  return std::nullopt;
-}
-
-/// The faults that the model knows, where they last until the next repair.
-struct KnownFault {
-  std::string_view call;
-  bool preventsReading;
-  bool preventsWriting;
-};
-constexpr std::array<KnownFault, 4> knownFaults{{
-    {"find-service", true, true},
-    {"read-service-property", true, false},
-    {"open-connection", false, true},
-    {"set-hid-parameter", false, true},
-}};
-
-/// The lines that the model knows, by how they begin.
-struct Meaning {
-  std::string_view beginning;
-  void (*happen)(ModeModel&, const Words&);
-};
-constexpr auto nothing = [](ModeModel&, const Words&) {};
-constexpr std::array<Meaning, 40> meanings{{
-    {"kill keyrow", [](ModeModel& model, const Words&) { model.kill(); }},
-    {"front none", [](ModeModel& model, const Words&) { model.switchTo(std::nullopt); }},
-    {"front ", [](ModeModel& model, const Words& words) { model.switchTo(words[1]); }},
-    {"toggle override", [](ModeModel& model, const Words&) { model.toggleOverride(); }},
-    {"toggle global", [](ModeModel& model, const Words&) { model.toggleGlobal(); }},
-    {"clear override", [](ModeModel& model, const Words&) { model.clearOverride(); }},
-    {"set global ",
-     [](ModeModel& model, const Words& words) { model.setGlobal(*modeNamed(words[2])); }},
-    {"set override ",
-     [](ModeModel& model, const Words& words) {
-       model.setOverride(*modeNamed(words[2]), words[4]);
-     }},
-    {"system-settings ",
-     [](ModeModel& model, const Words& words) {
-       model.changeInSystemSettings(*modeNamed(words[1]));
-     }},
-    {"hardware HID", [](ModeModel& model, const Words&) { model.changeInHardware(std::nullopt); }},
-    {"hardware ",
-     [](ModeModel& model, const Words& words) { model.changeInHardware(modeNamed(words[1])); }},
-    {"install ", [](ModeModel& model, const Words& words) { model.installed.insert(words[1]); }},
-    {"uninstall ", [](ModeModel& model, const Words& words) { model.installed.erase(words[1]); }},
-    {"choose \"Use Media & System Controls by Default\"",
-     [](ModeModel& model, const Words&) { model.setGlobal(FnState::special); }},
-    {"choose \"Use F1-F12 by Default\"",
-     [](ModeModel& model, const Words&) { model.setGlobal(FnState::standard); }},
-    {"choose \"Use Media & System Controls in This App Only\"",
-     [](ModeModel& model, const Words&) {
-       if (model.frontmost) model.setOverride(FnState::special, *model.frontmost);
-     }},
-    {"choose \"Use F1-F12 in This App Only\"",
-     [](ModeModel& model, const Words&) {
-       if (model.frontmost) model.setOverride(FnState::standard, *model.frontmost);
-     }},
-    {"choose \"Quit\"", [](ModeModel& model, const Words&) { model.quit(); }},
-    {"choose \"Settings…\"", nothing},
-    {"click right", [](ModeModel& model, const Words&) { model.openMenu(); }},
-    {"click \"Quit\"", [](ModeModel& model, const Words&) { model.quit(); }},
-    {"click \"", nothing},
-    {"click", [](ModeModel& model, const Words&) { model.click(); }},
-    {"close ", nothing},
-    {"sleep", [](ModeModel& model, const Words&) { model.sleep(); }},
-    {"wake", [](ModeModel& model, const Words&) { model.wake(); }},
-    {"quit keyrow", [](ModeModel& model, const Words&) { model.quit(); }},
-    {"reopen keyrow", nothing},
-    {"tab ", nothing},
-    {"wait ", nothing},
-    {"grant ", nothing},
-    {"revoke ", nothing},
-    {"caps-lock ", nothing},
-    {"setting ", nothing},
-    {"keyboard ", nothing},
-    {"unplug ", nothing},
-    {"disable tap ", nothing},
-    {"press fn+escape ", [](ModeModel& model, const Words&) { model.clearOverride(); }},
-    {"press fn+` ", [](ModeModel& model, const Words&) { model.toggleOverride(); }},
-    {"press ", nothing},
-}};
-
-}  // namespace
 
 Session::Session() {
   model.installed = {"com.apple.finder", "com.apple.systempreferences", "com.apple.SystemSettings"};
@@ -139,6 +40,8 @@ std::string Session::play(const sim::Step& step) {
     const bool isDisturbedNow = wasDisturbed || isDisturbed();
     if (!isKnown || isDisturbedNow) {
       adoptActual(/*isSwitch=*/line.starts_with("front ") && !isDisturbedNow);
+    } else {
+      ++comparedCount_;
     }
   }
   for (auto problem : {compareWithModel(), wrongStorage(line, before), wrongImage(),
@@ -189,21 +92,10 @@ bool Session::isDisturbed() {
 }
 
 bool Session::tellModel(const std::string& line, const Before& before) {
-  const auto words = wordsOf(line);
-  if (words[0] == "repair") {
-    hasUnknownFault = false;
-    model.canRead = model.canWrite = true;
-    return true;
-  }
-  if (words[0] == "fail") {
-    const auto known = std::ranges::find(knownFaults, words[1], &KnownFault::call);
-    if (known == knownFaults.end() || words.back() != "always") {
-      hasUnknownFault = true;
-      return false;
-    }
-    model.canRead = model.canRead && !known->preventsReading;
-    model.canWrite = model.canWrite && !known->preventsWriting;
-    return true;
+  if (line == "repair") hasUnknownFault = false;
+  if (line.starts_with("fail ") && !isKnownFault(line)) {
+    hasUnknownFault = true;
+    return false;
   }
   if (line == "launch keyrow") {
     // The older instance hears of it, and goes.
@@ -223,13 +115,9 @@ bool Session::tellModel(const std::string& line, const Before& before) {
   const bool isShortcut = line.starts_with("press fn+escape ") || line.starts_with("press fn+` ");
   if (isShortcut && (!before.isTapWorking || !model.isRunning)) return true;
   if (line.starts_with("front ") && isPreviousUncertain) return false;
-  const auto meaning = std::ranges::find_if(
-      meanings, [&](const Meaning& candidate) { return line.starts_with(candidate.beginning); });
-  if (meaning == meanings.end()) return false;
   // Whoever cannot read now tries again later.
   if (!model.canRead || !model.state.hardware) isShownUncertain = true;
-  meaning->happen(model, words);
-  return true;
+  return happen(line, model);
 }
 
 /// Keyrow comes to the front when it shows its window; false when the model cannot follow.
@@ -253,7 +141,6 @@ void Session::adoptActual(bool isSwitch) {
 }
 
 std::string Session::compareWithModel() {
-  ++comparedCount_;
   auto actual = actualState();
   auto expected = model.state;
   if (isShownUncertain) actual.shown = expected.shown;

@@ -34,7 +34,7 @@ class Session {
   /// Lets everything work again, and quits. Gives what is wrong afterwards.
   std::string end();
 
-  /// How many lines were compared with the model.
+  /// How many lines were carried out of which the model knew what would come.
   std::size_t comparedCount() const { return comparedCount_; }
 
  private:

@@ -142,7 +142,7 @@ void showValue(const SessionLines& session, std::ostream& out) {
   for (const auto& line : session.lines) out << line << '\n';
 }
 
-std::size_t playRandomSession() {
+PlayedLines playRandomSession() {
   const auto lines = (*session()).lines;
   Session session;
   const auto play = [&](const std::string& line) {
@@ -153,7 +153,7 @@ std::size_t playRandomSession() {
   for (const auto& line : lines) play(line);
   const auto problem = session.end();
   if (!problem.empty()) RC_FAIL("at the end: " + problem);
-  return beginning.size() + lines.size();
+  return {.count = beginning.size() + lines.size(), .comparedCount = session.comparedCount()};
 }
 
 }  // namespace keyrow::reliability

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -11,12 +12,18 @@ struct SessionLines {
   std::vector<std::string> lines;
 };
 
+/// How many lines a session had.
+struct PlayedLines {
+  std::size_t count = 0;
+  /// Of them, those of which the model knew what would come.
+  std::size_t comparedCount = 0;
+};
+
 /// Prints the session as a scenario that can be played.
 void showValue(const SessionLines& session, std::ostream& out);
 
 /// Plays a session drawn at random, with RapidCheck, from everything that a user and a
 /// system can do, mixed with faults. For use within a property: a broken promise fails it.
-/// Gives how many lines were played.
-std::size_t playRandomSession();
+PlayedLines playRandomSession();
 
 }  // namespace keyrow::reliability

@@ -19,8 +19,9 @@ class Progress {
  public:
   explicit Progress(std::uint64_t target) : target_{target} {}
 
-  void add(std::size_t lines) {
-    done_ += lines;
+  void add(const PlayedLines& lines) {
+    done_ += lines.count;
+    compared_ += lines.comparedCount;
     if (!isTerminal || Clock::now() - shown < std::chrono::milliseconds{200}) return;
     shown = Clock::now();
     std::cerr << '\r' << done_ << " of " << target_ << " steps, " << rate() << " a second "
@@ -31,6 +32,8 @@ class Progress {
     if (isTerminal) std::cerr << "\r\033[K";
   }
 
+  /// In percent.
+  std::uint64_t comparedShare() const { return compared_ * 100 / done_; }
   std::uint64_t done() const { return done_; }
   std::uint64_t rate() const {
     const std::chrono::duration<double> elapsed = Clock::now() - start;
@@ -43,6 +46,7 @@ class Progress {
   const Clock::time_point start = Clock::now();
   Clock::time_point shown = start;
   std::uint64_t done_ = 0;
+  std::uint64_t compared_ = 0;
 };
 
 /// Hears of everything, and tells nobody.
@@ -78,8 +82,9 @@ bool soak(std::uint64_t steps, std::uint64_t seed) {
     sessions += sessionsPerBatch;
   }
   progress.finish();
-  std::cout << progress.done() << " steps in " << sessions << " sessions from seed " << seed
-            << ", no promise broken (" << progress.rate() << " steps a second).\n";
+  std::cout << progress.done() << " steps in " << sessions << " sessions from seed " << seed << ", "
+            << progress.comparedShare() << " % of them compared with the model, "
+            << "no promise broken (" << progress.rate() << " steps a second).\n";
   return true;
 }
 
