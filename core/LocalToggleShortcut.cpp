@@ -6,14 +6,12 @@ namespace keyrow {
 
 namespace {
 
-/// Whether the scalar ends a line or a paragraph: U+000A-U+000D, U+0085, U+2028, U+2029.
-constexpr bool isNewline(char32_t scalar) {
-  return (scalar >= U'\u000A' && scalar <= U'\u000D') || scalar == U'\u0085' ||
-         scalar == U'\u2028' || scalar == U'\u2029';
-}
+/// Whether the scalar is a line or paragraph separator. What else ends a line (U+000A-U+000D,
+/// U+0085) is a control character anyway.
+constexpr bool isSeparator(char32_t scalar) { return scalar == U'\u2028' || scalar == U'\u2029'; }
 
 bool isOnePrintableCharacter(std::string_view characters, char32_t firstScalar, Text& text) {
-  return text.characterCount(characters) == 1 && !isNewline(firstScalar) &&
+  return text.characterCount(characters) == 1 && !isSeparator(firstScalar) &&
          !text.isControl(firstScalar);
 }
 

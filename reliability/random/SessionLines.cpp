@@ -42,6 +42,7 @@ Text mode() { return oneOf({"special", "standard"}); }
 
 Text portCall() {
   std::vector<std::string> names;
+  names.reserve(sim::portCalls.size());
   for (const auto& call : sim::portCalls) names.emplace_back(call.name);
   return oneOf(std::move(names));
 }
