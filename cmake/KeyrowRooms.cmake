@@ -16,6 +16,13 @@ if(KEYROW_SANITIZERS)
   target_link_options(keyrow_options INTERFACE -fsanitize=${KEYROW_SANITIZERS})
 endif()
 
+option(KEYROW_FUZZERS "Build the fuzzers, and all else with what guides them; needs clang" OFF)
+if(KEYROW_FUZZERS)
+  target_compile_options(keyrow_options INTERFACE -fsanitize=fuzzer-no-link)
+  # The standard library checks what it is given.
+  target_compile_definitions(keyrow_options INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+
 # keyrow_room(NAME [USES ROOM...])
 #
 # One library target per folder, from the sources right inside it, linked with the

@@ -16,6 +16,11 @@ std::vector<TimelineEvent> Timeline::events() const {
   return events_;
 }
 
+void Timeline::clear() {
+  const std::scoped_lock guard{mutex};
+  events_.clear();
+}
+
 void Timeline::setListener(Listener listener) {
   const std::scoped_lock guard{mutex};
   listener_ = std::move(listener);

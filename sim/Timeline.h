@@ -52,6 +52,9 @@ class Timeline {
   /// Everything so far.
   std::vector<TimelineEvent> events() const;
 
+  /// Forgets everything so far, for runs so long that it would fill the memory.
+  void clear();
+
   /// Calls `listener` at every event from now on, in the thread that added it. It must
   /// not come back to the timeline.
   void setListener(Listener listener);

@@ -27,4 +27,9 @@ std::vector<UnifiedLog::Line> UnifiedLog::lines() const {
   return lines_;
 }
 
+void UnifiedLog::clear() {
+  const std::scoped_lock guard{mutex};
+  lines_.clear();
+}
+
 }  // namespace keyrow::sim

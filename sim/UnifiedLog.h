@@ -24,6 +24,9 @@ class UnifiedLog {
   /// Everything written so far, oldest first.
   std::vector<Line> lines() const;
 
+  /// Forgets everything so far, for runs so long that it would fill the memory.
+  void clear();
+
  private:
   Timeline& timeline_;
   /// Guards `lines_`.

@@ -29,6 +29,7 @@ const std::map<std::string, std::set<std::string>> mayInclude{
      {"reliability", "sim/scenario", "sim", "app", "ui", "input", "core", "platform"}},
     {"reliability", {"sim/scenario", "sim", "app", "ui", "input", "core", "platform"}},
     {"sim/scenario", {"sim", "app", "ui", "input", "core", "platform"}},
+    {"fuzz", {"sim/scenario", "sim", "bench", "app", "ui", "input", "core", "platform"}},
 };
 
 const fs::path root{KEYROW_SOURCE_DIR};

@@ -78,9 +78,12 @@ std::string_view takeLine(std::string_view& text) {
 
 std::expected<std::optional<Step>, LineError> parseLine(std::string_view line, std::size_t number) {
   if (line.size() > maximumLineLength) {
-    return std::unexpected{LineError{maximumLineLength + 1, "expected the end of the line after " +
-                                                                std::to_string(maximumLineLength) +
-                                                                " bytes at most"}};
+    // Columns count characters.
+    const auto column = 1 + std::ranges::count_if(line.substr(0, maximumLineLength),
+                                                  [](char c) { return (c & 0xC0) != 0x80; });
+    return std::unexpected{LineError{static_cast<std::size_t>(column),
+                                     "expected the end of the line after " +
+                                         std::to_string(maximumLineLength) + " bytes at most"}};
   }
   const auto tokens = tokenize(line);
   if (!tokens) return std::unexpected{tokens.error()};

@@ -1,0 +1,318 @@
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/KeyNames.h"
+#include "fuzz/ArbitraryValues.h"
+#include "fuzz/Require.h"
+#include "fuzz/SameValues.h"
+#include "platform/Platform.h"
+#include "sim/SimulatedMac.h"
+#include "sim/SimulatedProcess.h"
+
+namespace keyrow::sim {
+namespace {
+
+using fuzz::isSame;
+using fuzz::require;
+using fuzz::without;
+
+/// The mode that a stored value stands for.
+std::optional<FnState> modeOf(const std::optional<PropertyValue>& value) {
+  if (value == PropertyValue{0}) return FnState::special;
+  if (value == PropertyValue{1}) return FnState::standard;
+  return std::nullopt;
+}
+
+/// A Keyrow whose settings hold anything, and what has to be read from them all the same.
+class Settings {
+ public:
+  explicit Settings(FuzzedDataProvider& data) : data_{data} {}
+
+  void run() {
+    // Much slower than all else.
+    const bool isLaunched = data_.ConsumeIntegralInRange(0, 3) == 3;
+    if (isLaunched) prepareMachine();
+    constexpr int enough = 100;
+    for (int step = 0; step < enough && data_.remaining_bytes() > 0; ++step) {
+      change();
+      checkReadings();
+    }
+    if (isLaunched) launchAndQuit();
+  }
+
+ private:
+  void change() {
+    switch (data_.ConsumeIntegralInRange(0, 9)) {
+      case 0:
+        return changeGlobal();
+      case 1:
+        return setOverride();
+      case 2:
+        return removeOverrides();
+      case 3:
+        return changeBooleans();
+      case 4:
+        return changeReplacement();
+      case 5:
+        return changeShortcut();
+      case 6:
+        return storeShortcut();
+      default: {
+        const auto key = data_.PickValueInArray(settingsKey::all);
+        store(key, fuzz::arbitraryOptionalValue(data_));
+      }
+    }
+  }
+
+  void store(std::string_view key, std::optional<PropertyValue> value) {
+    mac.defaults.setValue(appIdentifier, key, std::move(value));
+  }
+
+  PropertyDictionary domain() const { return mac.defaults.domain(appIdentifier); }
+  std::optional<PropertyValue> stored(std::string_view key) const {
+    return mac.defaults.value(appIdentifier, key);
+  }
+  PropertyDictionary overrides() const {
+    const auto value = stored(settingsKey::localFnState);
+    return value && value->dictionary() ? *value->dictionary() : PropertyDictionary{};
+  }
+
+  /// Changes settings; all others have to stay as they are.
+  template <typename Change>
+  void changeOnly(std::initializer_list<std::string_view> keys, const Change& changeThem) {
+    const std::vector<std::string> changed(keys.begin(), keys.end());
+    const auto before = without(domain(), changed);
+    changeThem();
+    require(isSame(before, without(domain(), changed)), "a write leaves other settings alone");
+  }
+
+  FnState arbitraryMode() { return data_.ConsumeBool() ? FnState::standard : FnState::special; }
+
+  /// An application, often one that has an entry.
+  std::string arbitraryApplication() {
+    const auto entries = overrides();
+    if (entries.empty() || data_.ConsumeBool()) return fuzz::arbitraryString(data_);
+    const auto place = data_.ConsumeIntegralInRange(std::ptrdiff_t{0}, std::ssize(entries) - 1);
+    return std::next(entries.begin(), place)->first;
+  }
+
+  void changeGlobal() {
+    const auto mode = arbitraryMode();
+    changeOnly({settingsKey::globalFnState}, [&] { states.setGlobal(mode); });
+    require(states.global() == mode, "the global mode is what it was set to");
+  }
+
+  void setOverride() {
+    const auto application = arbitraryApplication();
+    const auto mode = arbitraryMode();
+    const auto others = without(overrides(), {application});
+    changeOnly({settingsKey::localFnState}, [&] { states.setLocal(application, mode); });
+    require(states.local(application) == mode, "an override is what it was set to");
+    require(isSame(others, without(overrides(), {application})),
+            "the entries of other applications survive when an override is set");
+  }
+
+  void removeOverrides() {
+    const std::vector<std::string> applications{arbitraryApplication(), arbitraryApplication()};
+    const auto others = without(overrides(), applications);
+    changeOnly({settingsKey::localFnState}, [&] { states.removeLocals(applications); });
+    require(isSame(others, overrides()),
+            "overrides are removed, and the entries of other applications survive");
+  }
+
+  void changeBooleans() {
+    const bool value = data_.ConsumeBool();
+    changeOnly({settingsKey::showCapsLockIndicator, settingsKey::applyFnModeToExternalFunctionKeys,
+                settingsKey::enhancedDiagnosticsEnabled},
+               [&] {
+                 settings().setShowCapsLockIndicator(value);
+                 settings().setApplyFnModeToExternalFunctionKeys(value);
+                 settings().setEnhancedDiagnosticsEnabled(value);
+               });
+    require(settings().showCapsLockIndicator() == value &&
+                settings().applyFnModeToExternalFunctionKeys() == value &&
+                settings().enhancedDiagnosticsEnabled() == value,
+            "a Boolean is what it was set to");
+  }
+
+  void changeReplacement() {
+    std::optional<FnReplacementModifier> modifier;
+    if (data_.ConsumeBool()) modifier = data_.PickValueInArray(fnReplacementModifierTable).first;
+    changeOnly({settingsKey::fnReplacementModifier},
+               [&] { settings().setFnReplacementModifier(modifier); });
+    require(settings().fnReplacementModifier() == modifier,
+            "the modifier that stands in for Fn is what it was set to");
+  }
+
+  void changeShortcut() {
+    const auto change = [this] {
+      if (data_.ConsumeIntegralInRange(0, 3) == 0) {
+        settings().resetLocalToggleShortcut();
+        require(settings().localToggleShortcut() == defaultLocalToggleShortcut(),
+                "a reset brings the default shortcut");
+        return;
+      }
+      const auto keyCode = static_cast<std::uint16_t>(fuzz::arbitraryInteger(data_));
+      const auto characters = data_.ConsumeRandomLengthString(12);
+      const auto shortcut = settings().makeLocalToggleShortcut(keyCode, characters);
+      checkNames(shortcut);
+      settings().setLocalToggleShortcut(shortcut);
+      const auto read = settings().localToggleShortcut();
+      require(keyCode == escapeKeyCode
+                  ? read == defaultLocalToggleShortcut()
+                  : read.keyCode == keyCode && read.displayName == shortcut.displayName,
+              "a shortcut is what it was set to, unless that is Escape");
+    };
+    changeOnly(
+        {settingsKey::localToggleShortcutKeyCode, settingsKey::localToggleShortcutDisplayName,
+         settingsKey::localToggleShortcutMenuKeyEquivalent},
+        change);
+  }
+
+  /// As another program would, with little respect for what belongs there.
+  void storeShortcut() {
+    store(settingsKey::localToggleShortcutKeyCode, fuzz::arbitraryInteger(data_));
+    for (const auto key : {settingsKey::localToggleShortcutDisplayName,
+                           settingsKey::localToggleShortcutMenuKeyEquivalent}) {
+      store(key, data_.ConsumeBool() ? data_.ConsumeRandomLengthString(3)
+                                     : fuzz::arbitraryOptionalValue(data_));
+    }
+  }
+
+  static void checkNames(const LocalToggleShortcut& shortcut) {
+    require(!shortcut.displayName.empty(), "a key has a name to show");
+    // Only a key of the table may have a name and no character.
+    require(!shortcut.menuKeyEquivalent || !shortcut.menuKeyEquivalent->empty() ||
+                findKeyName(shortcut.keyCode),
+            "a menu key equivalent is a character, or there is none");
+  }
+
+  void checkReadings() {
+    const auto before = domain();
+    const auto writesBefore = mac.defaults.writeCount();
+    checkModes();
+    checkShortcut();
+    checkBoolean(settings().showCapsLockIndicator(), settingsKey::showCapsLockIndicator);
+    checkBoolean(settings().applyFnModeToExternalFunctionKeys(),
+                 settingsKey::applyFnModeToExternalFunctionKeys);
+    checkBoolean(settings().enhancedDiagnosticsEnabled(), settingsKey::enhancedDiagnosticsEnabled);
+    checkBoolean(settings().hasPromptedAccessibility(), settingsKey::hasPromptedAccessibility);
+    checkReplacement();
+    checkKeySettings();
+    require(mac.defaults.writeCount() == writesBefore && isSame(before, domain()),
+            "reading writes nothing");
+  }
+
+  void checkModes() {
+    require(states.global() == modeOf(stored(settingsKey::globalFnState)),
+            "only the integers 0 and 1 are a global mode");
+    const auto entries = overrides();
+    for (const auto& [application, value] : entries) {
+      require(states.local(application) == modeOf(value), "only 0 and 1 are an override");
+    }
+    require(states.localBundleIdentifiers().size() == entries.size(), "every entry is named");
+  }
+
+  void checkShortcut() {
+    const auto shortcut = settings().localToggleShortcut();
+    checkNames(shortcut);
+    require(shortcut.keyCode != escapeKeyCode, "the per-app shortcut is never Escape");
+    require(shortcut.keyCode == settings().localToggleShortcutKeyCode(),
+            "the shortcut and its key code belong together");
+    const auto value = stored(settingsKey::localToggleShortcutKeyCode);
+    const auto* code = value ? value->integer() : nullptr;
+    if (!code || *code == escapeKeyCode) {
+      require(shortcut == defaultLocalToggleShortcut(), "without a key the default holds");
+    } else {
+      require(shortcut.keyCode == std::clamp<std::int64_t>(*code, 0, 0xFFFF),
+              "a key code is brought into its range");
+    }
+  }
+
+  void checkBoolean(bool read, std::string_view key) const {
+    const auto value = stored(key);
+    require(read == (value && value->boolValue() == true),
+            "a Boolean is true for true and for a number other than 0");
+  }
+
+  void checkReplacement() {
+    const auto modifier = settings().fnReplacementModifier();
+    const auto value = stored(settingsKey::fnReplacementModifier);
+    if (modifier) {
+      require(value == PropertyValue{rawValue(*modifier)}, "a modifier is what is stored");
+    } else {
+      require(!value || !value->string() || !fnReplacementModifierFromRawValue(*value->string()),
+              "every known modifier counts");
+    }
+  }
+
+  void checkKeySettings() {
+    const auto current = process.keyrow().keySettings().current();
+    require(current.fnReplacementModifier == settings().fnReplacementModifier() &&
+                current.localToggleShortcutKeyCode == settings().localToggleShortcutKeyCode() &&
+                current.applyFnModeToExternalFunctionKeys ==
+                    settings().applyFnModeToExternalFunctionKeys() &&
+                current.enhancedDiagnosticsEnabled == settings().enhancedDiagnosticsEnabled(),
+            "keys see the settings as they are at the moment");
+  }
+
+  void prepareMachine() {
+    // An event tap needs a thread, and has nothing to do with what is tried here.
+    mac.isInputMonitoringGranted = false;
+    mac.isAccessibilityGranted = data_.ConsumeBool();
+    mac.globalPreferences.setValue(GlobalPreferences::domain, FnStateController::fnStateDefaultsKey,
+                                   fuzz::arbitraryOptionalValue(data_));
+    auto parameters = fuzz::arbitraryOptionalValue(data_);
+    if (parameters && data_.ConsumeBool()) {
+      parameters = PropertyDictionary{{"HIDFKeyMode", *std::move(parameters)}};
+    }
+    mac.hid.setParameters(std::move(parameters));
+  }
+
+  /// Keyrow lives with whatever the machine and its settings hold, and leaves the global mode
+  /// behind.
+  void launchAndQuit() {
+    process.launch();
+    mac.scheduler.advance(std::chrono::seconds{3});
+    process.reopen();
+    checkReadings();
+    process.terminate();
+    if (const auto global = modeOf(stored(settingsKey::globalFnState))) {
+      require(mac.hid.parameter("HIDFKeyMode") == PropertyValue{rawValue(*global)},
+              "the keyboard is left in the global mode");
+      require(mac.globalPreferences.value(GlobalPreferences::domain,
+                                          FnStateController::fnStateDefaultsKey) ==
+                  PropertyValue{*global == FnState::standard},
+              "the system preference is left in the global mode");
+    }
+  }
+
+  AppSettings& settings() { return process.keyrow().settings(); }
+
+  FuzzedDataProvider& data_;
+  SimulatedMac mac;
+  SimulatedProcess process{mac, 501};
+  StoredFnStates states{process.platform().userDefaults};
+};
+
+}  // namespace
+}  // namespace keyrow::sim
+
+/// Whatever the settings hold, they read as something that makes sense, and what is none of a
+/// write's business survives it.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  FuzzedDataProvider data{bytes, size};
+  keyrow::sim::Settings{data}.run();
+  return 0;
+}
