@@ -3,9 +3,11 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/app/AppDelegateFixture.h"
@@ -27,11 +29,28 @@ const std::string restored =
 class InstanceTakeoverTest : public AppDelegateFixture {
  protected:
   std::unique_ptr<SimulatedProcess> older = std::make_unique<SimulatedProcess>(mac, 400);
+  StoredFnStates storedFnStates{process->platform().userDefaults};
 
   void SetUp() override {
     AppDelegateFixture::SetUp();
     mac.applications.activate(safari);
     older->launch();
+  }
+
+  /// For a takeover of its own, with another clock.
+  InstanceTakeover::Uses usesWith(Clock& clock) {
+    const auto& platform = process->platform();
+    return {.modePolicy = keyrow().modePolicy(),
+            .fnStateController = keyrow().fnStateController(),
+            .storedFnStates = storedFnStates,
+            .application = platform.application,
+            .bundle = platform.bundle,
+            .clock = clock,
+            .distributedNotificationCenter = platform.distributedNotificationCenter,
+            .mainRunLoop = platform.mainRunLoop,
+            .process = platform.process,
+            .workspace = platform.workspace,
+            .appLog = keyrow().diagnosticsLog().logger(LogCategory::app)};
   }
 
   /// How long the new instance takes to launch.
@@ -95,6 +114,40 @@ TEST_F(InstanceTakeoverTest, OneThatStaysIsWaitedForThreeSeconds) {
   EXPECT_FALSE(older->hasEnded());
   EXPECT_FALSE(process->hasEnded());
   EXPECT_THAT(logLines(), ElementsAre(notExited));
+}
+
+/// A clock that does something when it is asked for the time.
+class BusyClock final : public Clock {
+ public:
+  BusyClock(Clock& clock, std::function<void()> work) : clock_{clock}, work_{std::move(work)} {}
+
+  std::chrono::system_clock::time_point now() override { return clock_.now(); }
+  std::chrono::nanoseconds uptime() override {
+    work_();
+    return clock_.uptime();
+  }
+  MachTimebase machTimebase() override { return clock_.machTimebase(); }
+
+ private:
+  Clock& clock_;
+  const std::function<void()> work_;
+};
+
+TEST_F(InstanceTakeoverTest, OneThatEndsRightAfterTheLastLookIsNotForced) {
+  overrideInForce();
+  older->hang(Hang::unreachable);
+  const auto& platform = process->platform();
+  const auto end = mac.scheduler.now() + 2s;
+  BusyClock clock{platform.clock, [&] {
+                    if (mac.scheduler.now() == end) older->kill();
+                  }};
+  InstanceTakeover takeover{usesWith(clock)};
+  const auto lines = logLines();
+  takeover.takeOverPreviousInstances();
+  EXPECT_TRUE(older->hasEnded());
+  // Forcing it out would bring back the global mode.
+  EXPECT_EQ(mac.hid.modeName(), "standard");
+  EXPECT_EQ(logLines(), lines);
 }
 
 TEST_F(InstanceTakeoverTest, OneThatTakesTheRequestIsNotForced) {
@@ -173,19 +226,7 @@ TEST_F(InstanceTakeoverTest, ANewInstanceCanItselfBeTakenOverWhileItWaits) {
 
 TEST_F(InstanceTakeoverTest, RegisteringTwiceListensOnce) {
   const auto& platform = process->platform();
-  const StoredFnStates storedFnStates{platform.userDefaults};
-  InstanceTakeover takeover{
-      {.modePolicy = keyrow().modePolicy(),
-       .fnStateController = keyrow().fnStateController(),
-       .storedFnStates = storedFnStates,
-       .application = platform.application,
-       .bundle = platform.bundle,
-       .clock = platform.clock,
-       .distributedNotificationCenter = platform.distributedNotificationCenter,
-       .mainRunLoop = platform.mainRunLoop,
-       .process = platform.process,
-       .workspace = platform.workspace,
-       .appLog = keyrow().diagnosticsLog().logger(LogCategory::app)}};
+  InstanceTakeover takeover{usesWith(platform.clock)};
   const auto before = mac.openHandles.count("observer");
   takeover.registerInstanceTakeoverObserver();
   takeover.registerInstanceTakeoverObserver();

@@ -142,6 +142,18 @@ TEST_F(CapsLockMonitorTest, AManagerWithoutDevicesEmptiesTheCache) {
   EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
 }
 
+TEST_F(CapsLockMonitorTest, WorksWithNobodyToShowIt) {
+  monitor().setPresenter(nullptr);
+  show(true);
+  attach("a", false, 1);
+  mac.setCapsLock(true, "a");
+  mac.scheduler.advance(120ms);
+  EXPECT_EQ(monitor().cachedCapsLockState(), true);
+  EXPECT_EQ(process->statusItem().dot(), "none");
+  show(false);
+  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+}
+
 TEST_F(CapsLockMonitorTest, TearingDownDropsAPendingRefreshAndTheObserver) {
   attach("a", false, 1);
   show(true);

@@ -256,6 +256,13 @@ TEST_F(WorkerTest, AWorkerWithoutItsControllerDoesNothing) {
   EXPECT_THAT(takeCalls(), ElementsAre());
 }
 
+TEST_F(WorkerTest, AWorkerWhoseControllerGoesWhileItRunsStillEnds) {
+  controller->startEventTap();
+  taps.whileRunning = [this] { controller.reset(); };
+  taps.bodies[0]();
+  EXPECT_THAT(takeCalls(), ElementsAre("add source", "enable", "run", "remove source"));
+}
+
 /// A worker on a thread of its own that has got into its run loop, until it is let out.
 class RunningWorker {
  public:

@@ -76,6 +76,14 @@ TEST_F(KeyboardSourceMonitorAttributionTest, TheOlderIsTheOneThatArrivedFirst) {
   EXPECT_EQ(productAt(event), "First");
 }
 
+TEST_F(KeyboardSourceMonitorAttributionTest, AnInputOutOfOrderDisturbsNeitherItselfNorTheNextOne) {
+  input(namedKeyboard("First"), after(10));
+  input(namedKeyboard("Early"), before(10));
+  EXPECT_EQ(productAt(before(5)), "Early");
+  input(namedKeyboard("Last"), after(50));
+  EXPECT_EQ(productAt(before(5)), "Early");
+}
+
 TEST_F(KeyboardSourceMonitorAttributionTest, OfSeveralAtOneTimeTheFirstWins) {
   input(namedKeyboard("First"), before(10));
   input(namedKeyboard("Second"), before(10));
@@ -185,6 +193,7 @@ TEST_P(KeyboardSourceMonitorWindowTest, ASingleSampleMatchesLaterEventsWhileItIs
 
 TEST_P(KeyboardSourceMonitorWindowTest, ASampleIsRetainedForFourMatchWindows) {
   const auto now = event + retention;
+  input(namedKeyboard("Older"), event - 1);
   input(namedKeyboard("Old"), event);
   // Too far for one of several samples, near enough for a single one.
   input(namedKeyboard("Recent"), now - match - 1);

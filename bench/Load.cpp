@@ -1,0 +1,290 @@
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <charconv>
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <thread>
+
+#include "bench/LatencyHistogram.h"
+#include "bench/Memory.h"
+#include "sim/SimulatedMac.h"
+#include "sim/SimulatedProcess.h"
+
+namespace keyrow::sim {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+struct TypedKey {
+  std::uint32_t type;
+  std::uint16_t keyCode;
+  std::uint64_t flags = 0;
+};
+
+constexpr std::uint16_t keyF7 = 98;
+
+/// What is typed, over and over: mostly text. The top-row keys are the external keyboard's.
+constexpr std::array<TypedKey, 16> typedKeys{{
+    {keyEventType::keyDown, 0},
+    {keyEventType::keyUp, 0},
+    {keyEventType::keyDown, 1},
+    {keyEventType::keyUp, 1},
+    {keyEventType::keyDown, keyF7},
+    {keyEventType::keyUp, keyF7},
+    {keyEventType::flagsChanged, 56, keyEventFlag::shift},
+    {keyEventType::keyDown, 2, keyEventFlag::shift},
+    {keyEventType::keyUp, 2, keyEventFlag::shift},
+    {keyEventType::flagsChanged, 56},
+    {keyEventType::keyDown, 49},
+    {keyEventType::keyUp, 49},
+    {keyEventType::keyDown, 36},
+    {keyEventType::keyUp, 36},
+    {keyEventType::keyUp, escapeKeyCode, keyEventFlag::secondaryFn},
+    {keyEventType::keyUp, 3},
+}};
+
+/// Tells on a terminal how far it is.
+class Progress {
+ public:
+  explicit Progress(std::uint64_t total) : total_{total} {}
+
+  void show(std::uint64_t done) {
+    const auto now = Clock::now();
+    if (!isTerminal || now - shown < std::chrono::milliseconds{200}) return;
+    shown = now;
+    const std::chrono::duration<double> elapsed = now - start;
+    std::cerr << '\r' << done << " of " << total_ << " events, "
+              << static_cast<std::uint64_t>(static_cast<double>(done) / elapsed.count())
+              << " a second\033[K" << std::flush;
+  }
+
+  void finish() const {
+    if (isTerminal) std::cerr << "\r\033[K";
+  }
+
+ private:
+  const std::uint64_t total_;
+  const bool isTerminal = isatty(STDERR_FILENO) != 0;
+  const Clock::time_point start = Clock::now();
+  Clock::time_point shown = start;
+};
+
+/// Keyrow at work, and more of it than people can make: a thread that stands for the event
+/// tap's worker hands over events as fast as it can, another one asks whatever any thread may
+/// ask, and the main thread changes settings, delivers inputs and serves its queue.
+class Load {
+ public:
+  explicit Load(std::uint64_t eventCount) : eventCount_{eventCount} {
+    mac.applications.install("com.apple.TextEdit");
+    process.launch();
+    mac.applications.activate("com.apple.TextEdit");
+    settings.setApplyFnModeToExternalFunctionKeys(true);
+    serveMainThread();
+  }
+
+  /// Hands over all events; to be called in the main thread.
+  void run() {
+    Progress progress{eventCount_};
+    const auto start = Clock::now();
+    std::thread asker{[this] { ask(); }};
+    std::thread worker{[this] { handOverEvents(); }};
+    while (handled < eventCount_) {
+      serveMainThread();
+      if (!earlyMemory && handled >= eventCount_ / 10) earlyMemory = currentMemory();
+      progress.show(handled);
+    }
+    worker.join();
+    duration = Clock::now() - start;
+    serveMainThread();
+    finalMemory = currentMemory();
+    asker.join();
+    progress.finish();
+  }
+
+  /// Prints what was measured; whether all is as it should be.
+  bool report() const {
+    constexpr double megabyte = 1'000'000;
+    const auto perSecond = static_cast<double>(eventCount_) / duration.count();
+    std::cout << std::fixed << std::setprecision(2) << eventCount_ << " events in "
+              << duration.count() << " s, " << static_cast<std::uint64_t>(perSecond)
+              << " a second; " << translated << " of them translated\n"
+              << rounds << " changes of settings, " << 2 * rounds << " inputs, " << questions
+              << " questions by another thread meanwhile\n"
+              << "callback: p50 " << latencies.perMille(500) << " ns, p99 "
+              << latencies.perMille(990) << " ns, p99.9 " << latencies.perMille(999)
+              << " ns, at most " << latencies.maximum() << " ns\n"
+              << "memory: at most " << static_cast<double>(peakMemory()) / megabyte << " MB";
+    bool isRight = true;
+    if (earlyMemory && finalMemory) {
+      const auto early = static_cast<double>(*earlyMemory) / megabyte;
+      const auto late = static_cast<double>(*finalMemory) / megabyte;
+      std::cout << "; " << early << " MB after a tenth of the events, " << late << " MB at the end";
+#ifndef KEYROW_SANITIZED
+      isRight = late - early <= 1;
+#endif
+    }
+    std::cout << '\n';
+    if (!isRight) std::cerr << "keyrow-load: the memory grows\n";
+    if (wrongVerdicts > 0) {
+      std::cerr << "keyrow-load: " << wrongVerdicts << " events got the wrong verdict\n";
+      isRight = false;
+    }
+    if (posted != translated) {
+      std::cerr << "keyrow-load: " << posted << " media keys came of " << translated
+                << " translated keys\n";
+      isRight = false;
+    }
+    return isRight;
+  }
+
+ private:
+  void handOverEvents() {
+    auto& handler = process.keyrow().keyEventHandler();
+    for (std::uint64_t number = 0; number < eventCount_; ++number) {
+      awaitMainThread();
+      const auto& key = typedKeys[number % typedKeys.size()];
+      const bool isTopRow = key.keyCode == keyF7;
+      const KeyEvent event{.timestamp = isTopRow ? externalTime : builtInTime,
+                           .flags = key.flags,
+                           .keyCode = key.keyCode};
+      const auto before = Clock::now();
+      const auto verdict = handler.handleTappedEvent(key.type, event);
+      const auto after = Clock::now();
+      latencies.add(static_cast<std::uint64_t>(
+          std::chrono::duration_cast<std::chrono::nanoseconds>(after - before).count()));
+
+      if (isTopRow) {
+        if (verdict == TapVerdict::swallow) ++translated;
+      } else if ((verdict == TapVerdict::swallow) != (key.keyCode == escapeKeyCode)) {
+        ++wrongVerdicts;
+      }
+      handled = number + 1;
+    }
+  }
+
+  /// Nobody types on and on while the whole Mac stands still, so neither does this.
+  void awaitMainThread() const {
+    constexpr std::uint64_t furthestAhead = 4'000;
+    while (handled - served > furthestAhead) std::this_thread::yield();
+  }
+
+  void ask() {
+    auto& keyrow = process.keyrow();
+    while (handled < eventCount_) {
+      keyrow.keyboardSourceMonitor().source(externalTime);
+      keyrow.keySettings().current();
+      settings.localToggleShortcut();
+      settings.fnReplacementModifier();
+      settings.enhancedDiagnosticsEnabled();
+      keyrow.fnStateController().readFnState();
+      ++questions;
+    }
+  }
+
+  void serveMainThread() {
+    const std::uint64_t handledBefore = handled;
+    deliverInput(externalKeyboard, externalTime);
+    deliverInput(builtInKeyboard, builtInTime);
+    changeASetting();
+    mac.scheduler.runReady();
+    posted += mac.systemDefinedEvents.size();
+    mac.systemDefinedEvents.clear();
+    mac.log.clear();
+    mac.timeline.clear();
+    served = handledBefore;
+  }
+
+  void deliverInput(const std::shared_ptr<const SimulatedKeyboard>& keyboard,
+                    std::atomic<std::uint64_t>& time) {
+    constexpr std::uint32_t keyboardPage = 7;
+    constexpr std::uint64_t ticksPerMillisecond = 24'000;
+    now += ticksPerMillisecond;
+    mac.keyboards.deliver({keyboard, keyboardPage, now});
+    time = now;
+  }
+
+  void changeASetting() {
+    const bool isOn = rounds / 6 % 2 == 0;
+    switch (rounds++ % 6) {
+      case 0:
+        settings.setApplyFnModeToExternalFunctionKeys(false);
+        break;
+      case 1:
+        settings.setApplyFnModeToExternalFunctionKeys(true);
+        break;
+      case 2:
+        settings.setEnhancedDiagnosticsEnabled(isOn);
+        break;
+      case 3:
+        settings.setFnReplacementModifier(isOn ? std::optional{FnReplacementModifier::rightCommand}
+                                               : std::nullopt);
+        break;
+      case 4:
+        // As another process does it, with `defaults write`.
+        mac.defaults.setValue(appIdentifier, settingsKey::localToggleShortcutKeyCode, isOn ? 1 : 2);
+        break;
+      default:
+        settings.setShowCapsLockIndicator(isOn);
+        break;
+    }
+  }
+
+  const std::uint64_t eventCount_;
+  SimulatedMac mac;
+  SimulatedProcess process{mac, 501};
+  AppSettings& settings = process.keyrow().settings();
+  const std::shared_ptr<const SimulatedKeyboard> builtInKeyboard =
+      std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
+          .registryID = 1, .properties = {{"Product", "Internal"}, {"Built-In", true}}});
+  const std::shared_ptr<const SimulatedKeyboard> externalKeyboard =
+      std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
+          .registryID = 2, .properties = {{"Product", "Desk"}, {"Transport", "USB"}}});
+
+  /// Mach ticks.
+  std::uint64_t now = 1'000'000'000;
+  std::uint64_t rounds = 0;
+  /// How many events of media keys came of the translated ones.
+  std::uint64_t posted = 0;
+  std::chrono::duration<double> duration{};
+  std::optional<std::uint64_t> earlyMemory;
+  std::optional<std::uint64_t> finalMemory;
+
+  // What the other threads find out; for the main thread when they have ended.
+  LatencyHistogram latencies;
+  std::uint64_t translated = 0;
+  std::uint64_t wrongVerdicts = 0;
+  std::uint64_t questions = 0;
+
+  /// When each keyboard sent its latest input.
+  std::atomic<std::uint64_t> builtInTime{0};
+  std::atomic<std::uint64_t> externalTime{0};
+  std::atomic<std::uint64_t> handled{0};
+  /// How many had been handled when the main thread began what it has finished last.
+  std::atomic<std::uint64_t> served{0};
+};
+
+}  // namespace
+}  // namespace keyrow::sim
+
+int main(int argc, char** argv) {
+  std::uint64_t eventCount = 10'000'000;
+  if (argc > 1) {
+    const std::string_view text{argv[1]};
+    const auto [end, error] = std::from_chars(text.begin(), text.end(), eventCount);
+    if (argc > 2 || error != std::errc{} || end != text.end() || eventCount == 0) {
+      std::cerr << "usage: keyrow-load [EVENTS]\n";
+      return 2;
+    }
+  }
+  keyrow::sim::Load load{eventCount};
+  load.run();
+  return load.report() ? EXIT_SUCCESS : EXIT_FAILURE;
+}

@@ -1,0 +1,98 @@
+#include "input/KeySettings.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tests/SimulatedMacTest.h"
+
+namespace keyrow::sim {
+namespace {
+
+/// User defaults that count how often they are read.
+class CountingUserDefaults final : public UserDefaults {
+ public:
+  std::optional<PropertyValue> object(std::string_view key) override {
+    ++readCount;
+    const auto found = values.find(key);
+    return found == values.end() ? std::nullopt : std::optional{found->second};
+  }
+  std::uint64_t changeCount() override { return changes; }
+  void setObject(std::string_view key, const PropertyValue& value) override {
+    values.insert_or_assign(std::string{key}, value);
+    ++changes;
+  }
+  void removeObject(std::string_view key) override {
+    values.erase(std::string{key});
+    ++changes;
+  }
+
+  int readCount = 0;
+
+ private:
+  std::map<std::string, PropertyValue, std::less<>> values;
+  std::uint64_t changes = 0;
+};
+
+class KeySettingsTest : public SimulatedMacTest {
+ protected:
+  CountingUserDefaults defaults;
+  AppSettings settings{defaults, process->platform().notificationCenter, process->platform().text};
+  KeySettings keySettings{defaults, settings};
+
+  /// The values are the settings, when they are read and when they are remembered.
+  void expectSettings() {
+    for (int time = 0; time < 2; ++time) {
+      const auto values = keySettings.current();
+      EXPECT_EQ(values.fnReplacementModifier, settings.fnReplacementModifier());
+      EXPECT_EQ(values.localToggleShortcutKeyCode, settings.localToggleShortcutKeyCode());
+      EXPECT_EQ(values.applyFnModeToExternalFunctionKeys,
+                settings.applyFnModeToExternalFunctionKeys());
+      EXPECT_EQ(values.enhancedDiagnosticsEnabled, settings.enhancedDiagnosticsEnabled());
+    }
+  }
+};
+
+TEST_F(KeySettingsTest, HasTheDefaultsBeforeAnythingHasChanged) { expectSettings(); }
+
+TEST_F(KeySettingsTest, RemembersEveryModifier) {
+  for (const auto& [modifier, name] : fnReplacementModifierTable) {
+    settings.setFnReplacementModifier(modifier);
+    expectSettings();
+  }
+  settings.setFnReplacementModifier(std::nullopt);
+  expectSettings();
+}
+
+TEST_F(KeySettingsTest, RemembersEachSettingApartFromTheOthers) {
+  for (const int keyCode : {0, 1, 50, 0x7FFF, 0xFFFF}) {
+    defaults.setObject(settingsKey::localToggleShortcutKeyCode, keyCode);
+    for (const bool apply : {false, true}) {
+      settings.setApplyFnModeToExternalFunctionKeys(apply);
+      for (const bool enhanced : {false, true}) {
+        settings.setEnhancedDiagnosticsEnabled(enhanced);
+        expectSettings();
+      }
+    }
+  }
+}
+
+TEST_F(KeySettingsTest, ReadsAgainOnlyAfterAChange) {
+  keySettings.current();
+  for (int change = 0; change < 100; ++change) {
+    settings.setEnhancedDiagnosticsEnabled(change % 2 == 0);
+    defaults.readCount = 0;
+    EXPECT_EQ(keySettings.current().enhancedDiagnosticsEnabled, change % 2 == 0);
+    EXPECT_GT(defaults.readCount, 0);
+    defaults.readCount = 0;
+    keySettings.current();
+    EXPECT_EQ(defaults.readCount, 0);
+  }
+}
+
+}  // namespace
+}  // namespace keyrow::sim
