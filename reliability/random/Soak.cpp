@@ -72,7 +72,7 @@ bool soak(std::uint64_t steps, std::uint64_t seed) {
     rc::detail::TestParams params;
     params.seed = batch;
     params.maxSuccess = sessionsPerBatch;
-    const auto result = rc::detail::checkProperty(property, {}, params, listener);
+    const auto result = rc::detail::checkProperty(property, {}, params, listener, {});
     if (!result.is<rc::detail::SuccessResult>()) {
       progress.finish();
       rc::detail::printResultMessage(result, std::cout);

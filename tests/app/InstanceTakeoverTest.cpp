@@ -254,6 +254,16 @@ TEST_F(InstanceTakeoverTest, WithoutAPreferenceTheStoredModeIsRestored) {
   EXPECT_THAT(linesOfForcedTakeover(), ElementsAre(restored));
 }
 
+TEST_F(InstanceTakeoverTest, WithoutAnyGlobalModeNothingIsRestored) {
+  overrideInForce();
+  store("globalFnState", std::nullopt);
+  setPreference(std::nullopt);
+  takeWrittenModes();
+  linesOfForcedTakeover();
+  // Only the launch itself applies the override, once more.
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(1));
+}
+
 TEST_F(InstanceTakeoverTest, WithoutAnApplicationInFrontNothingIsRestored) {
   overrideInForce();
   older->hang(Hang::unreachable);
