@@ -145,8 +145,9 @@ void ExternalKeyboardFunctionRowMapper::perform(const TranslatedAction& action, 
     openApplication(application->path);
   } else if (const auto* url = std::get_if<OpenURLAction>(&action)) {
     openURL(url->url, url->fallbackApp);
-  } else if (const auto* stroke = std::get_if<KeyStrokeAction>(&action)) {
-    postKeyStroke(stroke->keyCode, stroke->flags);
+  } else {
+    const auto& stroke = std::get<KeyStrokeAction>(action);
+    postKeyStroke(stroke.keyCode, stroke.flags);
   }
 }
 

@@ -57,6 +57,10 @@ class ExternalKeyboardFunctionRowMapper {
   bool translateIfNeeded(std::uint32_t eventType, const KeyEvent& event,
                          const KeyboardDeviceSource* source);
 
+  /// Performs what the key at hand does instead: a media key follows it, everything else
+  /// happens when it goes down.
+  void perform(const TranslatedAction& action, bool isKeyDown);
+
   /// Presses or releases a media key (`NX_KEYTYPE_…`, ev_keymap.h).
   void postAuxiliaryKey(std::int32_t keyType, bool isKeyDown);
 
@@ -70,8 +74,6 @@ class ExternalKeyboardFunctionRowMapper {
   void postKeyStroke(std::uint16_t keyCode, std::uint64_t flags);
 
  private:
-  void perform(const TranslatedAction& action, bool isKeyDown);
-
   KeySettings& keySettings_;
   FnStateController& fnStateController_;
   Text& text_;

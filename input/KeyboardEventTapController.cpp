@@ -9,7 +9,7 @@ namespace keyrow {
 
 namespace {
 
-constexpr std::uint64_t eventMask(std::uint32_t type) { return std::uint64_t{1} << type; }
+consteval std::uint64_t eventMask(std::uint32_t type) { return std::uint64_t{1} << type; }
 
 constexpr std::uint64_t eventsOfInterest = eventMask(keyEventType::keyDown) |
                                            eventMask(keyEventType::keyUp) |

@@ -7,7 +7,7 @@ namespace keyrow {
 
 namespace {
 
-constexpr FnReplacementItem itemFor(FnReplacementModifier modifier) {
+consteval FnReplacementItem itemFor(FnReplacementModifier modifier) {
   return {.title = displayName(modifier), .representedObject = rawValue(modifier)};
 }
 

@@ -6,7 +6,7 @@ void SettingsWindowController::show() {
   if (!window_.hasWindow()) return;
   bringForward();
   mainQueue_.async([this, weak = std::weak_ptr{alive}] {
-    if (!weak.expired() && window_.hasWindow()) bringForward();
+    if (!weak.expired()) bringForward();
   });
 }
 

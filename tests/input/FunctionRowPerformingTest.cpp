@@ -121,6 +121,15 @@ TEST_F(FunctionRowPerformingTest, AURLThatDoesNotOpenIsReplacedByAnApplicationIf
   EXPECT_THAT(mac.screen.openedURLs().back(), "/Applications/Some.app");
 }
 
+TEST_F(FunctionRowPerformingTest, AURLOpensOnceWhenTheKeyGoesDown) {
+  const OpenURLAction action{
+      .url = "https://keyrow.example", .fallbackApp = std::nullopt, .label = "Keyrow"};
+  mapper().perform(action, true);
+  mapper().perform(action, false);
+  mac.scheduler.runReady();
+  EXPECT_THAT(mac.screen.openedURLs(), ElementsAre("https://keyrow.example"));
+}
+
 TEST_F(FunctionRowPerformingTest, TheLogTellsWhyOnlyWithEnhancedDiagnostics) {
   const std::string line =
       "input debug: Evaluated F7: translate mode=0 fnPressed=false source=external keyboard, "
