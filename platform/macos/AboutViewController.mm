@@ -6,6 +6,7 @@
 #include "ui/SettingsWindowView.h"
 
 namespace layout = keyrow::aboutLayout;
+using keyrow::macos::connectControls;
 using keyrow::macos::isOn;
 using keyrow::macos::makeCheckbox;
 using keyrow::macos::makeHintLabel;
@@ -134,24 +135,13 @@ using keyrow::macos::nsString;
 }
 
 - (void)connectControls {
-  const auto connect = [self](NSControl* control, SEL action) {
-    control.target = self;
-    control.action = action;
-  };
-  connect(_contactButton, @selector(openContactEmail:));
-  connect(_reportBugButton, @selector(openBugReportEmail:));
-  connect(_enhancedDiagnosticsCheckbox, @selector(toggleEnhancedDiagnostics:));
-  connect(_autoUpdateCheckbox, @selector(toggleAutoUpdateChecks:));
-  connect(_checkUpdatesButton, @selector(checkForUpdates:));
-
-  // The keyboard's focus goes as the eye reads.
-  NSArray<NSView*>* const order = @[
-    _contactButton, _reportBugButton, _enhancedDiagnosticsCheckbox, _autoUpdateCheckbox,
-    _checkUpdatesButton
-  ];
-  for (NSUInteger index = 0; index < order.count; ++index) {
-    order[index].nextKeyView = order[(index + 1) % order.count];
-  }
+  connectControls(self, {
+                            {_contactButton, @selector(openContactEmail:)},
+                            {_reportBugButton, @selector(openBugReportEmail:)},
+                            {_enhancedDiagnosticsCheckbox, @selector(toggleEnhancedDiagnostics:)},
+                            {_autoUpdateCheckbox, @selector(toggleAutoUpdateChecks:)},
+                            {_checkUpdatesButton, @selector(checkForUpdates:)},
+                        });
 }
 
 - (void)openContactEmail:(id)sender {

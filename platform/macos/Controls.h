@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
+#include <initializer_list>
 #include <string_view>
 
 namespace keyrow::macos {
@@ -19,6 +20,15 @@ NSTextField* makeLabel(std::string_view text);
 
 /// A label in the small system font and the secondary colour that wraps.
 NSTextField* makeHintLabel(std::string_view text, double maximumWidth, NSInteger maximumLines);
+
+struct ConnectedControl {
+  NSControl* control;
+  SEL action;
+};
+
+/// Connects controls, one at least, with the actions of a target. The keyboard's focus goes
+/// around them in this order.
+void connectControls(id target, std::initializer_list<ConnectedControl> controls);
 
 /// Whether the checkbox is on.
 inline bool isOn(NSButton* checkbox) { return checkbox.state == NSControlStateValueOn; }

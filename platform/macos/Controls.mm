@@ -1,5 +1,7 @@
 #include "platform/macos/Controls.h"
 
+#include <iterator>
+
 #include "platform/macos/Conversions.h"
 
 namespace keyrow::macos {
@@ -35,6 +37,16 @@ NSTextField* makeHintLabel(std::string_view text, double maximumWidth, NSInteger
   label.preferredMaxLayoutWidth = maximumWidth;
   label.translatesAutoresizingMaskIntoConstraints = NO;
   return label;
+}
+
+void connectControls(id target, std::initializer_list<ConnectedControl> controls) {
+  NSControl* before = std::rbegin(controls)->control;
+  for (const auto& [control, action] : controls) {
+    control.target = target;
+    control.action = action;
+    before.nextKeyView = control;
+    before = control;
+  }
 }
 
 }  // namespace keyrow::macos

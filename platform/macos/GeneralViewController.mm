@@ -8,6 +8,7 @@
 #include "ui/SettingsWindowView.h"
 
 namespace layout = keyrow::generalLayout;
+using keyrow::macos::connectControls;
 using keyrow::macos::isOn;
 using keyrow::macos::makeCheckbox;
 using keyrow::macos::makeHintLabel;
@@ -201,29 +202,17 @@ void keepSize(NSView* label, NSView* beside) {
 }
 
 - (void)connectControls {
-  const auto connect = [self](NSControl* control, SEL action) {
-    control.target = self;
-    control.action = action;
-  };
-  connect(_axPermissionButton, @selector(openAccessibilityPermissions:));
-  connect(_axPermissionHelpButton, @selector(showAXPermissionHelp:));
-  connect(_loginItemCheckbox, @selector(toggleLaunchAtLogin:));
-  connect(_capsLockIndicatorCheckbox, @selector(toggleCapsLockIndicator:));
-  connect(_externalFunctionKeysCheckbox, @selector(toggleExternalFunctionKeys:));
-  connect(_localShortcutButton, @selector(toggleLocalShortcutCapture:));
-  connect(_resetLocalShortcutButton, @selector(resetLocalShortcut:));
-  connect(_fnReplacementModifierPopup, @selector(changeFnReplacementModifier:));
-  connect(_quitButton, @selector(quitApp:));
-
-  // The keyboard's focus goes as the eye reads.
-  NSArray<NSView*>* const order = @[
-    _axPermissionButton, _axPermissionHelpButton, _loginItemCheckbox, _capsLockIndicatorCheckbox,
-    _externalFunctionKeysCheckbox, _localShortcutButton, _resetLocalShortcutButton,
-    _fnReplacementModifierPopup, _quitButton
-  ];
-  for (NSUInteger index = 0; index < order.count; ++index) {
-    order[index].nextKeyView = order[(index + 1) % order.count];
-  }
+  connectControls(self, {
+                            {_axPermissionButton, @selector(openAccessibilityPermissions:)},
+                            {_axPermissionHelpButton, @selector(showAXPermissionHelp:)},
+                            {_loginItemCheckbox, @selector(toggleLaunchAtLogin:)},
+                            {_capsLockIndicatorCheckbox, @selector(toggleCapsLockIndicator:)},
+                            {_externalFunctionKeysCheckbox, @selector(toggleExternalFunctionKeys:)},
+                            {_localShortcutButton, @selector(toggleLocalShortcutCapture:)},
+                            {_resetLocalShortcutButton, @selector(resetLocalShortcut:)},
+                            {_fnReplacementModifierPopup, @selector(changeFnReplacementModifier:)},
+                            {_quitButton, @selector(quitApp:)},
+                        });
 }
 
 - (NSPopover*)axPermissionPopover {
