@@ -53,6 +53,7 @@ bool equalIgnoringCase(std::string_view a, std::string_view b) {
 
 std::optional<NamedKey> keyNamed(std::string_view name) {
   if (equalIgnoringCase(name, "Escape")) return NamedKey{.keyCode = escapeKeyCode};
+  if (name == sectionKeyName) return NamedKey{.keyCode = sectionKeyCode};
   for (const auto& modifier : modifierNames) {
     if (equalIgnoringCase(name, modifier.name)) return modifier.key;
   }
@@ -75,6 +76,7 @@ const ModifierName* findModifier(std::uint16_t keyCode) {
 
 std::string keyName(std::uint16_t keyCode) {
   if (keyCode == escapeKeyCode) return "Escape";
+  if (keyCode == sectionKeyCode) return std::string{sectionKeyName};
   if (const auto* key = findKeyName(keyCode)) return std::string{key->displayName};
   if (const auto* modifier = findModifier(keyCode)) return std::string{modifier->name};
   return "key " + std::to_string(keyCode);

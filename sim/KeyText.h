@@ -16,8 +16,12 @@ struct NamedKey {
   std::uint64_t flags = 0;
 };
 
-/// The key with this name, in any case: one that Keyrow shows, or "Escape", or a modifier
-/// such as "fn" or "right-option". Absent for all other names.
+/// The key beside the left shift key on ISO keyboards (`kVK_ISO_Section`), and what it types.
+inline constexpr std::uint16_t sectionKeyCode = 10;
+inline constexpr std::string_view sectionKeyName = "§";
+
+/// The key with this name, in any case: one that Keyrow shows, or "Escape", or "§", or a
+/// modifier such as "fn" or "right-option". Absent for all other names.
 std::optional<NamedKey> keyNamed(std::string_view name);
 
 /// A key's name, or "key 200".

@@ -12,6 +12,7 @@ namespace {
 /// What a key types: its name in small letters, when that is a single character.
 std::optional<std::string> charactersOf(std::uint16_t keyCode) {
   auto name = keyName(keyCode);
+  if (name == sectionKeyName) return name;
   if (name.size() != 1) return std::nullopt;
   if (name[0] >= 'A' && name[0] <= 'Z') name[0] = static_cast<char>(name[0] - 'A' + 'a');
   return name;

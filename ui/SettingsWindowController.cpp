@@ -3,8 +3,7 @@
 namespace keyrow {
 
 void SettingsWindowController::show() {
-  if (!window_.hasWindow()) return;
-  bringForward();
+  if (!bringForward()) return;
   mainQueue_.async([this, weak = std::weak_ptr{alive}] {
     if (!weak.expired()) bringForward();
   });
@@ -17,10 +16,12 @@ void SettingsWindowController::didSelectTabViewItem() {
   window_.setFixedContentSize(settingsContentSize);
 }
 
-void SettingsWindowController::bringForward() {
+bool SettingsWindowController::bringForward() {
+  if (!window_.hasWindow()) return false;
   application_.activateAllWindows();
   application_.activate();
   window_.bringToFront();
+  return true;
 }
 
 }  // namespace keyrow

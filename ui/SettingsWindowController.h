@@ -27,7 +27,8 @@ class SettingsWindowController final : public SettingsWindowActions {
   void didSelectTabViewItem() override;
 
  private:
-  void bringForward();
+  /// Whether there is a window.
+  bool bringForward();
 
   SettingsWindowView& window_;
   Application& application_;

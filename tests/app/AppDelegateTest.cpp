@@ -117,8 +117,11 @@ TEST_F(AppDelegateTest, AdoptsTheHardwareModeWhenNoneIsStored) {
   launchWithFrontmost(safari);
   setHardware(FnState::standard);
   store("globalFnState", std::nullopt);
+  takeWrittenModes();
   mac.applications.activate(textEdit);
   EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
+  // Adopting writes nothing, only applying does.
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(1));
   EXPECT_THAT(logLines(), ElementsAre(switchedApps));
 }
 

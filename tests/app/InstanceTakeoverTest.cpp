@@ -102,6 +102,17 @@ TEST_F(InstanceTakeoverTest, TheOlderInstanceLeavesKeyboardAndPreferenceInTheGlo
                             "for instance takeover: standardFunctionKeys=false"}));
 }
 
+TEST_F(InstanceTakeoverTest, TheNoticeNamesTheApplicationAndBothInstances) {
+  std::vector<DistributedNotification> notices;
+  const auto observer = mac.distributedNotifications.observe(
+      [&](const DistributedNotification& notice) { notices.push_back(notice); });
+  process->launch();
+  ASSERT_EQ(notices.size(), 1U);
+  EXPECT_EQ(notices[0].name, "app.keyrow.Keyrow.instanceTakeover");
+  EXPECT_EQ(notices[0].object, appIdentifier);
+  EXPECT_EQ(notices[0].userInfo, (PropertyDictionary{{"sourcePID", 501}, {"targetPID", 400}}));
+}
+
 TEST_F(InstanceTakeoverTest, OneThatIsForcedOutIsWaitedForTwoSeconds) {
   older->hang(Hang::unreachable);
   EXPECT_EQ(launchTime(), 2s);

@@ -75,6 +75,33 @@ TEST_F(PanesTest, ResetIsOnlyOfferedForAnotherShortcutOrAnotherName) {
   general().pane().toggleLocalShortcutCapture();
   EXPECT_TRUE(general().isResetEnabled);
   EXPECT_EQ(general().localShortcutTitle, "Fn + §");
+  keyrow().settings().setLocalToggleShortcut({10, "`", std::nullopt});
+  general().pane().toggleLocalShortcutCapture();
+  general().pane().toggleLocalShortcutCapture();
+  EXPECT_TRUE(general().isResetEnabled);
+}
+
+TEST_F(PanesTest, CheckboxesShowWhatIsStored) {
+  for (const bool isOn : {true, false}) {
+    general().pane().toggleCapsLockIndicator(isOn);
+    EXPECT_EQ(general().isCapsLockIndicatorChecked, isOn);
+    general().pane().toggleExternalFunctionKeys(isOn);
+    EXPECT_EQ(general().isExternalFunctionKeysChecked, isOn);
+  }
+}
+
+TEST_F(PanesTest, TheyShowWhatIsOnWhenTheyAreLoaded) {
+  store("showCapsLockIndicator", true);
+  store("applyFnModeToExternalFunctionKeys", true);
+  store("enhancedDiagnosticsEnabled", true);
+  mac.loginItemStatus = LoginItemStatus::enabled;
+  process = std::make_unique<SimulatedProcess>(mac, 502);
+  SetUp();
+  process->settingsWindow().selectTab("About");
+  EXPECT_TRUE(general().isLoginItemChecked);
+  EXPECT_TRUE(general().isCapsLockIndicatorChecked);
+  EXPECT_TRUE(general().isExternalFunctionKeysChecked);
+  EXPECT_TRUE(about().isEnhancedDiagnosticsChecked);
 }
 
 TEST_F(PanesTest, CapturingHoldsOneMonitorAndGivesItBack) {

@@ -80,6 +80,21 @@ TEST_F(StatusBarControllerTest, WithoutTheSettingCapsLockIsNotAskedFor) {
   EXPECT_EQ(item().dot(), "none");
 }
 
+TEST_F(StatusBarControllerTest, ASettingThatWentOffBehindItsBackHidesTheDotWithTheNextMode) {
+  controller().toggleLocal();
+  showCapsLock(true);
+  store("showCapsLockIndicator", false);
+  item().click(ClickEvent::leftMouseUp);
+  EXPECT_EQ(item().dot(), "override");
+}
+
+TEST_F(StatusBarControllerTest, ANewModeBringsCapsLockUpToDate) {
+  showCapsLock(false);
+  mac.isCapsLockOn = true;
+  item().click(ClickEvent::leftMouseUp);
+  EXPECT_EQ(item().dot(), "caps-lock");
+}
+
 TEST_F(StatusBarControllerTest, AStateThatIsShownAlreadyIsNotShownAgain) {
   showCapsLock(true);
   // Something else hides it: only a new state, or switching it on anew, brings it back.
@@ -132,6 +147,15 @@ TEST_F(StatusBarControllerTest, ARightClickOpensAMenuThatIsBuiltAnew) {
   keyrow().modePolicy().setGlobalFnState(FnState::standard, nullptr);
   item().click(ClickEvent::rightMouseDown);
   EXPECT_EQ((*item().menu())[1].title, "Use Media & System Controls by Default");
+}
+
+TEST_F(StatusBarControllerTest, TheMenuNamesTheShortcutOfThisUser) {
+  keyrow().settings().setLocalToggleShortcut({17, "T", "t"});
+  keyrow().settings().setFnReplacementModifier(FnReplacementModifier::rightOption);
+  item().click(ClickEvent::rightMouseDown);
+  EXPECT_EQ((*item().menu())[4].toolTip,
+            "Creates or toggles an app-specific override for the frontmost app. Shortcut: Fn+T or "
+            "Right Option+T");
 }
 
 TEST_F(StatusBarControllerTest, TheHighlightGoesWithTheMainQueueAfterTheMenu) {
