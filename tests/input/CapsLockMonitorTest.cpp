@@ -6,11 +6,13 @@
 #include <optional>
 
 #include "tests/SimulatedMacTest.h"
+#include "tests/input/FakeHidManagers.h"
 
 namespace keyrow::sim {
 namespace {
 
 using namespace std::chrono_literals;
+using ::testing::ElementsAre;
 
 class CapsLockMonitorTest : public SimulatedMacTest {
  protected:
@@ -140,6 +142,44 @@ TEST_F(CapsLockMonitorTest, AManagerWithoutDevicesEmptiesTheCache) {
   mac.faults.fail(PortCall::copyDevices, 1);
   monitor().refreshCapsLockIfEnabled();
   EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+}
+
+TEST_F(CapsLockMonitorTest, AKeypadCountsToo) {
+  show(true);
+  mac.keyboards.attach("keypad",
+                       {.registryID = 1, .properties = {{"HIDCapsLockState", true}}, .usage = 7});
+  EXPECT_EQ(monitor().cachedCapsLockState(), true);
+  mac.keyboards.attach("mouse",
+                       {.registryID = 2, .properties = {{"HIDCapsLockState", true}}, .usage = 2});
+  mac.keyboards.unplug("keypad");
+  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+}
+
+TEST_F(CapsLockMonitorTest, IsReadyToListenBeforeItOpensItsManager) {
+  FakeHidManagers managers;
+  const auto& platform = process->platform();
+  CapsLockMonitor onFakes{managers,
+                          platform.eventMonitors,
+                          platform.notificationCenter,
+                          platform.mainQueue,
+                          keyrow().settings(),
+                          keyrow().diagnosticsLog().logger(LogCategory::hardware)};
+  show(true);
+  onFakes.applyCapsLockIndicatorSetting();
+  onFakes.applyCapsLockIndicatorSetting();
+  EXPECT_THAT(managers.calls, ElementsAre("create", "device matching", "register for devices",
+                                          "register for removals", "schedule", "open"));
+}
+
+TEST_F(CapsLockMonitorTest, SwitchedOffDuringABurstItStaysOff) {
+  attach("a", false, 1);
+  show(true);
+  mac.setCapsLock(true, "a");
+  mac.scheduler.advance(50ms);
+  show(false);
+  mac.scheduler.advance(1h);
+  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
+  EXPECT_EQ(process->statusItem().dot(), "none");
 }
 
 TEST_F(CapsLockMonitorTest, WorksWithNobodyToShowIt) {

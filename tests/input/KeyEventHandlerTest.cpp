@@ -58,6 +58,20 @@ TEST_F(KeyEventHandlerTest, EveryRepeatTogglesAgain) {
   EXPECT_THAT(takeWrittenModes(), ElementsAre(1, 0, 1, 0, 1, 0, 1, 0, 1, 0));
 }
 
+TEST_F(KeyEventHandlerTest, EveryRepeatOfFnEscapeTogglesAgain) {
+  for (int time = 0; time < 4; ++time) EXPECT_FALSE(passesAndRuns(keyDown, keyEscape, fn));
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(1, 0, 1, 0));
+}
+
+TEST_F(KeyEventHandlerTest, FnEscapeNamesItsKeyboard) {
+  storeOverride(textEdit, FnState::standard);
+  keyrow().modePolicy().applyStoredFnState();
+  for (int time = 0; time < 2; ++time) {
+    passesAndRuns(keyDown, keyEscape, fn);
+    EXPECT_THAT(logLines().back(), EndsWith(" source=external keyboard."));
+  }
+}
+
 TEST_F(KeyEventHandlerTest, ModifierChangesAreNeverSwallowed) {
   EXPECT_TRUE(passesAndRuns(flagsChanged, keyEscape, fn));
   EXPECT_TRUE(passesAndRuns(flagsChanged, keyGrave, fn));

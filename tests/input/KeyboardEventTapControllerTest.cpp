@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <future>
@@ -50,17 +52,6 @@ TEST_F(KeyboardEventTapControllerTest, StartsOneTapWithOneWorker) {
   EXPECT_THAT(logLines(), ElementsAre());
 }
 
-TEST_F(KeyboardEventTapControllerTest, SeesKeysAndModifiersAndNothingElse) {
-  ASSERT_TRUE(controller().startEventTap());
-  store("localToggleShortcutKeyCode", 50);
-  const KeyEvent shortcut{.timestamp = 0, .flags = keyEventFlag::secondaryFn, .keyCode = 50};
-  EXPECT_FALSE(mac.eventTaps.post(10, shortcut));
-  EXPECT_FALSE(mac.eventTaps.post(11, shortcut));
-  EXPECT_TRUE(mac.eventTaps.post(12, shortcut));
-  EXPECT_TRUE(mac.eventTaps.post(1, shortcut));
-  EXPECT_TRUE(mac.eventTaps.post(14, shortcut));
-}
-
 TEST_F(KeyboardEventTapControllerTest, StartingAgainOnlyEnables) {
   controller().startEventTap();
   mac.eventTaps.disableAll(0);
@@ -76,6 +67,7 @@ TEST_F(KeyboardEventTapControllerTest, ATapThatIsRefusedIsLogged) {
     EXPECT_FALSE(controller().startEventTap());
     EXPECT_EQ(logLines().back(), "input error: Failed to create the keyboard event tap.");
     EXPECT_EQ(handles("EventTap") + handles("RunLoopSource") + handles("thread"), 0);
+    EXPECT_EQ(mac.eventTaps.enabledCount(), 0);
   }
   EXPECT_EQ(logLines().size(), 2U);
   EXPECT_TRUE(controller().startEventTap());
@@ -162,42 +154,56 @@ TEST_F(KeyboardEventTapControllerTest, TheEndOfTheProcessLeavesNothing) {
 class DeferredEventTaps final : public EventTaps {
  public:
   std::vector<std::string> calls;
+  /// Of the tap that was created last.
+  std::uint64_t eventsOfInterest = 0;
   /// Of the threads, in the order in which they were started.
   std::deque<std::function<void()>> bodies;
   bool isEnabled = true;
   /// Runs in `run`, while the worker is in its run loop.
   std::function<void()> whileRunning = [] {};
+  /// Runs in every call but `currentRunLoop`.
+  std::function<void()> inCall = [] {};
 
-  std::shared_ptr<EventTap> createTap(std::uint64_t, TappedEventHandler&) override {
+  std::shared_ptr<EventTap> createTap(std::uint64_t events, TappedEventHandler&) override {
+    eventsOfInterest = events;
+    inCall();
     return std::make_shared<Tap>(*this);
   }
   std::shared_ptr<RunLoopSource> createRunLoopSource(EventTap&) override {
+    inCall();
     return std::make_shared<RunLoopSource>();
   }
   std::shared_ptr<RunLoop> currentRunLoop() override { return std::make_shared<Loop>(*this); }
   void startThread(std::string_view, std::function<void()> body) override {
     bodies.push_back(std::move(body));
+    inCall();
   }
 
  private:
+  void note(std::string call) {
+    calls.push_back(std::move(call));
+    inCall();
+  }
+
   struct Tap final : EventTap {
     explicit Tap(DeferredEventTaps& itsOwner) : owner{itsOwner} {}
-    void setEnabled(bool enabled) override {
-      owner.calls.push_back(enabled ? "enable" : "disable");
+    void setEnabled(bool enabled) override { owner.note(enabled ? "enable" : "disable"); }
+    bool isEnabled() override {
+      owner.inCall();
+      return owner.isEnabled;
     }
-    bool isEnabled() override { return owner.isEnabled; }
-    void invalidate() override { owner.calls.emplace_back("invalidate"); }
+    void invalidate() override { owner.note("invalidate"); }
     DeferredEventTaps& owner;
   };
   struct Loop final : RunLoop {
     explicit Loop(DeferredEventTaps& itsOwner) : owner{itsOwner} {}
-    void addSource(RunLoopSource&) override { owner.calls.emplace_back("add source"); }
-    void removeSource(RunLoopSource&) override { owner.calls.emplace_back("remove source"); }
+    void addSource(RunLoopSource&) override { owner.note("add source"); }
+    void removeSource(RunLoopSource&) override { owner.note("remove source"); }
     void run() override {
-      owner.calls.emplace_back("run");
+      owner.note("run");
       std::exchange(owner.whileRunning, [] {})();
     }
-    void stop() override { owner.calls.emplace_back("stop"); }
+    void stop() override { owner.note("stop"); }
     DeferredEventTaps& owner;
   };
 };
@@ -211,6 +217,12 @@ class WorkerTest : public SimulatedMacTest {
 
   std::vector<std::string> takeCalls() { return std::exchange(taps.calls, {}); }
 };
+
+TEST_F(WorkerTest, TheTapSeesKeysAndModifiersAndNothingElse) {
+  controller->startEventTap();
+  // Bits 10, 11 and 12.
+  EXPECT_EQ(taps.eventsOfInterest, 0x1C00U);
+}
 
 TEST_F(WorkerTest, SchedulesItsSourceBeforeItEnablesTheTap) {
   controller->startEventTap();
@@ -304,6 +316,27 @@ TEST_F(WorkerTest, AWorkerThatEndsForgetsItsRunLoop) {
   takeCalls();
   controller->stopEventTap();
   EXPECT_THAT(takeCalls(), ElementsAre("disable", "invalidate"));
+}
+
+/// While the system works on a call, which may take its time, workers must get on.
+TEST_F(WorkerTest, NobodyWaitsForACallIntoTheSystem) {
+  controller->startEventTap();
+  taps.isEnabled = false;
+  controller->startEventTap();
+  // Its tap has been replaced, so it only looks at the controller's state.
+  const auto staleWorker = taps.bodies[0];
+  std::vector<std::future<void>> looks;
+  taps.inCall = [&] {
+    looks.push_back(std::async(std::launch::async, staleWorker));
+    EXPECT_EQ(looks.back().wait_for(std::chrono::seconds{10}), std::future_status::ready);
+  };
+  taps.whileRunning = [&] { controller->recoverEventTap(timeout); };
+  taps.bodies[1]();
+  controller->stopEventTap();
+  EXPECT_THAT(takeCalls(),
+              ElementsAre("enable", "add source", "enable", "run", "enable", "stop", "disable",
+                          "invalidate", "remove source", "disable", "invalidate"));
+  EXPECT_GE(looks.size(), 14U);
 }
 
 }  // namespace

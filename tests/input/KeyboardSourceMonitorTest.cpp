@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/input/FakeHidManagers.h"
 #include "tests/input/KeyboardSourceMonitorFixture.h"
 
 namespace keyrow::sim {
@@ -157,51 +158,6 @@ TEST_F(KeyboardSourceMonitorTest, IgnoresAnInputWithoutASender) {
   input(keyboard, tick - 3'000'000);
   EXPECT_EQ(productAt(tick), "Pro");
 }
-
-/// Notes what is asked of it in the order of the calls, and delivers what it is told to.
-class FakeHidManagers final : public HidManagers {
- public:
-  std::vector<std::string> calls;
-  std::vector<PropertyDictionary> deviceMatching;
-  PropertyDictionary inputValueMatching;
-  std::function<void(const HidInputValue&)> callback;
-
-  std::unique_ptr<HidManager> create() override {
-    calls.emplace_back("create");
-    return std::make_unique<Manager>(*this);
-  }
-
- private:
-  class Manager final : public HidManager {
-   public:
-    explicit Manager(FakeHidManagers& owner) : owner_{owner} {}
-    ~Manager() override { owner_.calls.emplace_back("destroy"); }
-
-    void setDeviceMatching(std::span<const PropertyDictionary> matching) override {
-      owner_.calls.emplace_back("device matching");
-      owner_.deviceMatching.assign(matching.begin(), matching.end());
-    }
-    void setInputValueMatching(const PropertyDictionary& matching) override {
-      owner_.calls.emplace_back("input value matching");
-      owner_.inputValueMatching = matching;
-    }
-    void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
-      owner_.calls.emplace_back("register");
-      owner_.callback = std::move(handler);
-    }
-    void registerDeviceMatchingCallback(std::function<void()>) override {}
-    void registerDeviceRemovalCallback(std::function<void()>) override {}
-    std::vector<std::unique_ptr<HidDevice>> devices() override { return {}; }
-    void scheduleWithMainRunLoop() override { owner_.calls.emplace_back("schedule"); }
-    IOReturn open() override {
-      owner_.calls.emplace_back("open");
-      return ioReturnSuccess;
-    }
-
-   private:
-    FakeHidManagers& owner_;
-  };
-};
 
 class FakeHidDevice final : public HidDevice {
  public:
