@@ -26,7 +26,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   lastActivatedBundleIdentifier = use.workspace.frontmostBundleIdentifier();
   promptForAccessibilityIfNeeded();
   startEventTapIfPossible();
-  activationObserver = use.workspace.observeActivation([this] { handleApplicationActivation(); });
+  installAppActivationObserver();
   wakeObserver = use.workspace.observeDidWake([this] { handleWake(); });
   sleepObserver = use.workspace.observeWillSleep([this] {
     use.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
@@ -84,6 +84,10 @@ void AppDelegate::handleWake() {
   use.capsLockMonitor.refreshCapsLockIfEnabled();
   // macOS can disable a tap during sleep without ever announcing it.
   if (eventTapStarted) use.eventTapController.reviveEventTap();
+}
+
+void AppDelegate::installAppActivationObserver() {
+  activationObserver = use.workspace.observeActivation([this] { handleApplicationActivation(); });
 }
 
 void AppDelegate::installAppActiveObserver() {

@@ -65,6 +65,7 @@ class AppDelegate {
   void syncAfterLeavingSystemSettings();
   void syncFromHardware();
   void handleWake();
+  void installAppActivationObserver();
   void installAppActiveObserver();
   void startEventTapIfPossible();
   void showEventTapFailureAlert();

@@ -4,13 +4,21 @@
 
 namespace keyrow::sim {
 
+namespace {
+
+SystemError notAllowed() {
+  return {"Notifications are not allowed for this application", "UNErrorDomain", 1};
+}
+
+}  // namespace
+
 void SimulatedUserNotifications::requestAuthorization(
     std::function<void(bool granted, const std::optional<SystemError>& error)> completion) {
   auto& mac = context_.mac;
   mac.trace.add("request notification authorization");
   std::optional<SystemError> error;
   if (mac.strikes(PortCall::requestNotificationAuthorization)) {
-    error = SystemError{std::nullopt, "UNErrorDomain", 1};
+    error = notAllowed();
   }
   // The user takes a moment to answer.
   mac.scheduler.schedule(std::chrono::seconds{1},
@@ -25,7 +33,7 @@ void SimulatedUserNotifications::add(
     std::function<void(const std::optional<SystemError>& error)> completion) {
   auto& mac = context_.mac;
   if (mac.strikes(PortCall::addNotification) || !mac.notifications.isAuthorized) {
-    completion(SystemError{std::nullopt, "UNErrorDomain", 1});
+    completion(notAllowed());
     return;
   }
   mac.notifications.delivered.insert_or_assign(notification.identifier, notification);

@@ -8,7 +8,9 @@ namespace keyrow {
 
 namespace {
 
-std::string reminderIdentifier() { return std::string{appIdentifier} + ".sparkle-update-reminder"; }
+std::string updateReminderNotificationIdentifier() {
+  return std::string{appIdentifier} + ".sparkle-update-reminder";
+}
 
 }  // namespace
 
@@ -35,8 +37,8 @@ void SparkleUpdater::setAutomaticChecksEnabled(bool enabled) {
 }
 
 void SparkleUpdater::removeUpdateReminder() {
-  use.userNotifications.removePending(reminderIdentifier());
-  use.userNotifications.removeDelivered(reminderIdentifier());
+  use.userNotifications.removePending(updateReminderNotificationIdentifier());
+  use.userNotifications.removeDelivered(updateReminderNotificationIdentifier());
 }
 
 void SparkleUpdater::willScheduleUpdateCheck() {
@@ -65,13 +67,14 @@ void SparkleUpdater::willHandleShowingUpdate(bool handlesShowing, const std::str
 }
 
 NotificationPresentation SparkleUpdater::willPresentNotification(std::string_view identifier) {
-  return identifier == reminderIdentifier() ? NotificationPresentation::soundListBanner
-                                            : NotificationPresentation::none;
+  return identifier == updateReminderNotificationIdentifier()
+             ? NotificationPresentation::soundListBanner
+             : NotificationPresentation::none;
 }
 
 void SparkleUpdater::didReceiveNotificationResponse(const std::string& identifier,
                                                     std::function<void()> completed) {
-  if (identifier == reminderIdentifier()) {
+  if (identifier == updateReminderNotificationIdentifier()) {
     removeUpdateReminder();
     use.settingsWindowController.show();
     use.updateFramework.checkForUpdates();
@@ -89,7 +92,7 @@ void SparkleUpdater::postUpdateReminder(const std::string& displayVersion) {
   // A newer reminder takes the place of the old one.
   removeUpdateReminder();
   use.userNotifications.add(
-      {.identifier = reminderIdentifier(),
+      {.identifier = updateReminderNotificationIdentifier(),
        .title = "Keyrow update available",
        .body = "Version " + displayVersion + " is ready to review and install."},
       [&log = use.appLog](const std::optional<SystemError>& error) {

@@ -118,7 +118,8 @@ TEST_F(SparkleUpdaterTest, AFailedPostIsLogged) {
   mac.faults.fail(PortCall::addNotification, 1);
   updater().willHandleShowingUpdate(false, "1.1", false);
   EXPECT_EQ(logLines().back(),
-            "app error: Failed to post Sparkle update reminder notification: UNErrorDomain (1)");
+            "app error: Failed to post Sparkle update reminder notification: Notifications are not "
+            "allowed for this application");
 }
 
 }  // namespace
