@@ -4,6 +4,8 @@
 
 #include "platform/Application.h"
 #include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/tests/LayoutFaults.h"
+#include "platform/macos/tests/PaneImage.h"
 #include "platform/macos/tests/SettingsWindowFixture.h"
 #include "ui/GeneralLayout.h"
 
@@ -148,6 +150,22 @@ TEST_F(GeneralPaneTest, TheShortcutIsRecordedAndReset) {
   EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + `");
   EXPECT_EQ(keyrow.settings().localToggleShortcut(), defaultLocalToggleShortcut());
   EXPECT_FALSE(pane().resetLocalShortcutButton.enabled);
+}
+
+TEST_F(GeneralPaneTest, HasRoomForEveryTextThatItShows) {
+  keyrow.createWindow();
+  const auto items = fnReplacementItems();
+  for (std::size_t index = 0; index < items.size(); ++index) {
+    if (items[index].isSeparator) continue;
+    choose(static_cast<NSInteger>(index));
+    for (const auto* state : {"", ", capturing"}) {
+      [pane().view layoutSubtreeIfNeeded];
+      const auto name = "settings-general, " + std::string{items[index].title} + state;
+      EXPECT_EQ(layoutFaults(pane().view), "") << name;
+      EXPECT_TRUE(writeImage(pane().view, name));
+      [pane().localShortcutButton performClick:nil];
+    }
+  }
 }
 
 TEST_F(GeneralPaneTest, TheOtherButtonsDoWhatTheySay) {
