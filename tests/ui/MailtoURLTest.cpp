@@ -26,7 +26,9 @@ TEST(MailtoURLTest, EncodesOtherScriptsAsUTF8) {
 }
 
 TEST(MailtoURLTest, LeavesUnreservedCharactersAsTheyAre) {
-  EXPECT_EQ(mailtoURL("a@b.example", "aZ09-._~"), "mailto:a@b.example?subject=aZ09-._~");
+  EXPECT_EQ(mailtoURL("a@b.example", "AZaz09-._~"), "mailto:a@b.example?subject=AZaz09-._~");
+  // What stands right beside them in ASCII.
+  EXPECT_EQ(mailtoURL("a@b.example", "@[`{/:"), "mailto:a@b.example?subject=%40%5B%60%7B%2F%3A");
 }
 
 }  // namespace
