@@ -21,7 +21,7 @@ if(NOT KEYROW_VERSION MATCHES "^[0-9]+\\.[0-9]+(\\.[0-9]+)?$")
     "to two or three numbers with dots between them, such as 1.2 or 1.2.3.")
 endif()
 
-if(KEYROW_BUILD AND NOT KEYROW_BUILD MATCHES "^[1-9][0-9]*$")
+if(NOT "${KEYROW_BUILD}" MATCHES "^([1-9][0-9]*)?$")
   message(FATAL_ERROR "\"${KEYROW_BUILD}\" is not a build number. Configure with "
     "-DKEYROW_BUILD=NUMBER, or with -DKEYROW_BUILD= to count the commits.")
 endif()
@@ -31,7 +31,7 @@ if(DEFINED KEYROW_SUPPORT_ADDRESS AND NOT KEYROW_SUPPORT_ADDRESS MATCHES "^[^@ \
     "-DKEYROW_SUPPORT_ADDRESS=NAME@HOST.")
 endif()
 
-if(KEYROW_FEED_URL AND NOT KEYROW_FEED_URL MATCHES "^https://[^/]")
+if(NOT "${KEYROW_FEED_URL}" MATCHES "^(https://[^/].*)?$")
   message(FATAL_ERROR "Updates cannot come from \"${KEYROW_FEED_URL}\". Configure with "
     "-DKEYROW_FEED_URL=https://HOST/FILE.")
 endif()
@@ -39,4 +39,10 @@ if(KEYROW_FEED_URL AND NOT KEYROW_SPARKLE_PUBLIC_KEY)
   message(FATAL_ERROR "Updates from ${KEYROW_FEED_URL} would not be accepted without the key that "
     "proves them. Configure with -DKEYROW_SPARKLE_PUBLIC_KEY=KEY, too; Sparkle's generate_keys "
     "makes one.")
+endif()
+string(LENGTH "${KEYROW_SPARKLE_PUBLIC_KEY}" keyrow_key_length)
+if(NOT "${KEYROW_SPARKLE_PUBLIC_KEY}" MATCHES "^([A-Za-z0-9+/]+=)?$"
+    OR NOT keyrow_key_length MATCHES "^(0|44)$")
+  message(FATAL_ERROR "\"${KEYROW_SPARKLE_PUBLIC_KEY}\" is not a public key. Configure with "
+    "-DKEYROW_SPARKLE_PUBLIC_KEY=KEY, the 44 characters that Sparkle's generate_keys prints.")
 endif()

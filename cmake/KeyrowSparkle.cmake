@@ -6,31 +6,38 @@
 
 set(KEYROW_SPARKLE_DIR "" CACHE PATH
   "The folder that holds Sparkle.framework; empty to fetch Sparkle's release")
-set(KEYROW_SPARKLE_URL
-  "https://github.com/sparkle-project/Sparkle/releases/download/2.6.4/Sparkle-for-Swift-Package-Manager.zip"
-  CACHE STRING "Where Sparkle's release is fetched from")
+set(KEYROW_SPARKLE_URL "" CACHE STRING
+  "Where Sparkle's release is fetched from; empty for where its makers put it")
+set(keyrow_sparkle_version 2.6.4)
 set(keyrow_sparkle_sha256 eb3814726816ca2f09334ce562fff1b2cd0f7c16dd4e283256081f307accb9c4)
-set(keyrow_sparkle_advice "Download Sparkle 2.6.4 yourself, unpack it, and configure again with \
--DKEYROW_SPARKLE_DIR=FOLDER, where FOLDER holds Sparkle.framework.")
+set(keyrow_sparkle_url "${KEYROW_SPARKLE_URL}")
+if(NOT keyrow_sparkle_url)
+  set(keyrow_sparkle_url "https://github.com/sparkle-project/Sparkle/releases/download/\
+${keyrow_sparkle_version}/Sparkle-for-Swift-Package-Manager.zip")
+endif()
+set(keyrow_sparkle_advice "Download Sparkle ${keyrow_sparkle_version} yourself, unpack it, and \
+configure again with -DKEYROW_SPARKLE_DIR=FOLDER, where FOLDER holds Sparkle.framework.")
 
 # keyrow_fetch_sparkle(FOLDER)
 #
 # Leaves the unpacked release in the folder.
 function(keyrow_fetch_sparkle folder)
   set(archive "${folder}.zip")
-  message(STATUS "Fetching Sparkle from ${KEYROW_SPARKLE_URL}")
-  file(DOWNLOAD "${KEYROW_SPARKLE_URL}" "${archive}" STATUS status TLS_VERIFY ON)
+  message(STATUS "Fetching Sparkle from ${keyrow_sparkle_url}")
+  file(DOWNLOAD "${keyrow_sparkle_url}" "${archive}"
+    STATUS status TLS_VERIFY ON INACTIVITY_TIMEOUT 60)
   list(POP_FRONT status code text)
   if(NOT code EQUAL 0)
     file(REMOVE "${archive}")
-    message(FATAL_ERROR "Sparkle could not be fetched from ${KEYROW_SPARKLE_URL}: ${text}. "
+    message(FATAL_ERROR "Sparkle could not be fetched from ${keyrow_sparkle_url}: ${text}. "
       "${keyrow_sparkle_advice}")
   endif()
   file(SHA256 "${archive}" sha256)
   if(NOT sha256 STREQUAL keyrow_sparkle_sha256)
     file(REMOVE "${archive}")
-    message(FATAL_ERROR "What came from ${KEYROW_SPARKLE_URL} is not Sparkle 2.6.4: its SHA-256 is "
-      "${sha256} and not ${keyrow_sparkle_sha256}. ${keyrow_sparkle_advice}")
+    message(FATAL_ERROR "What came from ${keyrow_sparkle_url} is not Sparkle "
+      "${keyrow_sparkle_version}: its SHA-256 is ${sha256} and not ${keyrow_sparkle_sha256}. "
+      "${keyrow_sparkle_advice}")
   endif()
   # Under another name first, so that a half unpacked folder is never taken for a whole one.
   file(REMOVE_RECURSE "${folder}.part")
@@ -48,7 +55,7 @@ if(KEYROW_SPARKLE_DIR)
 elseif(CMAKE_CROSSCOMPILING)
   set(KEYROW_SPARKLE_FRAMEWORK "")
 else()
-  set(keyrow_sparkle_release "${CMAKE_BINARY_DIR}/Sparkle-2.6.4")
+  set(keyrow_sparkle_release "${CMAKE_BINARY_DIR}/Sparkle-${keyrow_sparkle_version}")
   if(NOT EXISTS "${keyrow_sparkle_release}")
     keyrow_fetch_sparkle("${keyrow_sparkle_release}")
   endif()
