@@ -64,7 +64,8 @@ void AppDelegate::syncAfterLeavingSystemSettings() {
   const auto frontmost = use.workspace.frontmostBundleIdentifier();
   const auto previous = std::exchange(lastActivatedBundleIdentifier, frontmost);
   if (!isSystemSettings(previous) || isSystemSettings(frontmost)) return;
-  if (const auto hardware = use.modePolicy.currentFnState()) {
+  const auto hardware = use.modePolicy.currentFnState();
+  if (hardware && !use.modePolicy.isLeftover(*hardware)) {
     use.modePolicy.syncStoredGlobalFnState(*hardware, false,
                                            "from hardware after leaving System Settings");
   }
@@ -74,7 +75,8 @@ void AppDelegate::syncFromHardware() {
   // While an override is in force the hardware holds the override's mode.
   if (use.modePolicy.isLocalScopeActive()) return;
   const auto hardware = use.modePolicy.currentFnState();
-  if (hardware && hardware != use.storedFnStates.global()) {
+  if (hardware && hardware != use.storedFnStates.global() &&
+      !use.modePolicy.isLeftover(*hardware)) {
     use.modePolicy.syncStoredGlobalFnState(*hardware, false, "from hardware during app switch");
   }
 }

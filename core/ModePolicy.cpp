@@ -135,6 +135,11 @@ std::optional<FnState> ModePolicy::currentFnState() {
   return std::nullopt;
 }
 
+bool ModePolicy::isLeftover(FnState hardware) const {
+  return (isLocalScopeActive_ || hasFailedToApply) &&
+         lastKnownFnState_.value_or(hardware) == hardware;
+}
+
 void ModePolicy::refreshFromHardware() {
   if (const auto state = fnStateController_.readFnState()) {
     IOKitRetryCount = 0;
@@ -160,6 +165,7 @@ void ModePolicy::pruneLocalFnStates() {
 
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {
   const auto written = fnStateController_.writeFnState(state);
+  hasFailedToApply = !written;
   if (!written) {
     stateLog_.error("Failed to " + std::string{action} + ": " +
                     std::string{errorDescription(written.error())} + sourceSuffix(source));

@@ -89,6 +89,11 @@ class ModePolicy {
   /// The hardware's mode; absent, and logged, when it cannot be read.
   std::optional<FnState> currentFnState();
 
+  /// Whether a mode that is found in the hardware is one that nobody has chosen for all
+  /// applications: the override in force, or what was there before Keyrow failed to apply
+  /// another mode, such as the override of a Keyrow that was killed.
+  bool isLeftover(FnState hardware) const;
+
   /// Brings `lastKnownFnState` up to date with the hardware; retries a failed read at
   /// most three times, 0.35, 0.7 and 1.05 s apart.
   void refreshFromHardware();
@@ -116,6 +121,8 @@ class ModePolicy {
 
   std::optional<FnState> lastKnownFnState_;
   bool isLocalScopeActive_ = false;
+  /// The last mode that was to be applied could not be written.
+  bool hasFailedToApply = false;
   /// Consecutive failed hardware reads.
   int IOKitRetryCount = 0;
   /// Each retry removes itself.

@@ -21,6 +21,7 @@ std::string text(std::optional<FnState> mode) {
 
 void ModeModel::launch() {
   isRunning = true;
+  hasFailedToWrite = false;
   refresh();
   prune();
   previous = frontmost;
@@ -46,7 +47,10 @@ void ModeModel::switchTo(const App& app) {
   if (!isRunning) return;
   const bool leavesSystemSettings = isSystemSettings(previous) && !isSystemSettings(app);
   previous = app;
-  if (leavesSystemSettings || !state.isLocal) adopt(readable());
+  // A mode is adopted that somebody has chosen, and not one that Keyrow left there.
+  const bool isLeftover =
+      (state.isLocal || hasFailedToWrite) && (!state.shown || state.shown == state.hardware);
+  if ((leavesSystemSettings || !state.isLocal) && !isLeftover) adopt(readable());
   apply();
 }
 
@@ -127,6 +131,7 @@ std::optional<FnState> ModeModel::globalOrHardware() {
 }
 
 bool ModeModel::write(FnState mode) {
+  hasFailedToWrite = !canWrite;
   if (!canWrite) return false;
   state.hardware = mode;
   state.shown = mode;

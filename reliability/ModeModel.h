@@ -35,6 +35,8 @@ class ModeModel {
   bool canRead = true;
   bool canWrite = true;
   bool isRunning = false;
+  /// The last mode that was to be written could not be.
+  bool hasFailedToWrite = false;
   App frontmost;
   /// The application before the last switch, as Keyrow knows it.
   App previous;

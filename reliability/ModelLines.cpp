@@ -44,7 +44,7 @@ struct Meaning {
   void (*happen)(ModeModel&, const Words&);
 };
 constexpr auto nothing = [](ModeModel&, const Words&) {};
-constexpr std::array<Meaning, 42> meanings{{
+constexpr std::array<Meaning, 54> meanings{{
     {"repair", [](ModeModel& model, const Words&) { model.canRead = model.canWrite = true; }},
     {"fail ",
      [](ModeModel& model, const Words& words) {
@@ -87,6 +87,20 @@ constexpr std::array<Meaning, 42> meanings{{
      }},
     {"choose \"Quit\"", [](ModeModel& model, const Words&) { model.quit(); }},
     {"choose \"Settings…\"", nothing},
+    {"choose \"Right Option\"", nothing},
+    {"choose \"Off\"", nothing},
+    {"preference true",
+     [](ModeModel& model, const Words&) { model.state.preference = FnState::standard; }},
+    {"preference false",
+     [](ModeModel& model, const Words&) { model.state.preference = FnState::special; }},
+    {"preference none", [](ModeModel& model, const Words&) { model.state.preference.reset(); }},
+    {"answer ", nothing},
+    {"login-item ", nothing},
+    {"mail ", nothing},
+    {"notifications ", nothing},
+    {"update ", nothing},
+    {"open notification", nothing},
+    {"info ", nothing},
     {"click right", [](ModeModel& model, const Words&) { model.openMenu(); }},
     {"click \"Quit\"", [](ModeModel& model, const Words&) { model.quit(); }},
     {"click \"", nothing},

@@ -15,6 +15,11 @@ namespace keyrow::reliability {
 Session::Session() {
   model.installed = {"com.apple.finder", "com.apple.systempreferences", "com.apple.SystemSettings"};
   model.state = actualState();
+  stage.mac.timeline.setListener([this](const sim::TimelineEvent& event) {
+    if (event.kind == sim::TimelineEvent::Kind::process && event.text.ends_with("has quit")) {
+      farewells.push_back(actualState());
+    }
+  });
 }
 
 std::string Session::play(const std::string& line) {
@@ -24,6 +29,7 @@ std::string Session::play(const std::string& line) {
 
 std::string Session::play(const sim::Step& step) {
   const auto before = look();
+  farewells.clear();
   const auto& line = step.text;
   const bool wasDisturbed = isDisturbed();
   sim::Outcome outcome;
@@ -44,8 +50,9 @@ std::string Session::play(const sim::Step& step) {
       ++comparedCount_;
     }
   }
-  for (auto problem : {compareWithModel(), wrongStorage(line, before), wrongImage(),
-                       wrongFarewell(before), wrongTap(line, before), leaks(stage)}) {
+  for (auto problem : {compareWithModel(), wrongStorage(line, before), wrongLoss(line, before),
+                       wrongAdoption(line, before), wrongImage(), wrongFarewell(before),
+                       wrongTap(line, before), leaks(stage)}) {
     if (!problem.empty()) return problem;
   }
   return {};
@@ -61,7 +68,8 @@ Session::Before Session::look() {
           .writtenCount = stage.mac.hid.writtenValues().size(),
           .isTapWorking = stage.mac.eventTaps.enabledCount() > 0,
           .isAsleep = stage.mac.power.isAsleep(),
-          .alertCount = stage.mac.screen.alerts().size()};
+          .alertCount = stage.mac.screen.alerts().size(),
+          .isHardwareOfOverride = isHardwareOfOverride};
 }
 
 ModeModel::State Session::actualState() {
@@ -88,13 +96,16 @@ ModeModel::State Session::actualState() {
 /// Whether something is going on that the model knows nothing of.
 bool Session::isDisturbed() {
   auto* process = stage.process();
-  return hasUnknownFault || stage.runningCount() > 1 || (process && process->isHanging());
+  return isModelLeftOut || hasUnknownFault || stage.runningCount() > 1 ||
+         (process && process->isHanging());
 }
 
 bool Session::tellModel(const std::string& line, const Before& before) {
   if (line == "repair") hasUnknownFault = false;
   if (line.starts_with("fail ") && !isKnownFault(line)) {
     hasUnknownFault = true;
+    // What was not synchronized comes later, even after a repair.
+    if (line.starts_with("fail synchronize-preferences")) isModelLeftOut = true;
     return false;
   }
   if (line == "launch keyrow") {
@@ -112,9 +123,14 @@ bool Session::tellModel(const std::string& line, const Before& before) {
     if (isMeant) model.quit();
     return true;
   }
+  for (const auto* start : {"hold ", "setting shortcut ", "setting fn-replacement ",
+                            "click \"Fn + ", "choose \"Right Option\""}) {
+    if (line.starts_with(start)) areKeysUncertain = true;
+  }
+  if (areKeysUncertain && line.starts_with("press ")) return false;
   const bool isShortcut = line.starts_with("press fn+escape ") || line.starts_with("press fn+` ");
   if (isShortcut && (!before.isTapWorking || !model.isRunning)) return true;
-  if (line.starts_with("front ") && isPreviousUncertain) return false;
+  if (line.starts_with("front ") && !canFollowSwitch()) return false;
   // Whoever cannot read now tries again later.
   if (!model.canRead || !model.state.hardware) isShownUncertain = true;
   return happen(line, model);
@@ -124,16 +140,26 @@ bool Session::tellModel(const std::string& line, const Before& before) {
 bool Session::followFrontmost() {
   const auto& frontmost = stage.mac.applications.frontmost();
   if (frontmost == model.frontmost) return true;
-  if (isPreviousUncertain) return false;
+  if (!canFollowSwitch()) return false;
   model.switchTo(frontmost);
   return true;
+}
+
+/// What an application switch does depends on the application before, and after a failed
+/// writing on what Keyrow has seen in the hardware since.
+bool Session::canFollowSwitch() const {
+  return !isPreviousUncertain && !(isShownUncertain && model.hasFailedToWrite);
 }
 
 /// The model cannot tell, so it goes on from what there is. A switch tells Keyrow which
 /// application is the previous one.
 void Session::adoptActual(bool isSwitch) {
   model.state = actualState();
-  model.isRunning = stage.process() != nullptr;
+  auto* process = stage.process();
+  model.isRunning = process != nullptr;
+  const auto* policy = process ? &process->keyrow().modePolicy() : nullptr;
+  model.hasFailedToWrite =
+      policy && policy->isLeftover(policy->lastKnownFnState().value_or(FnState::special));
   model.frontmost = stage.mac.applications.frontmost();
   model.previous = model.frontmost;
   isPreviousUncertain = !isSwitch;
@@ -163,11 +189,44 @@ std::string Session::wrongStorage(const std::string& line, const Before& before)
     if (!wasWritten(mode)) return "an override was stored for " + app + " that was never written";
   }
   if (!now.global || now.global == before.state.global || wasWritten(*now.global)) return {};
-  // What is adopted was there: in the keyboard, or in the system preference.
+  // What is adopted was there: in the keyboard, or in the system preference, which may be an
+  // old one where it could not be synchronized.
+  if (hasFailed("synchronize-preferences")) return {};
   for (const auto& seen : {before.state.hardware, now.hardware, before.state.preference}) {
     if (seen == now.global) return {};
   }
   return "a global mode was stored that was never there";
+}
+
+std::string Session::wrongLoss(const std::string& line, const Before& before) {
+  if (line.starts_with("defaults ") || hasLogged("Cleared the current app override")) return {};
+  // To Keyrow it looks as if the application had been removed.
+  if (hasFailed("find-application")) return {};
+  const auto now = actualState();
+  for (const auto& [app, mode] : before.state.overrides) {
+    if (!now.overrides.contains(app) && stage.mac.applications.isInstalled(app)) {
+      return "the override of " + app + " is lost";
+    }
+  }
+  return {};
+}
+
+/// Whoever changes the mode by hand takes it from the override; whatever Keyrow writes that
+/// is not the global mode is an override's. Of two instances, one that hung cannot know what
+/// the other one wrote meanwhile.
+std::string Session::wrongAdoption(const std::string& line, const Before& before) {
+  const auto written = stage.mac.hid.writtenValues();
+  const auto global = actualState().global;
+  if (line.starts_with("system-settings ") || line.starts_with("hardware ")) {
+    isHardwareOfOverride = false;
+  } else if (written.size() > before.writtenCount) {
+    isHardwareOfOverride =
+        before.runningCount <= 1 && (!global || written.back() != PropertyValue{rawValue(*global)});
+  }
+  const bool isAdopted = hasLogged("Synchronized the stored global function key mode");
+  return isAdopted && before.isHardwareOfOverride && global == before.state.hardware
+             ? "an override became the global mode"
+             : "";
 }
 
 std::string Session::wrongImage() {
@@ -179,30 +238,29 @@ std::string Session::wrongImage() {
 }
 
 std::string Session::wrongFarewell(const Before& before) {
-  const auto now = actualState();
+  for (const auto& left : farewells) {
+    auto problem = wrongState(left, /*isGone=*/true);
+    if (!problem.empty()) return problem;
+  }
   const bool fellAsleep = stage.mac.power.isAsleep() && !before.isAsleep;
-  const auto events = stage.recentTimeline();
-  const auto hasHappened = [&](std::string_view end) {
-    return std::ranges::any_of(events, [end](const sim::TimelineEvent& event) {
-      return event.kind == sim::TimelineEvent::Kind::process && event.text.ends_with(end);
-    });
-  };
-  const bool isGone =
-      hasHappened("has quit") && !hasHappened("was killed") && stage.runningCount() == 0;
   auto* process = stage.process();
   const bool isAlone = before.runningCount == 1 && process && !process->isHanging();
-  if (!now.global || (!isGone && !(fellAsleep && isAlone))) return {};
+  return fellAsleep && isAlone ? wrongState(actualState(), /*isGone=*/false) : "";
+}
 
+/// What is wrong with what a Keyrow left behind that has gone, or has fallen asleep.
+std::string Session::wrongState(const ModeModel::State& left, bool isGone) {
+  if (!left.global) return {};
   const bool mayPreferenceDiffer =
       hasLogged("Failed to synchronize the global function key mode") ||
       hasLogged("Failed to read the current function key mode before persisting defaults");
-  if (now.preference != now.global && !mayPreferenceDiffer) {
+  if (left.preference != left.global && !mayPreferenceDiffer) {
     return "the system preference is not the global mode";
   }
   const bool mayHardwareDiffer =
       hasLogged("Failed to restore the global function key mode before termination") ||
       hasLogged("Unable to restore the global function key mode before termination");
-  if (isGone && now.hardware != now.global && !mayHardwareDiffer) {
+  if (isGone && left.hardware != left.global && !mayHardwareDiffer) {
     return "the keyboard is not in the global mode";
   }
   return {};
@@ -211,21 +269,41 @@ std::string Session::wrongFarewell(const Before& before) {
 std::string Session::wrongTap(const std::string& line, const Before& before) {
   auto* process = stage.process();
   if (stage.mac.eventTaps.enabledCount() > 0) {
-    tapOwner = process ? std::optional{process->processID()} : std::nullopt;
+    tapOwner = tapStarter = process ? std::optional{process->processID()} : std::nullopt;
     return {};
   }
+  const bool isAlone = stage.runningCount() == 1 && !process->isHanging();
+  const bool isExplained = hasLogged("Failed to create the keyboard event tap.") ||
+                           hasLogged("Failed to recover the keyboard event tap") ||
+                           stage.mac.screen.alerts().size() > before.alertCount;
+  if (isAlone && !isExplained && mustHaveTap(line, before)) {
+    return "there is no event tap, and nobody has said why";
+  }
   const bool isExcused =
-      line == "disable tap silently" || hasLogged("Failed to create the keyboard event tap.") ||
-      hasLogged("Failed to recover the keyboard event tap") ||
-      stage.mac.screen.alerts().size() > before.alertCount || stage.runningCount() != 1 ||
-      process->isHanging() || process->processID() != tapOwner;
+      line == "disable tap silently" || isExplained || !isAlone || process->processID() != tapOwner;
   if (isExcused) tapOwner.reset();
   return tapOwner ? "the event tap is dead, and nobody has said why" : "";
+}
+
+/// A launch with both permissions brings a tap, and so does waking up where there was one.
+bool Session::mustHaveTap(const std::string& line, const Before& before) {
+  auto& mac = stage.mac;
+  if (line == "launch keyrow") {
+    return before.runningCount == 0 && mac.isAccessibilityGranted && mac.isInputMonitoringGranted;
+  }
+  return line == "wake" && before.isAsleep && stage.process()->processID() == tapStarter;
 }
 
 bool Session::hasLogged(std::string_view beginning) {
   return std::ranges::any_of(stage.recentLog(), [&](const LogEntry& entry) {
     return entry.message.starts_with(beginning);
+  });
+}
+
+/// Whether this call has failed since the line began.
+bool Session::hasFailed(std::string_view call) {
+  return std::ranges::any_of(stage.recentTimeline(), [&](const sim::TimelineEvent& event) {
+    return event.kind == sim::TimelineEvent::Kind::fault && event.text.starts_with(call);
   });
 }
 

@@ -12,18 +12,18 @@
 namespace keyrow::reliability {
 
 /// Plays lines of the scenario language one after the other, and holds Keyrow to its
-/// promises after each: what is stored was written once; the status item shows what was last
-/// written or read; whoever goes leaves the global mode behind; nothing stays open; the tap
-/// lives, or somebody has said why not. As long as nothing happens that `ModeModel` does not
-/// know, everything is as that says, too.
+/// promises after each: what is stored was written once, and stays; an override never becomes
+/// the global mode; the status item shows what was last written or read; whoever goes leaves
+/// the global mode behind; nothing stays open; the tap lives, or somebody has said why not. As
+/// long as nothing happens that `ModeModel` does not know, everything is as that says, too.
 class Session {
  public:
   Session();
 
   sim::Stage stage;
 
-  /// From now on things fail that the model does not know.
-  void disturb() { hasUnknownFault = true; }
+  /// Leaves the model out: things will fail, or end, that it does not know.
+  void disturb() { isModelLeftOut = true; }
 
   /// Plays a line. Gives what is wrong afterwards; empty when all is well. A line that
   /// cannot be carried out as things stand changes nothing, and Keyrow may be killed in the
@@ -47,6 +47,7 @@ class Session {
     bool isTapWorking = false;
     bool isAsleep = false;
     std::size_t alertCount = 0;
+    bool isHardwareOfOverride = false;
   };
 
   Before look();
@@ -55,16 +56,23 @@ class Session {
   /// Lets the model do what the line says; false when it does not know the line.
   bool tellModel(const std::string& line, const Before& before);
   bool followFrontmost();
+  bool canFollowSwitch() const;
   void adoptActual(bool isSwitch);
   std::string compareWithModel();
 
   std::string wrongStorage(const std::string& line, const Before& before);
+  std::string wrongLoss(const std::string& line, const Before& before);
+  std::string wrongAdoption(const std::string& line, const Before& before);
   std::string wrongImage();
   std::string wrongFarewell(const Before& before);
   std::string wrongTap(const std::string& line, const Before& before);
+  std::string wrongState(const ModeModel::State& left, bool isGone);
   bool hasLogged(std::string_view beginning);
+  bool hasFailed(std::string_view call);
+  bool mustHaveTap(const std::string& line, const Before& before);
 
   ModeModel model;
+  bool isModelLeftOut = false;
   std::size_t comparedCount_ = 0;
   /// Something fails in a way that the model does not know, until the next repair.
   bool hasUnknownFault = false;
@@ -72,8 +80,16 @@ class Session {
   bool isPreviousUncertain = false;
   /// A failed reading is tried again later, and may change what is shown.
   bool isShownUncertain = false;
+  /// Keys are held, or settings were made, that give keys another meaning.
+  bool areKeysUncertain = false;
   /// The process whose tap has worked, and has no excuse for not working.
   std::optional<sim::OpenHandles::ProcessID> tapOwner;
+  /// The process that was the last to have a working tap, dead or not.
+  std::optional<sim::OpenHandles::ProcessID> tapStarter;
+  /// The mode in the hardware came of an override that Keyrow wrote.
+  bool isHardwareOfOverride = false;
+  /// What each Keyrow left behind that has quit since the line began.
+  std::vector<ModeModel::State> farewells;
 };
 
 }  // namespace keyrow::reliability

@@ -13,6 +13,7 @@ std::string leaks(sim::Stage& stage) {
 std::string problemAfterQuit(sim::Stage& stage) {
   stage.mac.faults.clear();
   if (!stage.process()) return {};
+  const bool hadGlobal = stage.storedFnStates().global().has_value();
   while (auto* process = stage.process()) {
     process->resume();
     process->quit();
@@ -20,7 +21,7 @@ std::string problemAfterQuit(sim::Stage& stage) {
   stage.mac.scheduler.runReady();
 
   const auto global = stage.storedFnStates().global();
-  if (!global) return "no global mode is stored";
+  if (!global) return hadGlobal ? "the global mode is lost" : leaks(stage);
   if (stage.mac.hid.parameter("HIDFKeyMode") != PropertyValue{rawValue(*global)}) {
     return "the hardware is not in the global mode";
   }

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
+#include <system_error>
 #include <utility>
 
+#include "sim/scenario/ScenarioFile.h"
 #include "sim/scenario/ScenarioParser.h"
 
 namespace keyrow::reliability {
@@ -16,19 +17,21 @@ SweepResult& SweepResult::operator+=(SweepResult other) {
   return *this;
 }
 
-std::vector<sim::Scenario> scenariosIn(const std::string& folder) {
+std::expected<std::vector<sim::Scenario>, std::string> scenariosIn(const std::string& folder) {
   std::vector<std::filesystem::path> files;
-  for (const auto& entry : std::filesystem::directory_iterator{folder}) {
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator{folder, error}) {
     files.push_back(entry.path());
   }
+  if (error) return std::unexpected{folder + ": " + error.message()};
   std::ranges::sort(files);
   std::vector<sim::Scenario> scenarios;
   for (const auto& path : files) {
-    std::ifstream file{path};
-    const std::string text{std::istreambuf_iterator<char>{file}, {}};
-    if (auto scenario = sim::parseScenario(path.stem().string(), text)) {
-      scenarios.push_back(*std::move(scenario));
-    }
+    const auto text = sim::readScenarioFile(path.string());
+    if (!text) return std::unexpected{path.string() + ": " + text.error()};
+    auto scenario = sim::parseScenario(path.stem().string(), *text);
+    if (!scenario) return std::unexpected{path.string() + " is no scenario"};
+    scenarios.push_back(*std::move(scenario));
   }
   return scenarios;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <expected>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,8 @@ struct SweepResult {
   SweepResult& operator+=(SweepResult other);
 };
 
-/// All scenarios in a folder.
-std::vector<sim::Scenario> scenariosIn(const std::string& folder);
+/// All scenarios in a folder, or what is wrong with one of them.
+std::expected<std::vector<sim::Scenario>, std::string> scenariosIn(const std::string& folder);
 
 /// Plays what happens in a scenario, whatever it expects, once for each of its port calls
 /// that can fail, with just that one failing, and checks the promises after every line.

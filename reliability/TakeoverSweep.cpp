@@ -2,6 +2,7 @@
 #include <array>
 #include <chrono>
 #include <string>
+#include <vector>
 
 #include "reliability/StageChecks.h"
 #include "reliability/Sweeps.h"
@@ -53,9 +54,11 @@ std::string problemOf(const Grid& grid) {
   prepare(stage);
   stage.beginAction();
   auto& scheduler = stage.mac.scheduler;
+  std::vector<sim::SimulatedProcess*> launched;
   for (unsigned index = 0; index < instanceCount; ++index) {
-    scheduler.schedule(grid.interval * index, [&stage, &grid, index] {
+    scheduler.schedule(grid.interval * index, [&stage, &grid, &launched, index] {
       auto& process = stage.startKeyrow();
+      launched.push_back(&process);
       // Hangs while it still waits for others, where it does.
       if ((grid.hanging >> index) & 1U) {
         stage.mac.scheduler.schedule(1ms, [&process, &grid] {
@@ -78,7 +81,13 @@ std::string problemOf(const Grid& grid) {
   if (stage.runningCount() > 1 && (!isExplained || grid.hang == sim::Hang::unreachable)) {
     return std::to_string(stage.runningCount()) + " are left, for no reason that the log tells";
   }
+  if (last != launched.back()) return "the last one has gone";
   if (last->isHanging()) return "the last one hangs";
+  for (const auto* process : launched) {
+    if (process != last && !process->hasEnded() && !process->isHanging()) {
+      return "one that answers is left beside the last one";
+    }
+  }
   if (stage.mac.hid.modeName() != "standard") return "the override is not in force";
   return problemAfterQuit(stage);
 }

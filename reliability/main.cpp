@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <cstddef>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -31,13 +31,22 @@ constexpr std::array<std::string_view, 3> important{
 
 int sweep(std::string_view what, const std::string& folder) {
   const auto scenarios = keyrow::reliability::scenariosIn(folder);
+  if (!scenarios) {
+    std::cerr << scenarios.error() << '\n';
+    return 2;
+  }
   SweepResult result;
-  for (const auto& scenario : scenarios) {
+  std::size_t importantCount = 0;
+  for (const auto& scenario : *scenarios) {
     if (what == "faults") result += keyrow::reliability::sweepFaults(scenario);
     if (what == "crashes") result += keyrow::reliability::sweepCrashes(scenario);
-    if (what == "pairs" && std::ranges::find(important, scenario.name) != important.end()) {
-      result += keyrow::reliability::sweepPairs(scenario);
-    }
+    if (std::ranges::find(important, scenario.name) == important.end()) continue;
+    ++importantCount;
+    if (what == "pairs") result += keyrow::reliability::sweepPairs(scenario);
+  }
+  if (importantCount != important.size()) {
+    std::cerr << folder << " lacks one of the most important scenarios\n";
+    return 2;
   }
   if (what == "faults") return report(result, "port calls failed, one at a time");
   if (what == "pairs") return report(result, "pairs of port calls failed");

@@ -14,10 +14,14 @@ void Faults::failOverallCalls(std::set<std::uint64_t> numbers) {
   failingOverallCalls = std::move(numbers);
 }
 
-void Faults::clear() {
+void Faults::repair() {
   const std::scoped_lock guard{mutex};
   plans = {};
-  failingOverallCalls.clear();
+}
+
+void Faults::clear() {
+  repair();
+  failOverallCalls({});
 }
 
 bool Faults::strikes(PortCall call) {

@@ -22,6 +22,9 @@ class Faults {
   /// Lets just these calls of all fail, counted from 1 and from the start of the machine.
   void failOverallCalls(std::set<std::uint64_t> numbers);
 
+  /// Lets every call work again that was to fail by its kind.
+  void repair();
+
   /// Lets every call work again.
   void clear();
 

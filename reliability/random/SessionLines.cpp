@@ -34,11 +34,13 @@ Text behind(Text text, std::string what) {
 }
 
 Text app() {
-  return oneOf(
-      {"com.apple.finder", "com.apple.SystemSettings", "com.example.one", "com.example.two"});
+  return oneOf({"com.apple.finder", "com.apple.SystemSettings", "com.apple.systempreferences",
+                "com.example.one", "com.example.two"});
 }
 
 Text mode() { return oneOf({"special", "standard"}); }
+
+Text keyboard() { return oneOf({"internal", "usb", "keypad", "ghost", "none"}); }
 
 Text portCall() {
   std::vector<std::string> names;
@@ -60,9 +62,13 @@ Text userLine() {
                         })},
        {4, rc::gen::map(
                rc::gen::pair(oneOf({"fn+escape", "fn+`", "escape", "f1", "f5", "f12",
-                                    "left-control+escape", "a", "fn+f5"}),
-                             oneOf({"internal", "usb", "none"})),
+                                    "left-control+escape", "a", "t", "f3", "caps-lock", "fn+f5"}),
+                             keyboard()),
                [](const auto& pair) { return "press " + pair.first + " on " + pair.second; })},
+       {1, rc::gen::map(rc::gen::pair(oneOf({"hold fn+`", "repeat fn+` 3 times", "release fn+`",
+                                             "hold fn+escape", "release fn+escape"}),
+                                      keyboard()),
+                        [](const auto& pair) { return pair.first + " on " + pair.second; })},
        {2, before(mode(), "system-settings ")},
        {1, before(mode(), "hardware ")},
        {1, oneOf({"hardware HIDFKeyMode=2", "hardware HIDParameters=none"})},
@@ -70,7 +76,9 @@ Text userLine() {
        {2, before(app(), "install ")},
        {1, oneOf({"keyboard internal built-in=true transport=SPI",
                   "keyboard usb vendor=0x046d product=\"G Pro\" transport=USB built-in=false",
-                  "unplug internal", "unplug usb"})},
+                  "keyboard keypad usage=7 transport=USB caps-lock=false",
+                  "keyboard ghost registry=none transport=USB", "unplug internal", "unplug usb",
+                  "unplug keypad", "unplug ghost"})},
        {3, oneOf({"wait 1ms", "wait 120ms", "wait 0.35s", "wait 2s", "wait 10min"})},
        {3, oneOf({"launch keyrow", "quit keyrow", "kill keyrow", "reopen keyrow"})},
        {5, oneOf({"click",
@@ -95,7 +103,20 @@ Text userLine() {
                   "click \"Include enhanced diagnostics in logs\""})},
        {2, oneOf({"setting caps-lock-indicator on", "setting caps-lock-indicator off",
                   "setting external-keys on", "setting external-keys off",
-                  "setting enhanced-diagnostics on", "setting fn-replacement none"})},
+                  "setting enhanced-diagnostics on", "setting enhanced-diagnostics off",
+                  "setting fn-replacement none", "setting fn-replacement leftControl",
+                  "setting shortcut 17 \"t\"", "setting shortcut default", "click \"Fn + `\"",
+                  "click \"Fn + T\"", "click \"Reset\"", "choose \"Right Option\"",
+                  "choose \"Off\""})},
+       {1, oneOf({"preference true", "preference false", "preference none",
+                  "defaults write globalFnState 1", "defaults delete globalFnState",
+                  "defaults write localFnState com.example.one=0",
+                  "defaults write localFnState \"odd\""})},
+       {1,
+        oneOf({"answer \"Open Accessibility Settings\"", "login-item on",
+               "login-item needs-approval", "mail missing", "mail works", "notifications refused",
+               "notifications allowed", "update found 1.1", "update found 1.1 in-focus",
+               "update attended", "update finished", "open notification", "info SUFeedURL none"})},
        {3, oneOf({"sleep", "wake"})},
        {2, oneOf({"grant accessibility", "revoke accessibility", "grant input-monitoring",
                   "revoke input-monitoring"})},
@@ -118,6 +139,8 @@ Text otherFault() {
   return rc::gen::weightedOneOf<std::string>(
       {{4, before(portCall(), "fail ")},
        {2, behind(before(portCall(), "fail "), " always")},
+       {1, behind(before(portCall(), "fail "), " 2 times")},
+       {1, behind(before(portCall(), "fail "), " after 1")},
        {4, rc::gen::just(std::string{"repair"})},
        {1, oneOf({"hang keyrow", "hang keyrow unreachable", "hang keyrow unstoppable"})},
        {2, rc::gen::just(std::string{"resume keyrow"})}});

@@ -185,7 +185,7 @@ Play parseFail(LineReader& line) {
 
 Play parseRepair(LineReader&) {
   return [](Stage& stage) {
-    stage.mac.faults.clear();
+    stage.mac.faults.repair();
     return Outcome{};
   };
 }

@@ -135,6 +135,38 @@ TEST_F(AppDelegateTest, DoesNotAdoptTheHardwareModeWhileAnOverrideIsInForce) {
   EXPECT_THAT(logLines(), ElementsAre());
 }
 
+TEST_F(AppDelegateTest, AModeThatCouldNotBeReplacedIsNotAdopted) {
+  setHardware(FnState::standard);
+  mac.faults.fail(PortCall::setHidParameter, 1);
+  launchWithFrontmost(safari);
+  ASSERT_EQ(mac.hid.modeName(), "standard");
+  mac.applications.activate(textEdit);
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+  EXPECT_EQ(mac.hid.modeName(), "special");
+  // From now on a mode in the hardware is somebody's choice again.
+  setHardware(FnState::standard);
+  mac.applications.activate(safari);
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
+}
+
+TEST_F(AppDelegateTest, AModeThatWasChosenAfterAFailureIsAdopted) {
+  mac.faults.fail(PortCall::setHidParameter, 1);
+  launchWithFrontmost(safari);
+  setHardware(FnState::standard);
+  mac.applications.activate(textEdit);
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
+}
+
+TEST_F(AppDelegateTest, WhatWasThereAtAFailureIsUnknownSoItIsNotAdopted) {
+  setHardware(FnState::standard);
+  mac.faults.fail(PortCall::findService, Faults::always);
+  launchWithFrontmost(safari);
+  mac.faults.clear();
+  mac.applications.activate(textEdit);
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+  EXPECT_EQ(mac.hid.modeName(), "special");
+}
+
 TEST_F(AppDelegateTest, AHardwareModeThatCannotBeReadIsNotAdopted) {
   launchWithFrontmost(safari);
   setHardware(FnState::standard);

@@ -71,23 +71,60 @@ TEST_F(SessionTest, SeesAStatusItemThatIsBehind) {
             "the status item does not show what was last written or read");
 }
 
-TEST_F(SessionTest, SeesAKeyboardThatWasLeftInAnOverride) {
+TEST_F(SessionTest, SeesAnOverrideThatBecomesTheGlobalMode) {
   session.disturb();
   EXPECT_EQ(verdict([this] {
-              session.stage.process()->quit();
+              session.stage.process()->keyrow().modePolicy().syncStoredGlobalFnState(
+                  FnState::standard, false, "");
+            }),
+            "an override became the global mode");
+}
+
+TEST_F(SessionTest, SeesAnOverrideThatIsLost) {
+  session.disturb();
+  EXPECT_EQ(verdict([this] { setStored("localFnState", PropertyDictionary{}); }),
+            "the override of com.example.one is lost");
+}
+
+TEST_F(SessionTest, LetsTheOverrideOfARemovedApplicationGo) {
+  EXPECT_EQ(session.play("uninstall com.example.one"), "");
+  EXPECT_EQ(session.play("quit keyrow"), "");
+  EXPECT_TRUE(session.stage.storedFnStates().localBundleIdentifiers().empty());
+}
+
+TEST_F(SessionTest, SeesAKeyboardThatIsLeftInAnOverride) {
+  session.disturb();
+  EXPECT_EQ(verdict([this] {
+              session.stage.mac.timeline.add(sim::TimelineEvent::Kind::process,
+                                             "Keyrow 501 has quit");
+            }),
+            "the system preference is not the global mode");
+  EXPECT_EQ(verdict([this] {
+              session.stage.mac.changeModeInSystemSettings(false);
               session.stage.mac.hid.setParameter("HIDFKeyMode", 1);
+              session.stage.mac.timeline.add(sim::TimelineEvent::Kind::process,
+                                             "Keyrow 501 has quit");
             }),
             "the keyboard is not in the global mode");
 }
 
-TEST_F(SessionTest, SeesAPreferenceThatWasLeftBehind) {
-  session.disturb();
-  EXPECT_EQ(verdict([this] {
-              session.stage.process()->quit();
-              session.stage.mac.globalPreferences.setValue("NSGlobalDomain",
-                                                           "com.apple.keyboard.fnState", true);
-            }),
-            "the system preference is not the global mode");
+TEST_F(SessionTest, SeesThatATakeoverLeavesTheKeyboardToTheNewInstance) {
+  EXPECT_EQ(session.play("launch keyrow"), "");
+  EXPECT_EQ(session.stage.runningCount(), 1);
+  EXPECT_EQ(session.stage.mac.hid.modeName(), "standard");
+}
+
+TEST_F(SessionTest, SeesALaunchWithoutATap) {
+  ASSERT_EQ(session.play("quit keyrow"), "");
+  session.stage.mac.scheduler.schedule(0ms, [this] { session.stage.mac.eventTaps.disableAll(0); });
+  EXPECT_EQ(session.play("launch keyrow"), "there is no event tap, and nobody has said why");
+}
+
+TEST_F(SessionTest, SeesATapThatDoesNotWakeUp) {
+  ASSERT_EQ(session.play("disable tap silently"), "");
+  ASSERT_EQ(session.play("sleep"), "");
+  session.stage.mac.scheduler.schedule(0ms, [this] { session.stage.mac.eventTaps.disableAll(0); });
+  EXPECT_EQ(session.play("wake"), "there is no event tap, and nobody has said why");
 }
 
 TEST_F(SessionTest, SeesATapThatDiesInSilence) {
