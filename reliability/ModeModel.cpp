@@ -19,6 +19,8 @@ std::string text(std::optional<FnState> mode) {
 
 }  // namespace
 
+bool ModeModel::wasInSystemSettings() const { return isSystemSettings(previous); }
+
 void ModeModel::launch() {
   isRunning = true;
   hasFailedToWrite = false;
@@ -45,7 +47,7 @@ void ModeModel::kill() {
 void ModeModel::switchTo(const App& app) {
   frontmost = app;
   if (!isRunning) return;
-  const bool leavesSystemSettings = isSystemSettings(previous) && !isSystemSettings(app);
+  const bool leavesSystemSettings = wasInSystemSettings() && !isSystemSettings(app);
   previous = app;
   // A mode is adopted that somebody has chosen, and not one that Keyrow left there.
   const bool isLeftover =

@@ -42,6 +42,8 @@ class ModeModel {
   App previous;
   std::set<std::string> installed;
 
+  bool wasInSystemSettings() const;
+
   void launch();
   void quit();
   /// Without any goodbye.

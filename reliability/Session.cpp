@@ -145,10 +145,12 @@ bool Session::followFrontmost() {
   return true;
 }
 
-/// What an application switch does depends on the application before, and after a failed
-/// writing on what Keyrow has seen in the hardware since.
+/// What an application switch does depends on the application before, and on what Keyrow has
+/// seen last in the hardware, where that may be something that it has left there.
 bool Session::canFollowSwitch() const {
-  return !isPreviousUncertain && !(isShownUncertain && model.hasFailedToWrite);
+  const bool mayBeLeftover =
+      model.hasFailedToWrite || (model.state.isLocal && model.wasInSystemSettings());
+  return !isPreviousUncertain && !(isShownUncertain && mayBeLeftover);
 }
 
 /// The model cannot tell, so it goes on from what there is. A switch tells Keyrow which

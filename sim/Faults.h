@@ -22,7 +22,7 @@ class Faults {
   /// Lets just these calls of all fail, counted from 1 and from the start of the machine.
   void failOverallCalls(std::set<std::uint64_t> numbers);
 
-  /// Lets every call work again that was to fail by its kind.
+  /// Lets every call work again, save those that `failOverallCalls` named.
   void repair();
 
   /// Lets every call work again.

@@ -68,10 +68,11 @@ bool soak(std::uint64_t steps, std::uint64_t seed) {
   const auto property = rc::detail::toProperty([&progress] { progress.add(playRandomSession()); });
   std::uint64_t sessions = 0;
   for (auto batch = seed; progress.done() < steps; ++batch) {
-    // Short sessions first, up to lists of 100 lines.
+    // Short sessions first, up to lists of 100 lines; now and then up to 500.
     rc::detail::TestParams params;
     params.seed = batch;
     params.maxSuccess = sessionsPerBatch;
+    if (batch % 8 == 0) params.maxSize = 500;
     const auto result = rc::detail::checkProperty(property, {}, params, listener, {});
     if (!result.is<rc::detail::SuccessResult>()) {
       progress.finish();

@@ -139,5 +139,14 @@ TEST_F(SessionTest, SeesWhatIsLeftOpen) {
   EXPECT_NE(session.play("wait 1ms"), "");
 }
 
+TEST_F(SessionTest, SeesManagersThatPileUp) {
+  session.disturb();
+  const auto processID = session.stage.process()->processID();
+  const sim::OpenHandle second{session.stage.mac.openHandles, "HidManager", processID};
+  EXPECT_EQ(session.play("wait 1ms"), "");
+  const sim::OpenHandle third{session.stage.mac.openHandles, "HidManager", processID};
+  EXPECT_EQ(session.play("wait 1ms"), "3 of HidManager are open");
+}
+
 }  // namespace
 }  // namespace keyrow::reliability
