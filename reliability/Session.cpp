@@ -15,11 +15,7 @@ namespace keyrow::reliability {
 Session::Session() {
   model.installed = {"com.apple.finder", "com.apple.systempreferences", "com.apple.SystemSettings"};
   model.state = actualState();
-  stage.mac.timeline.setListener([this](const sim::TimelineEvent& event) {
-    if (event.kind == sim::TimelineEvent::Kind::process && event.text.ends_with("has quit")) {
-      farewells.push_back(actualState());
-    }
-  });
+  stage.mac.whenKeyrowQuits = [this] { farewells.push_back(actualState()); };
 }
 
 std::string Session::play(const std::string& line) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -73,6 +74,9 @@ class SimulatedMac {
   LoginItemStatus loginItemStatus = LoginItemStatus::notRegistered;
   /// Whether the user has to approve a login item before it counts.
   bool loginItemsNeedApproval = false;
+
+  /// Called when a Keyrow has said goodbye, right before it is gone.
+  std::function<void()> whenKeyrowQuits = [] {};
 
   /// Whether Keyrow has the permissions.
   bool isAccessibilityGranted = true;

@@ -36,6 +36,7 @@ bool SimulatedProcess::launch() {
 void SimulatedProcess::terminate() {
   if (hasEnded()) return;
   contents->keyrow.appDelegate().applicationWillTerminate();
+  context.mac.whenKeyrowQuits();
   note("has quit");
   end();
 }

@@ -94,16 +94,12 @@ TEST_F(SessionTest, LetsTheOverrideOfARemovedApplicationGo) {
 
 TEST_F(SessionTest, SeesAKeyboardThatIsLeftInAnOverride) {
   session.disturb();
-  EXPECT_EQ(verdict([this] {
-              session.stage.mac.timeline.add(sim::TimelineEvent::Kind::process,
-                                             "Keyrow 501 has quit");
-            }),
+  EXPECT_EQ(verdict([this] { session.stage.mac.whenKeyrowQuits(); }),
             "the system preference is not the global mode");
   EXPECT_EQ(verdict([this] {
               session.stage.mac.changeModeInSystemSettings(false);
               session.stage.mac.hid.setParameter("HIDFKeyMode", 1);
-              session.stage.mac.timeline.add(sim::TimelineEvent::Kind::process,
-                                             "Keyrow 501 has quit");
+              session.stage.mac.whenKeyrowQuits();
             }),
             "the keyboard is not in the global mode");
 }
