@@ -64,8 +64,7 @@ Session::Before Session::look() {
           .writtenCount = stage.mac.hid.writtenValues().size(),
           .isTapWorking = stage.mac.eventTaps.enabledCount() > 0,
           .isAsleep = stage.mac.power.isAsleep(),
-          .alertCount = stage.mac.screen.alerts().size(),
-          .isHardwareOfOverride = isHardwareOfOverride};
+          .alertCount = stage.mac.screen.alerts().size()};
 }
 
 ModeModel::State Session::actualState() {
@@ -213,6 +212,7 @@ std::string Session::wrongLoss(const std::string& line, const Before& before) {
 /// is not the global mode is an override's. Of two instances, one that hung cannot know what
 /// the other one wrote meanwhile.
 std::string Session::wrongAdoption(const std::string& line, const Before& before) {
+  const bool wasOfOverride = isHardwareOfOverride;
   const auto written = stage.mac.hid.writtenValues();
   const auto global = actualState().global;
   if (line.starts_with("system-settings ") || line.starts_with("hardware ")) {
@@ -222,7 +222,7 @@ std::string Session::wrongAdoption(const std::string& line, const Before& before
         before.runningCount <= 1 && (!global || written.back() != PropertyValue{rawValue(*global)});
   }
   const bool isAdopted = hasLogged("Synchronized the stored global function key mode");
-  return isAdopted && before.isHardwareOfOverride && global == before.state.hardware
+  return isAdopted && wasOfOverride && global == before.state.hardware
              ? "an override became the global mode"
              : "";
 }

@@ -47,7 +47,6 @@ class Session {
     bool isTapWorking = false;
     bool isAsleep = false;
     std::size_t alertCount = 0;
-    bool isHardwareOfOverride = false;
   };
 
   Before look();
