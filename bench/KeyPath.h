@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "sim/SimulatedMac.h"
-#include "sim/SimulatedProcess.h"
+#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/SimulatedProcess.h"
 
 namespace keyrow::sim {
 

@@ -15,8 +15,8 @@
 
 #include "bench/LatencyHistogram.h"
 #include "bench/Memory.h"
-#include "sim/SimulatedMac.h"
-#include "sim/SimulatedProcess.h"
+#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/SimulatedProcess.h"
 
 namespace keyrow::sim {
 namespace {

@@ -15,8 +15,8 @@
 #include "fuzz/ExpectedSources.h"
 #include "fuzz/Require.h"
 #include "platform/Platform.h"
-#include "sim/SimulatedMac.h"
-#include "sim/SimulatedProcess.h"
+#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/SimulatedProcess.h"
 
 namespace keyrow::sim {
 namespace {

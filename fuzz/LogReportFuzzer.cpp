@@ -13,8 +13,8 @@
 #include "fuzz/Utf8.h"
 #include "platform/Iso8601.h"
 #include "platform/Platform.h"
-#include "sim/SimulatedMac.h"
-#include "sim/SimulatedProcess.h"
+#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/SimulatedProcess.h"
 
 namespace keyrow::sim {
 namespace {

@@ -17,8 +17,8 @@
 #include "fuzz/Require.h"
 #include "fuzz/SameValues.h"
 #include "platform/Platform.h"
-#include "sim/SimulatedMac.h"
-#include "sim/SimulatedProcess.h"
+#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/SimulatedProcess.h"
 
 namespace keyrow::sim {
 namespace {

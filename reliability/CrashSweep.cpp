@@ -6,7 +6,7 @@
 #include "reliability/Session.h"
 #include "reliability/StageChecks.h"
 #include "reliability/Sweeps.h"
-#include "sim/SimulatedMainRunLoop.h"
+#include "sim/ports/SimulatedMainRunLoop.h"
 
 namespace keyrow::reliability {
 

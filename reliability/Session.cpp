@@ -6,7 +6,7 @@
 
 #include "reliability/ModelLines.h"
 #include "reliability/StageChecks.h"
-#include "sim/SimulatedMainRunLoop.h"
+#include "sim/ports/SimulatedMainRunLoop.h"
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/ScenarioPlayer.h"
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "reliability/Session.h"
-#include "sim/PortCall.h"
+#include "sim/machine/PortCall.h"
 
 namespace keyrow::reliability {
 

@@ -1,6 +1,6 @@
 #include "sim/scenario/Command.h"
 
-#include "sim/PropertyText.h"
+#include "sim/machine/PropertyText.h"
 
 namespace keyrow::sim {
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
 
-#include "sim/PropertyText.h"
+#include "sim/machine/PropertyText.h"
 #include "sim/scenario/Command.h"
 
 namespace keyrow::sim {

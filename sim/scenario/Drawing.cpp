@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "sim/PropertyText.h"
-#include "sim/SimulatedText.h"
+#include "sim/machine/PropertyText.h"
+#include "sim/ports/SimulatedText.h"
 #include "ui/AboutLayout.h"
 #include "ui/GeneralLayout.h"
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "sim/SimulatedPlatform.h"
-#include "sim/SimulatedStatusItemView.h"
+#include "sim/ports/SimulatedPlatform.h"
+#include "sim/ports/SimulatedStatusItemView.h"
 
 namespace keyrow::sim {
 

@@ -2,7 +2,7 @@
 #include <ranges>
 #include <vector>
 
-#include "sim/KeyText.h"
+#include "sim/machine/KeyText.h"
 #include "sim/scenario/Command.h"
 
 namespace keyrow::sim {

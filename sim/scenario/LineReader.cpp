@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "sim/PropertyText.h"
+#include "sim/machine/PropertyText.h"
 
 namespace keyrow::sim {
 

@@ -2,7 +2,7 @@
 #include <array>
 #include <chrono>
 
-#include "sim/PropertyText.h"
+#include "sim/machine/PropertyText.h"
 #include "sim/scenario/Command.h"
 
 namespace keyrow::sim {

@@ -2,7 +2,7 @@
 #include <array>
 
 #include "core/AppIdentifier.h"
-#include "sim/PropertyText.h"
+#include "sim/machine/PropertyText.h"
 #include "sim/scenario/Command.h"
 #include "sim/scenario/PaneState.h"
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "sim/SimulatedPlatform.h"
+#include "sim/ports/SimulatedPlatform.h"
 
 namespace keyrow::sim {
 

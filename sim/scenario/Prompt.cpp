@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "sim/PropertyText.h"
+#include "sim/machine/PropertyText.h"
 #include "sim/scenario/Drawing.h"
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/TimelinePrinter.h"

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "sim/KeyText.h"
-#include "sim/SimulatedMac.h"
-#include "sim/SimulatedProcess.h"
+#include "sim/machine/KeyText.h"
+#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/SimulatedProcess.h"
 
 namespace keyrow::sim {
 

@@ -2,7 +2,7 @@
 #include <array>
 
 #include "app/DiagnosticsLog.h"
-#include "sim/PropertyText.h"
+#include "sim/machine/PropertyText.h"
 #include "sim/scenario/Command.h"
 
 namespace keyrow::sim {

@@ -11,8 +11,8 @@
 
 #include "core/AppIdentifier.h"
 #include "platform/PropertyValue.h"
-#include "sim/PortCall.h"
-#include "sim/PropertyText.h"
+#include "sim/machine/PortCall.h"
+#include "sim/machine/PropertyText.h"
 #include "tests/SimulatedMacTest.h"
 
 namespace keyrow::sim {

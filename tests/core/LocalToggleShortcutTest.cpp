@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/KeyNames.h"
-#include "sim/SimulatedText.h"
+#include "sim/ports/SimulatedText.h"
 #include "tests/core/CoreTest.h"
 #include "tests/core/ShortcutText.h"
 

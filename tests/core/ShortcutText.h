@@ -3,7 +3,7 @@
 #include <string>
 
 #include "core/LocalToggleShortcut.h"
-#include "sim/PropertyText.h"
+#include "sim/machine/PropertyText.h"
 
 namespace keyrow::sim {
 

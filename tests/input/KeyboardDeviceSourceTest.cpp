@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "sim/SimulatedText.h"
+#include "sim/ports/SimulatedText.h"
 #include "tests/input/KeyboardDeviceSources.h"
 
 namespace keyrow {

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <regex>
 
-#include "sim/PortCall.h"
+#include "sim/machine/PortCall.h"
 #include "sim/scenario/ScenarioParser.h"
 
 namespace keyrow::sim {

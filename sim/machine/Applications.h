@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sim/machine/ObserverList.h"
+
+namespace keyrow::sim {
+
+/// A process that runs, as others can reach it.
+struct RunningProcess {
+  std::int32_t processIdentifier = 0;
+  std::optional<std::string> bundleIdentifier;
+  bool isTerminated = false;
+  /// Asks it to quit; false when that cannot be sent.
+  std::function<bool()> terminate;
+  /// Ends it; false when that cannot be sent.
+  std::function<bool()> forceTerminate;
+};
+
+/// The applications on the machine. Main thread only.
+class Applications {
+ public:
+  void install(std::string bundleIdentifier) { installed.insert(std::move(bundleIdentifier)); }
+  void uninstall(std::string_view bundleIdentifier);
+  bool isInstalled(std::string_view bundleIdentifier) const {
+    return installed.contains(bundleIdentifier);
+  }
+
+  /// The frontmost application; absent when there is none or it has no identifier.
+  const std::optional<std::string>& frontmost() const { return frontmost_; }
+
+  /// Brings an application to the front and tells the observers.
+  void activate(std::optional<std::string> bundleIdentifier);
+
+  /// Calls `handler` at every activation.
+  Registration observeActivation(std::function<void()> handler) {
+    return activationObservers.add(std::move(handler));
+  }
+
+  void started(std::shared_ptr<RunningProcess> process);
+
+  /// The processes of an application that have not ended, in the order of their start.
+  std::vector<std::shared_ptr<RunningProcess>> running(std::string_view bundleIdentifier) const;
+
+ private:
+  std::set<std::string, std::less<>> installed;
+  std::optional<std::string> frontmost_;
+  ObserverList<> activationObservers;
+  std::vector<std::shared_ptr<RunningProcess>> processes;
+};
+
+}  // namespace keyrow::sim

@@ -1,0 +1,77 @@
+#include "sim/machine/EventTapServer.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace keyrow::sim {
+
+void EventTapServer::insert(std::shared_ptr<ServedTap> tap) {
+  const std::scoped_lock guard{mutex};
+  taps.insert(taps.begin(), std::move(tap));
+}
+
+void EventTapServer::setEnabled(ServedTap& tap, bool enabled) {
+  const std::scoped_lock guard{mutex};
+  tap.isEnabled = enabled && tap.isValid;
+}
+
+bool EventTapServer::isEnabled(const ServedTap& tap) const {
+  const std::scoped_lock guard{mutex};
+  return tap.isEnabled;
+}
+
+void EventTapServer::serve(ServedTap& tap, std::shared_ptr<SimulatedRunLoop> runLoop) {
+  const std::scoped_lock guard{mutex};
+  tap.runLoop = std::move(runLoop);
+}
+
+void EventTapServer::invalidate(ServedTap& tap) {
+  const std::scoped_lock guard{mutex};
+  tap.isValid = false;
+  tap.isEnabled = false;
+  std::erase_if(taps, [&tap](const auto& one) { return one.get() == &tap; });
+}
+
+bool EventTapServer::post(std::uint32_t type, const KeyEvent& event) {
+  for (const auto& tap : valid()) {
+    std::shared_ptr<SimulatedRunLoop> runLoop;
+    {
+      const std::scoped_lock guard{mutex};
+      const bool wanted = type < 64 && (tap->eventsOfInterest >> type & 1) != 0;
+      if (!tap->isEnabled || !wanted) continue;
+      runLoop = tap->runLoop;
+    }
+    if (!runLoop) continue;
+    auto verdict = TapVerdict::pass;
+    const bool wasHandled =
+        runLoop->perform([&] { verdict = tap->handler->handleTappedEvent(type, event); });
+    if (wasHandled && verdict == TapVerdict::swallow) return false;
+  }
+  return true;
+}
+
+void EventTapServer::disableAll(std::uint32_t announcedType) {
+  for (const auto& tap : valid()) {
+    std::shared_ptr<SimulatedRunLoop> runLoop;
+    {
+      const std::scoped_lock guard{mutex};
+      tap->isEnabled = false;
+      runLoop = tap->runLoop;
+    }
+    if (announcedType == 0 || !runLoop) continue;
+    runLoop->perform([&] { tap->handler->handleTappedEvent(announcedType, {}); });
+  }
+}
+
+int EventTapServer::enabledCount() const {
+  const std::scoped_lock guard{mutex};
+  return static_cast<int>(
+      std::ranges::count_if(taps, [](const auto& tap) { return tap->isEnabled; }));
+}
+
+std::vector<std::shared_ptr<ServedTap>> EventTapServer::valid() const {
+  const std::scoped_lock guard{mutex};
+  return taps;
+}
+
+}  // namespace keyrow::sim

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "platform/EventTaps.h"
+#include "sim/machine/OpenHandles.h"
+#include "sim/machine/SimulatedRunLoop.h"
+
+namespace keyrow::sim {
+
+/// An event tap as the window server knows it. Its fields belong to the server.
+struct ServedTap {
+  std::uint64_t eventsOfInterest = 0;
+  TappedEventHandler* handler = nullptr;
+  bool isEnabled = true;
+  bool isValid = true;
+  /// Where its events are handled; null before a run loop serves its source.
+  std::shared_ptr<SimulatedRunLoop> runLoop;
+};
+
+/// The window server's event taps, in the order in which events pass them: the newest
+/// first. Safe to use from any thread.
+class EventTapServer {
+ public:
+  void insert(std::shared_ptr<ServedTap> tap);
+  void setEnabled(ServedTap& tap, bool enabled);
+  bool isEnabled(const ServedTap& tap) const;
+  void serve(ServedTap& tap, std::shared_ptr<SimulatedRunLoop> runLoop);
+  void invalidate(ServedTap& tap);
+
+  /// Lets an event pass the taps, each in its own thread; whether it gets through.
+  bool post(std::uint32_t type, const KeyEvent& event);
+
+  /// Disables all taps; with a type, the system tells them so.
+  void disableAll(std::uint32_t announcedType);
+
+  /// How many taps there are that are valid and enabled.
+  int enabledCount() const;
+
+ private:
+  std::vector<std::shared_ptr<ServedTap>> valid() const;
+
+  /// Guards the fields below and those of the taps.
+  mutable std::mutex mutex;
+  std::vector<std::shared_ptr<ServedTap>> taps;
+};
+
+}  // namespace keyrow::sim

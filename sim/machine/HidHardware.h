@@ -1,0 +1,46 @@
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/PropertyValue.h"
+#include "sim/machine/Timeline.h"
+
+namespace keyrow::sim {
+
+/// The HID system behind its ports: the "HIDParameters" that it publishes, with the
+/// function-key mode among them. Safe to use from any thread.
+class HidHardware {
+ public:
+  explicit HidHardware(Timeline& timeline) : timeline_{timeline} {}
+
+  /// "HIDParameters" as it stands: a dictionary, or whatever was put in its place.
+  std::optional<PropertyValue> parameters() const;
+  void setParameters(std::optional<PropertyValue> parameters);
+
+  /// One entry of "HIDParameters"; absent when there is none.
+  std::optional<PropertyValue> parameter(std::string_view key) const;
+
+  /// Sets one entry, or removes it.
+  void setParameter(std::string_view key, std::optional<PropertyValue> value);
+
+  /// "HIDFKeyMode" in words: "special", "standard", or "unreadable" for all else.
+  std::string_view modeName() const;
+
+  /// Every value that was written through a connection, oldest first.
+  std::vector<PropertyValue> writtenValues() const;
+  void noteWrittenValue(const PropertyValue& value);
+
+ private:
+  void publish(std::optional<PropertyValue> parameters);
+
+  Timeline& timeline_;
+  /// Guards the fields below.
+  mutable std::mutex mutex;
+  std::optional<PropertyValue> parameters_ = PropertyDictionary{{"HIDFKeyMode", 0}};
+  std::vector<PropertyValue> writtenValues_;
+};
+
+}  // namespace keyrow::sim

@@ -1,0 +1,101 @@
+#include "sim/machine/KeyText.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+#include "core/KeyNames.h"
+#include "core/LocalToggleShortcut.h"
+
+namespace keyrow::sim {
+
+namespace {
+
+struct ModifierName {
+  std::string_view name;
+  NamedKey key;
+};
+
+/// Key codes `kVK_…` (HIToolbox Events.h), flags `kCGEventFlagMask…` with
+/// `NX_DEVICE…KEYMASK` (IOLLEvent.h). A name without a side means the left one.
+constexpr std::array<ModifierName, 14> modifierNames{{
+    {"fn", {63, keyEventFlag::secondaryFn}},
+    {"caps-lock", {57, 0x10000}},
+    {"left-control", {59, keyEventFlag::control | 0x1}},
+    {"right-control", {62, keyEventFlag::control | 0x2000}},
+    {"left-option", {58, keyEventFlag::option | 0x20}},
+    {"right-option", {61, keyEventFlag::option | 0x40}},
+    {"left-command", {55, keyEventFlag::command | 0x8}},
+    {"right-command", {54, keyEventFlag::command | 0x10}},
+    {"left-shift", {56, keyEventFlag::shift | 0x2}},
+    {"right-shift", {60, keyEventFlag::shift | 0x4}},
+    {"control", {59, keyEventFlag::control | 0x1}},
+    {"option", {58, keyEventFlag::option | 0x20}},
+    {"command", {55, keyEventFlag::command | 0x8}},
+    {"shift", {56, keyEventFlag::shift | 0x2}},
+}};
+
+constexpr std::array<std::pair<std::uint64_t, std::string_view>, 5> flagNames{{
+    {keyEventFlag::secondaryFn, "fn"},
+    {keyEventFlag::control, "control"},
+    {keyEventFlag::option, "option"},
+    {keyEventFlag::shift, "shift"},
+    {keyEventFlag::command, "command"},
+}};
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+  return std::ranges::equal(a, b, [](unsigned char left, unsigned char right) {
+    return std::tolower(left) == std::tolower(right);
+  });
+}
+
+}  // namespace
+
+std::optional<NamedKey> keyNamed(std::string_view name) {
+  if (equalIgnoringCase(name, "Escape")) return NamedKey{.keyCode = escapeKeyCode};
+  if (name == sectionKeyName) return NamedKey{.keyCode = sectionKeyCode};
+  for (const auto& modifier : modifierNames) {
+    if (equalIgnoringCase(name, modifier.name)) return modifier.key;
+  }
+  for (const auto& key : keyNames()) {
+    if (equalIgnoringCase(name, key.displayName)) return NamedKey{.keyCode = key.keyCode};
+  }
+  return std::nullopt;
+}
+
+namespace {
+
+/// The modifier with this key code; null when there is none.
+const ModifierName* findModifier(std::uint16_t keyCode) {
+  const auto found = std::ranges::find(modifierNames, keyCode,
+                                       [](const ModifierName& one) { return one.key.keyCode; });
+  return found == modifierNames.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+std::string keyName(std::uint16_t keyCode) {
+  if (keyCode == escapeKeyCode) return "Escape";
+  if (keyCode == sectionKeyCode) return std::string{sectionKeyName};
+  if (const auto* key = findKeyName(keyCode)) return std::string{key->displayName};
+  if (const auto* modifier = findModifier(keyCode)) return std::string{modifier->name};
+  return "key " + std::to_string(keyCode);
+}
+
+std::string keyEventText(std::uint32_t type, const KeyEvent& event) {
+  auto text = keyName(event.keyCode);
+  if (type == keyEventType::keyDown) text += " down";
+  if (type == keyEventType::keyUp) text += " up";
+  if (type == keyEventType::flagsChanged) {
+    const auto* modifier = findModifier(event.keyCode);
+    return text + (modifier && (event.flags & modifier->key.flags) != 0 ? " down" : " up");
+  }
+  std::string modifiers;
+  for (const auto& [flag, name] : flagNames) {
+    if ((event.flags & flag) != 0)
+      modifiers += (modifiers.empty() ? " with " : "+") + std::string{name};
+  }
+  return text + modifiers;
+}
+
+}  // namespace keyrow::sim

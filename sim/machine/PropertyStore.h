@@ -1,0 +1,47 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/PropertyValue.h"
+#include "sim/machine/Timeline.h"
+
+namespace keyrow::sim {
+
+/// The preferences on disk: for each domain, values by key. They outlive the processes.
+/// Safe to use from any thread.
+class PropertyStore {
+ public:
+  /// Changes appear on the timeline as events of this kind.
+  PropertyStore(Timeline& timeline, TimelineEvent::Kind kind) : timeline_{timeline}, kind_{kind} {}
+
+  std::optional<PropertyValue> value(std::string_view domain, std::string_view key) const;
+
+  /// Sets the value, or removes it when it is absent.
+  void setValue(std::string_view domain, std::string_view key, std::optional<PropertyValue> value);
+
+  /// All values of a domain.
+  PropertyDictionary domain(std::string_view domain) const;
+
+  /// Grows with every change.
+  std::uint64_t changeCount() const { return changeCount_; }
+
+  /// How often `setValue` was called.
+  int writeCount() const;
+
+ private:
+  Timeline& timeline_;
+  const TimelineEvent::Kind kind_;
+  /// Guards the fields below.
+  mutable std::mutex mutex;
+  std::map<std::string, PropertyDictionary, std::less<>> domains;
+  int writeCount_ = 0;
+  std::atomic<std::uint64_t> changeCount_{0};
+};
+
+}  // namespace keyrow::sim

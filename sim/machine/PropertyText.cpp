@@ -1,0 +1,56 @@
+#include "sim/machine/PropertyText.h"
+
+#include <cstdlib>
+#include <limits>
+#include <sstream>
+
+namespace keyrow::sim {
+
+std::string quoted(std::string_view text) {
+  std::string result{'"'};
+  for (const char c : text) {
+    if (c == '"' || c == '\\') result += '\\';
+    if (c == '\n') {
+      result += "\\n";
+    } else {
+      result += c;
+    }
+  }
+  return result + '"';
+}
+
+namespace {
+
+/// The shortest of the usual forms that reads back as the same number; never the form
+/// of an integer.
+std::string numberText(double number) {
+  std::string text;
+  for (const int precision : {6, 15, std::numeric_limits<double>::max_digits10}) {
+    std::ostringstream stream;
+    stream.precision(precision);
+    stream << number;
+    text = stream.str();
+    if (std::strtod(text.c_str(), nullptr) == number) break;
+  }
+  return text.find_first_not_of("-0123456789") == std::string::npos ? text + ".0" : text;
+}
+
+}  // namespace
+
+std::string propertyText(const std::optional<PropertyValue>& value) {
+  if (!value) return "none";
+  if (const auto* boolean = value->boolean()) return *boolean ? "true" : "false";
+  if (const auto* integer = value->integer()) return std::to_string(*integer);
+  if (const auto* string = value->string()) return quoted(*string);
+  if (const auto* number = value->floatingPoint()) {
+    return numberText(*number);
+  }
+  std::string text{"{"};
+  for (const auto& [key, entry] : *value->dictionary()) {
+    if (text.size() > 1) text += ' ';
+    text += key + "=" + propertyText(entry);
+  }
+  return text + "}";
+}
+
+}  // namespace keyrow::sim

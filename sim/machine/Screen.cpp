@@ -1,0 +1,29 @@
+#include "sim/machine/Screen.h"
+
+#include <algorithm>
+
+#include "sim/machine/PropertyText.h"
+
+namespace keyrow::sim {
+
+int Screen::showAlert(const Alert& alert) {
+  auto& text = alerts_.emplace_back(alert.messageText);
+  text.append("\n").append(alert.informativeText);
+  for (const auto button : alert.buttons) text.append("\n[").append(button).append("]");
+  note("alert " + quoted(alert.messageText));
+  auto pressed = std::prev(alert.buttons.end());
+  if (!answers.empty()) {
+    const auto found = std::ranges::find(alert.buttons, answers.front());
+    if (found != alert.buttons.end()) pressed = found;
+    answers.pop_front();
+  }
+  note("the user presses " + quoted(*pressed));
+  return alertFirstButtonReturn + static_cast<int>(pressed - alert.buttons.begin());
+}
+
+void Screen::open(std::string_view url) {
+  openedURLs_.emplace_back(url);
+  note("opens " + std::string{url});
+}
+
+}  // namespace keyrow::sim

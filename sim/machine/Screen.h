@@ -1,0 +1,45 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Alerts.h"
+#include "sim/machine/Timeline.h"
+
+namespace keyrow::sim {
+
+/// What the user meets besides Keyrow's own views: alerts, prompts, opened URLs. Main
+/// thread only.
+class Screen {
+ public:
+  explicit Screen(Timeline& timeline) : timeline_{timeline} {}
+
+  /// Which button the user presses in the next alert without an answer yet. Without one,
+  /// and when the alert has no such button, it is the last button.
+  void answerNextAlert(std::string button) { answers.push_back(std::move(button)); }
+
+  /// Shows an alert; gives the modal response.
+  int showAlert(const Alert& alert);
+
+  /// All alerts so far: the message, the informative text, and a line for each button.
+  const std::vector<std::string>& alerts() const { return alerts_; }
+
+  void open(std::string_view url);
+
+  /// All URLs opened so far.
+  const std::vector<std::string>& openedURLs() const { return openedURLs_; }
+
+  /// Puts something else on the timeline.
+  void note(std::string text) { timeline_.add(TimelineEvent::Kind::screen, std::move(text)); }
+
+ private:
+  Timeline& timeline_;
+  std::deque<std::string> answers;
+  std::vector<std::string> alerts_;
+  std::vector<std::string> openedURLs_;
+};
+
+}  // namespace keyrow::sim

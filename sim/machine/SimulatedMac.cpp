@@ -1,0 +1,61 @@
+#include "sim/machine/SimulatedMac.h"
+
+#include <string>
+#include <utility>
+
+#include "platform/GlobalPreferences.h"
+#include "sim/machine/KeyText.h"
+
+namespace keyrow::sim {
+
+std::chrono::system_clock::time_point SimulatedMac::wallClock() const {
+  using namespace std::chrono;
+  constexpr sys_days switchedOn{2024y / March / 1};
+  return switchedOn + 8h + floor<system_clock::duration>(scheduler.now());
+}
+
+std::uint64_t SimulatedMac::machAbsoluteTime() const {
+  if (machTimebase.numer == 0) return 0;
+  return static_cast<std::uint64_t>(scheduler.now().count()) * machTimebase.denom /
+         machTimebase.numer;
+}
+
+bool SimulatedMac::strikes(PortCall call) {
+  trace.add(info(call).name);
+  crashPoints.pass();
+  if (!faults.strikes(call)) return false;
+  timeline.add(TimelineEvent::Kind::fault,
+               std::string{info(call).name} + ": " + std::string{info(call).failure});
+  return true;
+}
+
+void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
+  hid.setParameter("HIDFKeyMode", standardFunctionKeys ? 1 : 0);
+  globalPreferences.setValue(GlobalPreferences::domain, "com.apple.keyboard.fnState",
+                             standardFunctionKeys);
+}
+
+void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
+  if (!eventTaps.post(type, event)) return;
+  timeline.add(TimelineEvent::Kind::key, keyEventText(type, event) + " reaches " +
+                                             applications.frontmost().value_or("nobody"));
+  keyEventObservers.notify(type, event);
+}
+
+void SimulatedMac::setCapsLock(bool isOn, const std::string& keyboard) {
+  /// `kVK_CapsLock` (HIToolbox Events.h), `kCGEventFlagMaskAlphaShift` (CGEventTypes.h).
+  constexpr std::uint16_t capsLockKeyCode = 57;
+  constexpr std::uint64_t alphaShift = 0x10000;
+  isCapsLockOn = isOn;
+  keyboards.setProperty(keyboard, "HIDCapsLockState", isOn);
+  postKeyEvent(keyEventType::flagsChanged, {.timestamp = machAbsoluteTime(),
+                                            .flags = isOn ? alphaShift : 0,
+                                            .keyCode = capsLockKeyCode});
+}
+
+void SimulatedMac::sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard,
+                             std::uint32_t usagePage) {
+  keyboards.deliver({std::move(keyboard), usagePage, machAbsoluteTime()});
+}
+
+}  // namespace keyrow::sim

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Clock.h"
+#include "platform/EventPoster.h"
+#include "platform/KeyEvent.h"
+#include "sim/machine/Applications.h"
+#include "sim/machine/CrashPoints.h"
+#include "sim/machine/DistributedNotifications.h"
+#include "sim/machine/EventTapServer.h"
+#include "sim/machine/Faults.h"
+#include "sim/machine/HidHardware.h"
+#include "sim/machine/Keyboards.h"
+#include "sim/machine/Mailbox.h"
+#include "sim/machine/NotificationBoard.h"
+#include "sim/machine/OpenHandles.h"
+#include "sim/machine/PortTrace.h"
+#include "sim/machine/Power.h"
+#include "sim/machine/PropertyStore.h"
+#include "sim/machine/Scheduler.h"
+#include "sim/machine/Screen.h"
+#include "sim/machine/Timeline.h"
+#include "sim/machine/UnifiedLog.h"
+
+namespace keyrow::sim {
+
+/// What the system makes of Keyrow as a login item (`SMAppServiceStatus`).
+enum class LoginItemStatus { notRegistered, enabled, requiresApproval };
+
+/// A small, deterministic Mac on virtual time: what all its processes share. It starts
+/// with the hardware in the special mode, nothing stored, and nothing in front.
+class SimulatedMac {
+ public:
+  Scheduler scheduler;
+  Timeline timeline{scheduler};
+  Faults faults;
+  CrashPoints crashPoints;
+  OpenHandles openHandles;
+  HidHardware hid{timeline};
+  /// Domain "NSGlobalDomain".
+  PropertyStore globalPreferences{timeline, TimelineEvent::Kind::preference};
+  /// One domain per bundle identifier.
+  PropertyStore defaults{timeline, TimelineEvent::Kind::defaults};
+  UnifiedLog log{timeline};
+  Applications applications;
+  Keyboards keyboards;
+  DistributedNotifications distributedNotifications{scheduler};
+  Power power{timeline};
+  Screen screen{timeline};
+  EventTapServer eventTaps;
+  PortTrace trace;
+
+  /// Every system-defined event that was posted.
+  std::vector<SystemDefinedEvent> systemDefinedEvents;
+
+  Mailbox mailbox;
+  NotificationBoard notifications;
+
+  /// The contents of the files that were written, by path.
+  std::map<std::string, std::string> files;
+
+  /// What is in Keyrow's Info.plist.
+  PropertyDictionary infoDictionary{{"CFBundleShortVersionString", "1.0"},
+                                    {"CFBundleVersion", "1"},
+                                    {"SUFeedURL", "https://keyrow.example/appcast.xml"}};
+
+  LoginItemStatus loginItemStatus = LoginItemStatus::notRegistered;
+  /// Whether the user has to approve a login item before it counts.
+  bool loginItemsNeedApproval = false;
+
+  /// Called when a Keyrow has said goodbye, right before it is gone.
+  std::function<void()> whenKeyrowQuits = [] {};
+
+  /// Whether Keyrow has the permissions.
+  bool isAccessibilityGranted = true;
+  bool isInputMonitoringGranted = true;
+
+  /// Whether a thread that is started gets to its work before anything else happens.
+  bool threadsStartAtOnce = true;
+
+  /// What the HID system gives as the state of Caps Lock.
+  bool isCapsLockOn = false;
+
+  /// As on Apple silicon: a tick is 125/3 ns.
+  MachTimebase machTimebase{.numer = 125, .denom = 3};
+
+  /// Date and time of day; the machine is switched on at 2024-03-01 08:00:00 UTC.
+  std::chrono::system_clock::time_point wallClock() const;
+
+  /// Mach absolute time in ticks, by `machTimebase`; 0 when that is no time base.
+  std::uint64_t machAbsoluteTime() const;
+
+  /// Asks `faults` about a port call, and puts a failing one on the timeline.
+  bool strikes(PortCall call);
+
+  /// The user changes the mode in System Settings: hardware and preference at once.
+  void changeModeInSystemSettings(bool standardFunctionKeys);
+
+  /// Lets a key event pass all taps; what gets through reaches the frontmost application,
+  /// which the timeline tells, and the observers.
+  void postKeyEvent(std::uint32_t type, const KeyEvent& event);
+
+  /// Calls `handler` for every key event that reaches an application.
+  Registration observeKeyEvents(std::function<void(std::uint32_t, const KeyEvent&)> handler) {
+    return keyEventObservers.add(std::move(handler));
+  }
+
+  /// Caps Lock is switched on or off, on the keyboard of that name if there is one.
+  void setCapsLock(bool isOn, const std::string& keyboard);
+
+  /// Lets a keyboard send one input of a usage page, now.
+  void sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard, std::uint32_t usagePage);
+
+ private:
+  ObserverList<std::uint32_t, const KeyEvent&> keyEventObservers;
+};
+
+}  // namespace keyrow::sim

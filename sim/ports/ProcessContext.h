@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/MainThread.h"
+
+namespace keyrow::sim {
+
+/// What the ports of one process have in common.
+struct ProcessContext {
+  SimulatedMac& mac;
+  OpenHandles::ProcessID processID = 0;
+  /// Absent for a process without a bundle.
+  std::optional<std::string> bundleIdentifier;
+  std::shared_ptr<MainThread> mainThread = std::make_shared<MainThread>();
+
+  /// Wraps an observer's handler: it runs in the process's main thread, and as long as
+  /// the wrapper lives it counts as held. `name` is for the trace.
+  template <typename... Arguments>
+  std::function<void(Arguments...)> observer(std::string name,
+                                             std::function<void(Arguments...)> handler) const {
+    auto held = std::make_shared<HeldObserver>(mac, processID, std::move(name));
+    return [thread = mainThread, held = std::move(held),
+            handler = std::move(handler)](Arguments... arguments) {
+      thread->deliver([held, handler, arguments...] { handler(arguments...); });
+    };
+  }
+
+ private:
+  struct HeldObserver {
+    HeldObserver(SimulatedMac& itsMac, OpenHandles::ProcessID process, std::string itsName)
+        : mac{itsMac}, name{std::move(itsName)}, handle{itsMac.openHandles, "observer", process} {
+      mac.trace.add("observe " + name);
+    }
+    ~HeldObserver() { mac.trace.add("stop observing " + name); }
+    HeldObserver(const HeldObserver&) = delete;
+    HeldObserver& operator=(const HeldObserver&) = delete;
+
+    SimulatedMac& mac;
+    const std::string name;
+    const OpenHandle handle;
+  };
+};
+
+}  // namespace keyrow::sim

@@ -1,0 +1,30 @@
+#include "sim/ports/SimulatedApplication.h"
+
+namespace keyrow::sim {
+
+SimulatedApplication::SimulatedApplication(const ProcessContext& context,
+                                           NotificationCenter& notificationCenter,
+                                           std::function<void()> terminate)
+    : context_{context},
+      notificationCenter_{notificationCenter},
+      terminate_{std::move(terminate)},
+      activations{context.mac.applications.observeActivation([this] { noteActivation(); })} {}
+
+void SimulatedApplication::askToBecomeActive() {
+  // It takes the window server a moment.
+  auto& mac = context_.mac;
+  mac.scheduler.schedule(Scheduler::Duration{0}, [&mac, thread = context_.mainThread,
+                                                  identifier = context_.bundleIdentifier] {
+    if (thread->hasEnded() || mac.applications.frontmost() == identifier) return;
+    mac.applications.activate(identifier);
+  });
+}
+
+void SimulatedApplication::noteActivation() {
+  const bool wasActive =
+      std::exchange(isActive, context_.mac.applications.frontmost() == context_.bundleIdentifier);
+  if (wasActive || !isActive) return;
+  context_.mainThread->deliver([this] { notificationCenter_.post(applicationDidBecomeActive); });
+}
+
+}  // namespace keyrow::sim

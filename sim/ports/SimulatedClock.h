@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "sim/machine/SimulatedMac.h"
+
+namespace keyrow::sim {
+
+/// The machine's virtual time.
+class SimulatedClock final : public Clock {
+ public:
+  explicit SimulatedClock(const SimulatedMac& mac) : mac_{mac} {}
+
+  std::chrono::system_clock::time_point now() override { return mac_.wallClock(); }
+  std::chrono::nanoseconds uptime() override { return mac_.scheduler.now(); }
+  MachTimebase machTimebase() override { return mac_.machTimebase; }
+
+ private:
+  const SimulatedMac& mac_;
+};
+
+}  // namespace keyrow::sim

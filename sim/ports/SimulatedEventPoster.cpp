@@ -1,0 +1,66 @@
+#include "sim/ports/SimulatedEventPoster.h"
+
+#include <array>
+#include <string>
+
+namespace keyrow::sim {
+
+namespace {
+
+class Source final : public KeyEventSource {
+ public:
+  explicit Source(const ProcessContext& context)
+      : mac_{context.mac}, handle{context.mac.openHandles, "CGEventSource", context.processID} {}
+
+  void post(std::uint16_t keyCode, bool isKeyDown, std::uint64_t flags) override {
+    mac_.postKeyEvent(isKeyDown ? keyEventType::keyDown : keyEventType::keyUp,
+                      {.timestamp = mac_.machAbsoluteTime(), .flags = flags, .keyCode = keyCode});
+  }
+
+ private:
+  SimulatedMac& mac_;
+  const OpenHandle handle;
+};
+
+/// Key types of media keys (`NX_KEYTYPE_…`, ev_keymap.h); empty for those that nobody uses.
+std::string mediaKeyName(std::int64_t keyType) {
+  constexpr std::array<std::string_view, 19> names{"volume up",
+                                                   "volume down",
+                                                   "brightness up",
+                                                   "brightness down",
+                                                   "",
+                                                   "",
+                                                   "",
+                                                   "mute",
+                                                   "",
+                                                   "",
+                                                   "",
+                                                   "",
+                                                   "",
+                                                   "",
+                                                   "",
+                                                   "",
+                                                   "play",
+                                                   "next",
+                                                   "previous"};
+  const auto index = static_cast<std::size_t>(keyType);
+  if (index < names.size() && !names[index].empty()) return std::string{names[index]};
+  return "media key " + std::to_string(keyType);
+}
+
+}  // namespace
+
+void SimulatedEventPoster::post(const SystemDefinedEvent& event) {
+  constexpr std::int64_t pressed = 0xA00;
+  context_.mac.timeline.add(
+      TimelineEvent::Kind::key,
+      mediaKeyName(event.data1 >> 16) + ((event.data1 & 0xFFFF) == pressed ? " down" : " up"));
+  context_.mac.systemDefinedEvents.push_back(event);
+}
+
+std::unique_ptr<KeyEventSource> SimulatedEventPoster::createKeyEventSource() {
+  if (context_.mac.strikes(PortCall::createKeyEventSource)) return nullptr;
+  return std::make_unique<Source>(context_);
+}
+
+}  // namespace keyrow::sim

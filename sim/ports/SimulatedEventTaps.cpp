@@ -1,0 +1,133 @@
+#include "sim/ports/SimulatedEventTaps.h"
+
+#include <utility>
+
+namespace keyrow::sim {
+
+namespace {
+
+class Tap final : public EventTap {
+ public:
+  Tap(const ProcessContext& context, std::shared_ptr<ServedTap> served)
+      : mac_{context.mac},
+        served_{std::move(served)},
+        handle{context.mac.openHandles, "EventTap", context.processID} {}
+
+  void setEnabled(bool enabled) override {
+    mac_.trace.add(enabled ? "enable event tap" : "disable event tap");
+    if (enabled && mac_.strikes(PortCall::enableEventTap)) return;
+    mac_.eventTaps.setEnabled(*served_, enabled);
+  }
+  bool isEnabled() override { return mac_.eventTaps.isEnabled(*served_); }
+  void invalidate() override {
+    mac_.trace.add("invalidate event tap");
+    mac_.eventTaps.invalidate(*served_);
+  }
+
+  const std::shared_ptr<ServedTap>& served() const { return served_; }
+
+ private:
+  SimulatedMac& mac_;
+  const std::shared_ptr<ServedTap> served_;
+  const OpenHandle handle;
+};
+
+class Source final : public RunLoopSource {
+ public:
+  Source(const ProcessContext& context, std::shared_ptr<ServedTap> served)
+      : mac_{context.mac},
+        served_{std::move(served)},
+        handle{context.mac.openHandles, "RunLoopSource", context.processID} {}
+
+  void serveOn(std::shared_ptr<SimulatedRunLoop> runLoop) {
+    mac_.eventTaps.serve(*served_, std::move(runLoop));
+  }
+
+ private:
+  SimulatedMac& mac_;
+  const std::shared_ptr<ServedTap> served_;
+  const OpenHandle handle;
+};
+
+/// A run loop as a port hands it out; ties a source's tap to it.
+class Handle final : public RunLoop {
+ public:
+  explicit Handle(std::shared_ptr<SimulatedRunLoop> runLoop) : runLoop_{std::move(runLoop)} {}
+
+  void addSource(RunLoopSource& source) override {
+    runLoop_->addSource(source);
+    static_cast<Source&>(source).serveOn(runLoop_);
+  }
+  void removeSource(RunLoopSource& source) override {
+    static_cast<Source&>(source).serveOn(nullptr);
+    runLoop_->removeSource(source);
+  }
+  void run() override { runLoop_->run(); }
+  void stop() override { runLoop_->stop(); }
+
+ private:
+  const std::shared_ptr<SimulatedRunLoop> runLoop_;
+};
+
+thread_local std::shared_ptr<Handle> threadRunLoop;
+
+}  // namespace
+
+std::shared_ptr<EventTap> SimulatedEventTaps::createTap(std::uint64_t eventsOfInterest,
+                                                        TappedEventHandler& handler) {
+  auto& mac = context_.mac;
+  if (mac.strikes(PortCall::createEventTap)) return nullptr;
+  if (!mac.isAccessibilityGranted || !mac.isInputMonitoringGranted) return nullptr;
+  auto served = std::make_shared<ServedTap>();
+  served->eventsOfInterest = eventsOfInterest;
+  served->handler = &handler;
+  mac.eventTaps.insert(served);
+  const std::scoped_lock guard{mutex};
+  taps.push_back(served);
+  return std::make_shared<Tap>(context_, std::move(served));
+}
+
+std::shared_ptr<RunLoopSource> SimulatedEventTaps::createRunLoopSource(EventTap& tap) {
+  if (context_.mac.strikes(PortCall::createRunLoopSource)) return nullptr;
+  return std::make_shared<Source>(context_, static_cast<Tap&>(tap).served());
+}
+
+std::shared_ptr<RunLoop> SimulatedEventTaps::currentRunLoop() { return threadRunLoop; }
+
+void SimulatedEventTaps::startThread(std::string_view name, std::function<void()> body) {
+  context_.mac.trace.add("start thread " + std::string{name});
+  auto runLoop = std::make_shared<SimulatedRunLoop>();
+  {
+    const std::scoped_lock guard{mutex};
+    if (isEnding) return;
+    runLoops.push_back(runLoop);
+    auto counted =
+        std::make_shared<OpenHandle>(context_.mac.openHandles, "thread", context_.processID);
+    threads.emplace_back([runLoop, body = std::move(body), counted = std::move(counted)]() mutable {
+      threadRunLoop = std::make_shared<Handle>(runLoop);
+      body();
+      // Before the thread counts as ended: who waits for that wants all of it gone.
+      body = nullptr;
+      threadRunLoop = nullptr;
+      counted = nullptr;
+      runLoop->finish();
+    });
+  }
+  if (context_.mac.threadsStartAtOnce) runLoop->awaitStart();
+}
+
+void SimulatedEventTaps::endThreads() {
+  std::vector<std::thread> ending;
+  {
+    const std::scoped_lock guard{mutex};
+    isEnding = true;
+    for (const auto& weak : taps) {
+      if (const auto tap = weak.lock()) context_.mac.eventTaps.invalidate(*tap);
+    }
+    for (const auto& runLoop : runLoops) runLoop->shutDown();
+    ending = std::exchange(threads, {});
+  }
+  for (auto& thread : ending) thread.join();
+}
+
+}  // namespace keyrow::sim

@@ -1,0 +1,60 @@
+#include "sim/ports/SimulatedSettingsWindowView.h"
+
+#include <algorithm>
+
+namespace keyrow::sim {
+
+namespace {
+
+/// The size that the system gives the window for a tab, as long as nobody objects.
+constexpr ContentSize fittingSize{300, 200};
+
+}  // namespace
+
+void SimulatedSettingsWindowView::create(SettingsWindowActions& actions) {
+  context_.mac.trace.add("create settings window");
+  actions_ = &actions;
+  ++createdCount_;
+  loadSelectedPane();
+}
+
+void SimulatedSettingsWindowView::bringToFront() {
+  context_.mac.trace.add("bring settings window to the front");
+  ++broughtToFrontCount_;
+  if (isVisible_) return;
+  isVisible_ = true;
+  context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
+  contentSize_ = fittingSize;
+  actions_->viewDidAppear();
+}
+
+void SimulatedSettingsWindowView::setFixedContentSize(ContentSize size) { contentSize_ = size; }
+
+bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
+  const auto found = std::ranges::find(settingsTabs, title, &SettingsTab::title);
+  if (found == settingsTabs.end()) return false;
+  selectedIndex = static_cast<std::size_t>(found - settingsTabs.begin());
+  context_.mac.screen.note("settings window, " + std::string{title});
+  contentSize_ = fittingSize;
+  context_.mainThread->deliver([this] {
+    loadSelectedPane();
+    actions_->didSelectTabViewItem();
+  });
+  return true;
+}
+
+void SimulatedSettingsWindowView::loadSelectedPane() {
+  if (selectedIndex == 0) {
+    general_.load();
+  } else {
+    about_.load();
+  }
+}
+
+void SimulatedSettingsWindowView::close() {
+  if (!isVisible_) return;
+  isVisible_ = false;
+  context_.mac.screen.note("settings window closed");
+}
+
+}  // namespace keyrow::sim

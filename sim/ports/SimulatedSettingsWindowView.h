@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+
+#include "sim/ports/ProcessContext.h"
+#include "sim/ports/SimulatedAboutView.h"
+#include "sim/ports/SimulatedGeneralView.h"
+#include "ui/SettingsWindowView.h"
+
+namespace keyrow::sim {
+
+/// A process's settings window, and the user's hands on it.
+class SimulatedSettingsWindowView final : public SettingsWindowView {
+ public:
+  /// The panes have to outlive this.
+  SimulatedSettingsWindowView(const ProcessContext& context, SimulatedGeneralView& general,
+                              SimulatedAboutView& about)
+      : context_{context}, general_{general}, about_{about} {}
+
+  void create(SettingsWindowActions& actions) override;
+  bool hasWindow() override { return actions_ != nullptr; }
+  void bringToFront() override;
+  void setFixedContentSize(ContentSize size) override;
+
+  /// How many windows were created.
+  int createdCount() const { return createdCount_; }
+  bool isVisible() const { return isVisible_; }
+  /// How often the window was brought to the front.
+  int broughtToFrontCount() const { return broughtToFrontCount_; }
+  ContentSize contentSize() const { return contentSize_; }
+  const SettingsTab& selectedTab() const { return settingsTabs[selectedIndex]; }
+
+  /// The user selects a tab; false when there is none of that title.
+  bool selectTab(std::string_view title);
+  void close();
+
+ private:
+  /// A pane is loaded when it is selected for the first time.
+  void loadSelectedPane();
+
+  const ProcessContext& context_;
+  SimulatedGeneralView& general_;
+  SimulatedAboutView& about_;
+  SettingsWindowActions* actions_ = nullptr;
+  int createdCount_ = 0;
+  bool isVisible_ = false;
+  int broughtToFrontCount_ = 0;
+  ContentSize contentSize_ = settingsContentSize;
+  std::size_t selectedIndex = 0;
+};
+
+}  // namespace keyrow::sim

@@ -1,0 +1,97 @@
+#include "sim/ports/SimulatedStatusItemView.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace keyrow::sim {
+
+void SimulatedStatusItemView::create(StatusItemActions& actions) {
+  context_.mac.trace.add("create status item");
+  actions_ = &actions;
+}
+
+void SimulatedStatusItemView::setImage(std::string_view systemSymbolName) {
+  if (!exists()) return;
+  const auto before = std::exchange(image_, systemSymbolName);
+  change("image", before, image_);
+}
+
+void SimulatedStatusItemView::setCapsLockIndicatorHidden(bool hidden) {
+  if (!exists()) return;
+  const auto before = dot();
+  isCapsLockIndicatorHidden_ = hidden;
+  change("dot", before, dot());
+}
+
+void SimulatedStatusItemView::setScopeIndicator(bool hidden,
+                                                std::optional<std::string_view> toolTip) {
+  if (!exists()) return;
+  const auto before = dot();
+  isScopeIndicatorHidden_ = hidden;
+  scopeToolTip_ = toolTip;
+  change("dot", before, dot());
+}
+
+void SimulatedStatusItemView::setHighlighted(bool highlighted) { isHighlighted_ = highlighted; }
+
+void SimulatedStatusItemView::popUpMenu(const std::vector<MenuItem>& items) {
+  if (exists()) menu_ = items;
+}
+
+std::string SimulatedStatusItemView::dot() const {
+  if (isCapsLockIndicatorHidden_) return isScopeIndicatorHidden_ ? "none" : "override";
+  return isScopeIndicatorHidden_ ? "caps-lock" : "both";
+}
+
+void SimulatedStatusItemView::click(ClickEvent event) {
+  context_.mainThread->deliver([this, event] {
+    if (exists()) actions_->statusBarButtonClicked(event);
+  });
+}
+
+bool SimulatedStatusItemView::choose(std::string_view title) {
+  if (!menu_) return false;
+  const auto found = std::ranges::find_if(
+      *menu_, [&](const MenuItem& item) { return item.title == title && item.isEnabled; });
+  if (found == menu_->end()) return false;
+  const auto action = found->action;
+  const auto object = found->representedObject
+                          ? std::optional<PropertyValue>{*found->representedObject}
+                          : std::nullopt;
+  // AppKit sends the action after the menu has closed.
+  closeMenu();
+  context_.mainThread->deliver([this, action, object] {
+    switch (action) {
+      case MenuAction::none:
+        break;
+      case MenuAction::handleMenuGlobalSwitch:
+        actions_->handleMenuGlobalSwitch(object);
+        break;
+      case MenuAction::handleMenuLocalSwitch:
+        actions_->handleMenuLocalSwitch(object);
+        break;
+      case MenuAction::openPreferences:
+        actions_->openPreferences();
+        break;
+      case MenuAction::quit:
+        actions_->quit();
+        break;
+    }
+  });
+  return true;
+}
+
+void SimulatedStatusItemView::closeMenu() {
+  if (!menu_) return;
+  menu_.reset();
+  context_.mainThread->deliver([this] { actions_->menuDidClose(); });
+}
+
+void SimulatedStatusItemView::change(std::string_view what, const std::string& before,
+                                     const std::string& now) {
+  if (before == now) return;
+  context_.mac.timeline.add(TimelineEvent::Kind::statusItem,
+                            std::string{what} + " " + before + " → " + now);
+}
+
+}  // namespace keyrow::sim

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "sim/ports/ProcessContext.h"
+#include "ui/StatusItemView.h"
+
+namespace keyrow::sim {
+
+/// A process's item in the menu bar, and the user's hands on it.
+class SimulatedStatusItemView final : public StatusItemView {
+ public:
+  explicit SimulatedStatusItemView(const ProcessContext& context) : context_{context} {}
+
+  void create(StatusItemActions& actions) override;
+  void setImage(std::string_view systemSymbolName) override;
+  void setCapsLockIndicatorHidden(bool hidden) override;
+  void setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) override;
+  void setHighlighted(bool highlighted) override;
+  /// The menu stays open until the user chooses something or closes it.
+  void popUpMenu(const std::vector<MenuItem>& items) override;
+
+  bool exists() const { return actions_ != nullptr; }
+  /// The system symbol on the button; "none" before there is one.
+  const std::string& image() const { return image_; }
+  /// What is to be seen beside it: "none", "override", "caps-lock", or "both" where one
+  /// hides the other.
+  std::string dot() const;
+  bool isCapsLockIndicatorHidden() const { return isCapsLockIndicatorHidden_; }
+  bool isScopeIndicatorHidden() const { return isScopeIndicatorHidden_; }
+  const std::optional<std::string>& scopeToolTip() const { return scopeToolTip_; }
+  bool isHighlighted() const { return isHighlighted_; }
+  /// The items of the open menu; null when none is open.
+  const std::vector<MenuItem>* menu() const { return menu_ ? &*menu_ : nullptr; }
+
+  void click(ClickEvent event);
+  /// Chooses the enabled item with this title; false when there is none.
+  bool choose(std::string_view title);
+  void closeMenu();
+
+ private:
+  void change(std::string_view what, const std::string& before, const std::string& now);
+
+  const ProcessContext& context_;
+  StatusItemActions* actions_ = nullptr;
+  std::string image_ = "none";
+  bool isCapsLockIndicatorHidden_ = true;
+  bool isScopeIndicatorHidden_ = true;
+  std::optional<std::string> scopeToolTip_;
+  bool isHighlighted_ = false;
+  std::optional<std::vector<MenuItem>> menu_;
+};
+
+}  // namespace keyrow::sim

@@ -1,0 +1,35 @@
+#include "sim/ports/SimulatedUpdateFramework.h"
+
+namespace keyrow::sim {
+
+void SimulatedUpdateFramework::start(UpdateFrameworkDelegate& delegate) {
+  context_.mac.trace.add("start updater");
+  delegate_ = &delegate;
+  context_.mac.scheduler.schedule(Scheduler::Duration{0}, [this, thread = context_.mainThread] {
+    thread->deliver([this] { delegate_->willScheduleUpdateCheck(); });
+  });
+}
+
+void SimulatedUpdateFramework::checkForUpdates() {
+  context_.mac.trace.add("check for updates");
+  context_.mac.screen.note("Sparkle checks for updates");
+}
+
+void SimulatedUpdateFramework::findUpdate(const std::string& version, bool inImmediateFocus) {
+  context_.mainThread->deliver([this, version, inImmediateFocus] {
+    const bool showsItself = !delegate_->supportsGentleScheduledUpdateReminders() ||
+                             delegate_->shouldHandleShowingScheduledUpdate(inImmediateFocus);
+    delegate_->willHandleShowingUpdate(showsItself, version, false);
+    if (showsItself) context_.mac.screen.note("Sparkle shows version " + version);
+  });
+}
+
+void SimulatedUpdateFramework::attendToUpdate() {
+  context_.mainThread->deliver([this] { delegate_->didReceiveUserAttentionForUpdate(); });
+}
+
+void SimulatedUpdateFramework::finishSession() {
+  context_.mainThread->deliver([this] { delegate_->willFinishUpdateSession(); });
+}
+
+}  // namespace keyrow::sim

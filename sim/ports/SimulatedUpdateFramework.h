@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+#include "platform/UpdateFramework.h"
+#include "sim/ports/ProcessContext.h"
+
+namespace keyrow::sim {
+
+/// Sparkle, and what the update feed has for it.
+class SimulatedUpdateFramework final : public UpdateFramework {
+ public:
+  explicit SimulatedUpdateFramework(const ProcessContext& context) : context_{context} {}
+
+  void start(UpdateFrameworkDelegate& delegate) override;
+  void checkForUpdates() override;
+  bool automaticallyChecksForUpdates() override { return automaticallyChecks; }
+  void setAutomaticallyChecksForUpdates(bool checks) override { automaticallyChecks = checks; }
+
+  bool isStarted() const { return delegate_ != nullptr; }
+
+  /// A scheduled check finds an update, while Keyrow is in immediate focus or not.
+  void findUpdate(const std::string& version, bool inImmediateFocus);
+  /// The user looks at an update in Sparkle's window.
+  void attendToUpdate();
+  /// The update was installed, skipped or put off.
+  void finishSession();
+
+ private:
+  const ProcessContext& context_;
+  UpdateFrameworkDelegate* delegate_ = nullptr;
+  bool automaticallyChecks = true;
+};
+
+}  // namespace keyrow::sim

@@ -1,0 +1,77 @@
+#include "sim/ports/SimulatedWorkspace.h"
+
+#include <utility>
+
+namespace keyrow::sim {
+
+namespace {
+
+class Application final : public RunningApplication {
+ public:
+  Application(PortTrace& trace, std::shared_ptr<RunningProcess> process)
+      : trace_{trace}, process_{std::move(process)} {}
+
+  std::int32_t processIdentifier() override { return process_->processIdentifier; }
+  bool isTerminated() override { return process_->isTerminated; }
+  bool terminate() override {
+    trace_.add("terminate " + std::to_string(process_->processIdentifier));
+    return !isTerminated() && process_->terminate();
+  }
+  bool forceTerminate() override {
+    trace_.add("force-terminate " + std::to_string(process_->processIdentifier));
+    return !isTerminated() && process_->forceTerminate();
+  }
+
+ private:
+  PortTrace& trace_;
+  const std::shared_ptr<RunningProcess> process_;
+};
+
+}  // namespace
+
+std::optional<std::string> SimulatedWorkspace::frontmostBundleIdentifier() {
+  if (context_.mac.strikes(PortCall::frontmostApplication)) return std::nullopt;
+  return context_.mac.applications.frontmost();
+}
+
+bool SimulatedWorkspace::isApplicationInstalled(std::string_view bundleIdentifier) {
+  if (context_.mac.strikes(PortCall::findApplication)) return false;
+  return context_.mac.applications.isInstalled(bundleIdentifier);
+}
+
+ObserverToken SimulatedWorkspace::observeActivation(std::function<void()> handler) {
+  return context_.mac.applications.observeActivation(
+      context_.observer("activation", std::move(handler)));
+}
+
+ObserverToken SimulatedWorkspace::observeWillSleep(std::function<void()> handler) {
+  return context_.mac.power.observeWillSleep(context_.observer("sleep", std::move(handler)));
+}
+
+ObserverToken SimulatedWorkspace::observeDidWake(std::function<void()> handler) {
+  return context_.mac.power.observeDidWake(context_.observer("wake", std::move(handler)));
+}
+
+std::vector<std::unique_ptr<RunningApplication>> SimulatedWorkspace::runningApplications(
+    std::string_view bundleIdentifier) {
+  context_.mac.trace.add("list running applications");
+  std::vector<std::unique_ptr<RunningApplication>> applications;
+  for (auto& process : context_.mac.applications.running(bundleIdentifier)) {
+    applications.push_back(std::make_unique<Application>(context_.mac.trace, std::move(process)));
+  }
+  return applications;
+}
+
+void SimulatedWorkspace::openApplication(std::string_view path) { context_.mac.screen.open(path); }
+
+bool SimulatedWorkspace::isURL(std::string_view text) {
+  return !text.empty() && text.find_first_of(" \n\t<>\"") == std::string_view::npos;
+}
+
+bool SimulatedWorkspace::openURL(std::string_view url) {
+  if (context_.mac.strikes(PortCall::openURL)) return false;
+  context_.mac.screen.open(url);
+  return true;
+}
+
+}  // namespace keyrow::sim
