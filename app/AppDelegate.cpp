@@ -16,119 +16,119 @@ bool isSystemSettings(const std::optional<std::string>& bundleIdentifier) {
 }  // namespace
 
 void AppDelegate::applicationDidFinishLaunching() {
-  use.instanceTakeover.registerInstanceTakeoverObserver();
-  use.instanceTakeover.takeOverPreviousInstances();
-  use.statusBarController.setUp();
-  use.settingsWindowController.createWindow();
-  use.updater.start();
-  use.modePolicy.pruneLocalFnStates();
-  use.keyboardSourceMonitor.startMonitoring();
-  lastActivatedBundleIdentifier = use.workspace.frontmostBundleIdentifier();
+  use_.instanceTakeover.registerInstanceTakeoverObserver();
+  use_.instanceTakeover.takeOverPreviousInstances();
+  use_.statusBarController.setUp();
+  use_.settingsWindowController.createWindow();
+  use_.updater.start();
+  use_.modePolicy.pruneLocalFnStates();
+  use_.keyboardSourceMonitor.startMonitoring();
+  lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   promptForAccessibilityIfNeeded();
   startEventTapIfPossible();
   installAppActivationObserver();
-  wakeObserver = use.workspace.observeDidWake([this] { handleWake(); });
-  sleepObserver = use.workspace.observeWillSleep([this] {
-    use.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
+  wakeObserver_ = use_.workspace.observeDidWake([this] { handleWake(); });
+  sleepObserver_ = use_.workspace.observeWillSleep([this] {
+    use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
   });
-  use.capsLockMonitor.observeCapsLockIndicatorSetting();
-  use.capsLockMonitor.applyCapsLockIndicatorSetting();
+  use_.capsLockMonitor.observeCapsLockIndicatorSetting();
+  use_.capsLockMonitor.applyCapsLockIndicatorSetting();
   installAppActiveObserver();
-  use.modePolicy.applyStoredFnState();
+  use_.modePolicy.applyStoredFnState();
 }
 
 void AppDelegate::applicationWillTerminate() {
-  use.modePolicy.restoreGlobalFnState();
-  use.capsLockMonitor.tearDownCapsLockMonitoring();
-  use.eventTapController.stopEventTap();
-  use.keyboardSourceMonitor.stopMonitoring();
-  appActiveObserver = {};
-  use.instanceTakeover.removeInstanceTakeoverObserver();
-  use.modePolicy.pruneLocalFnStates();
-  use.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
+  use_.modePolicy.restoreGlobalFnState();
+  use_.capsLockMonitor.tearDownCapsLockMonitoring();
+  use_.eventTapController.stopEventTap();
+  use_.keyboardSourceMonitor.stopMonitoring();
+  appActiveObserver_ = {};
+  use_.instanceTakeover.removeInstanceTakeoverObserver();
+  use_.modePolicy.pruneLocalFnStates();
+  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
 }
 
 bool AppDelegate::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
-  use.settingsWindowController.show();
+  use_.settingsWindowController.show();
   return true;
 }
 
 void AppDelegate::handleApplicationActivation() {
   syncAfterLeavingSystemSettings();
   syncFromHardware();
-  use.modePolicy.applyStoredFnState();
-  use.capsLockMonitor.refreshCapsLockIfEnabled();
+  use_.modePolicy.applyStoredFnState();
+  use_.capsLockMonitor.refreshCapsLockIfEnabled();
 }
 
 void AppDelegate::syncAfterLeavingSystemSettings() {
-  const auto frontmost = use.workspace.frontmostBundleIdentifier();
-  const auto previous = std::exchange(lastActivatedBundleIdentifier, frontmost);
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
+  const auto previous = std::exchange(lastActivatedBundleIdentifier_, frontmost);
   if (!isSystemSettings(previous) || isSystemSettings(frontmost)) return;
-  const auto hardware = use.modePolicy.currentFnState();
-  if (hardware && !use.modePolicy.isLeftover(*hardware)) {
-    use.modePolicy.syncStoredGlobalFnState(*hardware, false,
-                                           "from hardware after leaving System Settings");
+  const auto hardware = use_.modePolicy.currentFnState();
+  if (hardware && !use_.modePolicy.isLeftover(*hardware)) {
+    use_.modePolicy.syncStoredGlobalFnState(*hardware, false,
+                                            "from hardware after leaving System Settings");
   }
 }
 
 void AppDelegate::syncFromHardware() {
   // While an override is in force the hardware holds the override's mode.
-  if (use.modePolicy.isLocalScopeActive()) return;
-  const auto hardware = use.modePolicy.currentFnState();
-  if (hardware && hardware != use.storedFnStates.global() &&
-      !use.modePolicy.isLeftover(*hardware)) {
-    use.modePolicy.syncStoredGlobalFnState(*hardware, false, "from hardware during app switch");
+  if (use_.modePolicy.isLocalScopeActive()) return;
+  const auto hardware = use_.modePolicy.currentFnState();
+  if (hardware && hardware != use_.storedFnStates.global() &&
+      !use_.modePolicy.isLeftover(*hardware)) {
+    use_.modePolicy.syncStoredGlobalFnState(*hardware, false, "from hardware during app switch");
   }
 }
 
 void AppDelegate::handleWake() {
-  use.statusBarController.handleWake();
-  use.capsLockMonitor.refreshCapsLockIfEnabled();
+  use_.statusBarController.handleWake();
+  use_.capsLockMonitor.refreshCapsLockIfEnabled();
   // macOS can disable a tap during sleep without ever announcing it.
-  if (eventTapStarted) use.eventTapController.reviveEventTap();
+  if (eventTapStarted_) use_.eventTapController.reviveEventTap();
 }
 
 void AppDelegate::installAppActivationObserver() {
-  activationObserver = use.workspace.observeActivation([this] { handleApplicationActivation(); });
+  activationObserver_ = use_.workspace.observeActivation([this] { handleApplicationActivation(); });
 }
 
 void AppDelegate::installAppActiveObserver() {
-  appActiveObserver = use.notificationCenter.addObserver(applicationDidBecomeActive,
-                                                         [this] { startEventTapIfPossible(); });
+  appActiveObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive,
+                                                           [this] { startEventTapIfPossible(); });
 }
 
 void AppDelegate::startEventTapIfPossible() {
-  if (eventTapStarted || !use.accessibility.isProcessTrusted()) return;
-  if (!use.eventTapController.startEventTap()) {
+  if (eventTapStarted_ || !use_.accessibility.isProcessTrusted()) return;
+  if (!use_.eventTapController.startEventTap()) {
     showEventTapFailureAlert();
     return;
   }
-  eventTapStarted = true;
-  hasShownEventTapFailureAlert = false;
+  eventTapStarted_ = true;
+  hasShownEventTapFailureAlert_ = false;
 }
 
 void AppDelegate::showEventTapFailureAlert() {
-  if (std::exchange(hasShownEventTapFailureAlert, true)) return;
-  const auto response = use.alerts.runModal(
+  if (std::exchange(hasShownEventTapFailureAlert_, true)) return;
+  const auto response = use_.alerts.runModal(
       {.messageText = "Keyrow could not start keyboard monitoring",
        .informativeText =
            "Keyrow may still be missing Input Monitoring, or macOS may not have applied its "
            "permissions yet. Try reopening Keyrow, or remove and re-add Keyrow in System Settings "
            "> Privacy & Security > Accessibility and Input Monitoring.",
        .buttons = {"Open Accessibility Settings", "OK"}});
-  if (response == alertFirstButtonReturn) openAccessibilitySettings(use.workspace);
+  if (response == alertFirstButtonReturn) openAccessibilitySettings(use_.workspace);
 }
 
 void AppDelegate::promptForAccessibilityIfNeeded() {
-  const bool hasPrompted = use.settings.hasPromptedAccessibility();
-  if (use.accessibility.isProcessTrusted()) {
-    if (!hasPrompted) use.settings.setHasPromptedAccessibility();
+  const bool hasPrompted = use_.settings.hasPromptedAccessibility();
+  if (use_.accessibility.isProcessTrusted()) {
+    if (!hasPrompted) use_.settings.setHasPromptedAccessibility();
     return;
   }
-  use.settingsWindowController.show();
+  use_.settingsWindowController.show();
   if (hasPrompted) return;
-  use.accessibility.promptForTrust();
-  use.settings.setHasPromptedAccessibility();
+  use_.accessibility.promptForTrust();
+  use_.settings.setHasPromptedAccessibility();
 }
 
 }  // namespace keyrow

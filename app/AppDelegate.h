@@ -44,7 +44,7 @@ class AppDelegate {
     Workspace& workspace;
   };
 
-  explicit AppDelegate(const Uses& uses) : use{uses} {}
+  explicit AppDelegate(const Uses& uses) : use_{uses} {}
 
   /// The launch sequence (`applicationDidFinishLaunching:`).
   void applicationDidFinishLaunching();
@@ -71,18 +71,18 @@ class AppDelegate {
   void showEventTapFailureAlert();
   void promptForAccessibilityIfNeeded();
 
-  const Uses use;
+  const Uses use_;
 
   /// The event tap has been started successfully.
-  bool eventTapStarted = false;
-  ObserverToken appActiveObserver;
+  bool eventTapStarted_ = false;
+  ObserverToken appActiveObserver_;
   /// The alert has been shown since the event tap was last started.
-  bool hasShownEventTapFailureAlert = false;
+  bool hasShownEventTapFailureAlert_ = false;
   /// The application that was frontmost at the last activation, or at launch.
-  std::optional<std::string> lastActivatedBundleIdentifier;
-  ObserverToken activationObserver;
-  ObserverToken wakeObserver;
-  ObserverToken sleepObserver;
+  std::optional<std::string> lastActivatedBundleIdentifier_;
+  ObserverToken activationObserver_;
+  ObserverToken wakeObserver_;
+  ObserverToken sleepObserver_;
 };
 
 }  // namespace keyrow

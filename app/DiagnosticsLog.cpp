@@ -48,9 +48,9 @@ DiagnosticsLog::DiagnosticsLog(SystemLog& systemLog, Bundle& bundle, Clock& cloc
     : systemLog_{systemLog},
       clock_{clock},
       text_{text},
-      subsystem{bundle.identifier().value_or(std::string{appIdentifier})} {
-  std::ranges::transform(categoryNames, loggers.begin(), [this](std::string_view category) {
-    return systemLog_.makeLogger(subsystem, category);
+      subsystem_{bundle.identifier().value_or(std::string{appIdentifier})} {
+  std::ranges::transform(categoryNames, loggers_.begin(), [this](std::string_view category) {
+    return systemLog_.makeLogger(subsystem_, category);
   });
 }
 
@@ -74,7 +74,7 @@ std::string DiagnosticsLog::recentLogReport() {
 }
 
 bool DiagnosticsLog::isOurs(const LogEntry& entry) const {
-  return entry.subsystem == subsystem &&
+  return entry.subsystem == subsystem_ &&
          std::ranges::find(categoryNames, entry.category) != categoryNames.end();
 }
 

@@ -38,7 +38,7 @@ class DiagnosticsLog {
  public:
   DiagnosticsLog(SystemLog& systemLog, Bundle& bundle, Clock& clock, Text& text);
 
-  Logger& logger(LogCategory category) { return *loggers[static_cast<std::size_t>(category)]; }
+  Logger& logger(LogCategory category) { return *loggers_[static_cast<std::size_t>(category)]; }
 
   /// The application's lines of the last 15 minutes, oldest first, at most the 80 most
   /// recent and at most their last 6000 characters. When there are none, or the log
@@ -52,8 +52,8 @@ class DiagnosticsLog {
   Clock& clock_;
   Text& text_;
   /// The bundle's identifier, or else `appIdentifier`.
-  const std::string subsystem;
-  std::array<std::unique_ptr<Logger>, 4> loggers;
+  const std::string subsystem_;
+  std::array<std::unique_ptr<Logger>, 4> loggers_;
 };
 
 }  // namespace keyrow

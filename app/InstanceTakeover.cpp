@@ -25,19 +25,19 @@ std::string notificationName() { return std::string{appIdentifier} + ".instanceT
 }  // namespace
 
 void InstanceTakeover::registerInstanceTakeoverObserver() {
-  if (instanceTakeoverObserver) return;
-  instanceTakeoverObserver = use.distributedNotificationCenter.addObserver(
-      notificationName(), use.bundle.identifier(),
+  if (instanceTakeoverObserver_) return;
+  instanceTakeoverObserver_ = use_.distributedNotificationCenter.addObserver(
+      notificationName(), use_.bundle.identifier(),
       [this](const std::optional<PropertyDictionary>& userInfo) {
         handleInstanceTakeover(userInfo);
       });
 }
 
 void InstanceTakeover::takeOverPreviousInstances() {
-  const auto bundleIdentifier = use.bundle.identifier();
+  const auto bundleIdentifier = use_.bundle.identifier();
   if (!bundleIdentifier) return;
-  auto others = use.workspace.runningApplications(*bundleIdentifier);
-  std::erase_if(others, [own = use.process.processIdentifier()](const auto& other) {
+  auto others = use_.workspace.runningApplications(*bundleIdentifier);
+  std::erase_if(others, [own = use_.process.processIdentifier()](const auto& other) {
     return other->processIdentifier() == own;
   });
   if (others.empty()) return;
@@ -56,55 +56,55 @@ void InstanceTakeover::takeOverPreviousInstances() {
     if (!other->terminate()) other->forceTerminate();
   }
   if (waitForTermination(others, forcedTimeout)) return;
-  use.appLog.notice(
+  use_.appLog.notice(
       "A previous instance did not exit during takeover. Continuing with the current instance.");
 }
 
 void InstanceTakeover::postInstanceTakeover(std::int32_t targetProcess,
                                             const std::string& bundleIdentifier) {
-  use.distributedNotificationCenter.post(
+  use_.distributedNotificationCenter.post(
       notificationName(), bundleIdentifier,
       {{std::string{targetPIDKey}, targetProcess},
-       {std::string{sourcePIDKey}, use.process.processIdentifier()}});
+       {std::string{sourcePIDKey}, use_.process.processIdentifier()}});
 }
 
 bool InstanceTakeover::waitForTermination(const RunningApplications& applications,
                                           std::chrono::nanoseconds timeout) {
-  const auto deadline = use.clock.uptime() + timeout;
+  const auto deadline = use_.clock.uptime() + timeout;
   for (;;) {
     if (std::ranges::all_of(applications, [](const auto& one) { return one->isTerminated(); })) {
       return true;
     }
-    if (use.clock.uptime() >= deadline) return false;
-    use.mainRunLoop.run(pollInterval);
+    if (use_.clock.uptime() >= deadline) return false;
+    use_.mainRunLoop.run(pollInterval);
   }
 }
 
 void InstanceTakeover::restoreGlobalFnStateBeforeForcedExit() {
-  const auto preference = use.fnStateController.readSystemFnStatePreference();
+  const auto preference = use_.fnStateController.readSystemFnStatePreference();
   const auto target =
-      preference ? std::optional{fnStateFromPreference(*preference)} : use.storedFnStates.global();
+      preference ? std::optional{fnStateFromPreference(*preference)} : use_.storedFnStates.global();
   if (!target) return;
   // Without an override in front the hardware holds the global mode already.
-  const auto frontmost = use.workspace.frontmostBundleIdentifier();
-  if (!frontmost || !use.storedFnStates.local(*frontmost)) return;
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
+  if (!frontmost || !use_.storedFnStates.local(*frontmost)) return;
 
-  const auto current = use.fnStateController.readFnState();
+  const auto current = use_.fnStateController.readFnState();
   if (!current) {
-    use.appLog.error(
+    use_.appLog.error(
         "Failed to read the current function key mode before forcing an older instance to exit: " +
         errorText(current.error()));
     return;
   }
   if (*current == *target) return;
-  if (const auto written = use.fnStateController.writeFnState(*target); !written) {
-    use.appLog.error(
+  if (const auto written = use_.fnStateController.writeFnState(*target); !written) {
+    use_.appLog.error(
         "Failed to restore the global function key mode before forcing an older instance to "
         "exit: " +
         errorText(written.error()));
     return;
   }
-  use.appLog.notice(
+  use_.appLog.notice(
       "Restored the global function key mode before forcing an older instance to exit.");
 }
 
@@ -112,11 +112,11 @@ void InstanceTakeover::handleInstanceTakeover(const std::optional<PropertyDictio
   if (!userInfo) return;
   const auto found = userInfo->find(targetPIDKey);
   const auto* target = found == userInfo->end() ? nullptr : found->second.integer();
-  if (!target || *target != use.process.processIdentifier()) return;
+  if (!target || *target != use_.process.processIdentifier()) return;
 
-  use.modePolicy.restoreGlobalFnState();
-  use.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::instanceTakeover);
-  use.application.terminate();
+  use_.modePolicy.restoreGlobalFnState();
+  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::instanceTakeover);
+  use_.application.terminate();
 }
 
 }  // namespace keyrow

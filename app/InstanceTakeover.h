@@ -40,11 +40,11 @@ class InstanceTakeover {
     Logger& appLog;
   };
 
-  explicit InstanceTakeover(const Uses& uses) : use{uses} {}
+  explicit InstanceTakeover(const Uses& uses) : use_{uses} {}
 
   /// Starts to listen for newer instances, which tell this one to go.
   void registerInstanceTakeoverObserver();
-  void removeInstanceTakeoverObserver() { instanceTakeoverObserver = {}; }
+  void removeInstanceTakeoverObserver() { instanceTakeoverObserver_ = {}; }
 
   /// Lets older instances end. Comes back when they have, or after 3 s at most; what is
   /// then still there is logged.
@@ -59,8 +59,8 @@ class InstanceTakeover {
   void restoreGlobalFnStateBeforeForcedExit();
   void handleInstanceTakeover(const std::optional<PropertyDictionary>& userInfo);
 
-  const Uses use;
-  ObserverToken instanceTakeoverObserver;
+  const Uses use_;
+  ObserverToken instanceTakeoverObserver_;
 };
 
 }  // namespace keyrow

@@ -136,21 +136,21 @@ std::optional<FnState> ModePolicy::currentFnState() {
 }
 
 bool ModePolicy::isLeftover(FnState hardware) const {
-  return (isLocalScopeActive_ || hasFailedToApply) &&
+  return (isLocalScopeActive_ || hasFailedToApply_) &&
          lastKnownFnState_.value_or(hardware) == hardware;
 }
 
 void ModePolicy::refreshFromHardware() {
   if (const auto state = fnStateController_.readFnState()) {
-    IOKitRetryCount = 0;
+    IOKitRetryCount_ = 0;
     if (lastKnownFnState_ != *state) setLastKnownFnState(*state);
     return;
   }
-  if (IOKitRetryCount >= maximumIOKitRetryCount) return;
-  ++IOKitRetryCount;
-  const auto retry = retries.emplace(retries.end());
-  *retry = mainQueue_.after(IOKitRetryCount * retryDelay, [this, retry] {
-    retries.erase(retry);
+  if (IOKitRetryCount_ >= maximumIOKitRetryCount) return;
+  ++IOKitRetryCount_;
+  const auto retry = retries_.emplace(retries_.end());
+  *retry = mainQueue_.after(IOKitRetryCount_ * retryDelay, [this, retry] {
+    retries_.erase(retry);
     refreshFromHardware();
   });
 }
@@ -165,7 +165,7 @@ void ModePolicy::pruneLocalFnStates() {
 
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {
   const auto written = fnStateController_.writeFnState(state);
-  hasFailedToApply = !written;
+  hasFailedToApply_ = !written;
   if (!written) {
     stateLog_.error("Failed to " + std::string{action} + ": " +
                     std::string{errorDescription(written.error())} + sourceSuffix(source));

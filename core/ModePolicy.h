@@ -122,11 +122,11 @@ class ModePolicy {
   std::optional<FnState> lastKnownFnState_;
   bool isLocalScopeActive_ = false;
   /// The last mode that was to be applied could not be written.
-  bool hasFailedToApply = false;
+  bool hasFailedToApply_ = false;
   /// Consecutive failed hardware reads.
-  int IOKitRetryCount = 0;
+  int IOKitRetryCount_ = 0;
   /// Each retry removes itself.
-  std::list<DelayedCall> retries;
+  std::list<DelayedCall> retries_;
 };
 
 }  // namespace keyrow

@@ -22,8 +22,8 @@ constexpr std::string_view capsLockStateProperty = "HIDCapsLockState";
 }  // namespace
 
 void CapsLockMonitor::observeCapsLockIndicatorSetting() {
-  if (settingObserver) return;
-  settingObserver =
+  if (settingObserver_) return;
+  settingObserver_ =
       notificationCenter_.addObserver(settingsNotification::CapsLockIndicatorSettingDidChange,
                                       [this] { applyCapsLockIndicatorSetting(); });
 }
@@ -41,9 +41,9 @@ void CapsLockMonitor::applyCapsLockIndicatorSetting() {
 }
 
 std::optional<bool> CapsLockMonitor::cachedCapsLockState() const {
-  const std::scoped_lock guard{cacheLock};
-  if (deviceStates.empty()) return std::nullopt;
-  return std::ranges::any_of(deviceStates, [](const auto& state) { return state.second; });
+  const std::scoped_lock guard{cacheLock_};
+  if (deviceStates_.empty()) return std::nullopt;
+  return std::ranges::any_of(deviceStates_, [](const auto& state) { return state.second; });
 }
 
 void CapsLockMonitor::refreshCapsLockIfEnabled() {
@@ -54,23 +54,23 @@ void CapsLockMonitor::refreshCapsLockIfEnabled() {
 
 void CapsLockMonitor::tearDownCapsLockMonitoring() {
   stopCapsLockMonitoring();
-  pendingRefresh = {};
-  settingObserver = {};
+  pendingRefresh_ = {};
+  settingObserver_ = {};
 }
 
 void CapsLockMonitor::startCapsLockMonitoring() {
   startDeviceMonitoring();
-  if (!globalFlagsMonitor) {
-    globalFlagsMonitor =
+  if (!globalFlagsMonitor_) {
+    globalFlagsMonitor_ =
         eventMonitors_.addGlobalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
   }
-  if (!localFlagsMonitor) {
-    localFlagsMonitor = eventMonitors_.addLocalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
+  if (!localFlagsMonitor_) {
+    localFlagsMonitor_ = eventMonitors_.addLocalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
   }
 }
 
 void CapsLockMonitor::startDeviceMonitoring() {
-  if (manager) return;
+  if (manager_) return;
   auto candidate = hidManagers_.create();
   candidate->setDeviceMatching(keyboardMatching());
   candidate->registerDeviceMatchingCallback([this] { refreshCapsLockIfEnabled(); });
@@ -81,20 +81,20 @@ void CapsLockMonitor::startDeviceMonitoring() {
     hardwareLog_.error("Failed to start Caps Lock device monitoring: " + std::to_string(result));
     return;
   }
-  manager = std::move(candidate);
+  manager_ = std::move(candidate);
 }
 
 void CapsLockMonitor::stopCapsLockMonitoring() {
-  globalFlagsMonitor = {};
-  localFlagsMonitor = {};
-  manager.reset();
+  globalFlagsMonitor_ = {};
+  localFlagsMonitor_ = {};
+  manager_.reset();
   replaceDeviceStates({});
 }
 
 void CapsLockMonitor::refreshCapsLockDeviceStates() {
-  if (!manager) return;
+  if (!manager_) return;
   DeviceStates states;
-  for (const auto& device : manager->devices()) {
+  for (const auto& device : manager_->devices()) {
     const auto registryID = device->registryEntryID();
     if (!registryID) continue;
     const auto value = device->property(capsLockStateProperty);
@@ -105,16 +105,16 @@ void CapsLockMonitor::refreshCapsLockDeviceStates() {
 }
 
 void CapsLockMonitor::replaceDeviceStates(DeviceStates states) {
-  const std::scoped_lock guard{cacheLock};
-  deviceStates = std::move(states);
+  const std::scoped_lock guard{cacheLock_};
+  deviceStates_ = std::move(states);
 }
 
 void CapsLockMonitor::scheduleCapsLockRefresh() {
-  pendingRefresh = mainQueue_.after(debounceDelay, [this] { performCapsLockRefresh(); });
+  pendingRefresh_ = mainQueue_.after(debounceDelay, [this] { performCapsLockRefresh(); });
 }
 
 void CapsLockMonitor::performCapsLockRefresh() {
-  pendingRefresh = {};
+  pendingRefresh_ = {};
   refreshCapsLockDeviceStates();
   if (presenter_) presenter_->updateCapsLockIndicator();
 }

@@ -81,16 +81,16 @@ class CapsLockMonitor {
   CapsLockPresenter* presenter_ = nullptr;
 
   /// Present while device monitoring runs.
-  std::unique_ptr<HidManager> manager;
-  Registration globalFlagsMonitor;
-  Registration localFlagsMonitor;
-  DelayedCall pendingRefresh;
-  ObserverToken settingObserver;
+  std::unique_ptr<HidManager> manager_;
+  Registration globalFlagsMonitor_;
+  Registration localFlagsMonitor_;
+  DelayedCall pendingRefresh_;
+  ObserverToken settingObserver_;
 
   /// Guards `deviceStates`.
-  mutable std::mutex cacheLock;
+  mutable std::mutex cacheLock_;
   /// What each keyboard reports, by registry entry ID.
-  DeviceStates deviceStates;
+  DeviceStates deviceStates_;
 };
 
 }  // namespace keyrow

@@ -37,7 +37,7 @@ KeySettings::Values unpack(std::uint64_t packed) {
 KeySettings::Values KeySettings::current() {
   // Asked before the values are read: a change in between is seen the next time.
   const auto count = userDefaults_.changeCount() << countShift;
-  const auto cached = cache.load(std::memory_order_relaxed);
+  const auto cached = cache_.load(std::memory_order_relaxed);
   if ((cached & filledBit) != 0 && cached >> countShift == count >> countShift) {
     return unpack(cached);
   }
@@ -46,7 +46,7 @@ KeySettings::Values KeySettings::current() {
       .localToggleShortcutKeyCode = settings_.localToggleShortcutKeyCode(),
       .applyFnModeToExternalFunctionKeys = settings_.applyFnModeToExternalFunctionKeys(),
       .enhancedDiagnosticsEnabled = settings_.enhancedDiagnosticsEnabled()};
-  cache.store(pack(values) | count, std::memory_order_relaxed);
+  cache_.store(pack(values) | count, std::memory_order_relaxed);
   return values;
 }
 

@@ -34,7 +34,7 @@ class KeySettings {
 
   /// The values as last read with, above them, the count of changes at that time; all in
   /// one, so that whoever reads it has what belongs together.
-  std::atomic<std::uint64_t> cache{0};
+  std::atomic<std::uint64_t> cache_{0};
 };
 
 }  // namespace keyrow

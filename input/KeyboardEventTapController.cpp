@@ -34,10 +34,10 @@ void KeyboardEventTapController::stopEventTap() {
   std::shared_ptr<RunLoopSource> source;
   std::shared_ptr<RunLoop> runLoop;
   {
-    const std::scoped_lock guard{state->stateLock};
-    tap = std::exchange(state->eventTap, nullptr);
-    source = std::exchange(state->runLoopSource, nullptr);
-    runLoop = std::exchange(state->workerRunLoop, nullptr);
+    const std::scoped_lock guard{state_->stateLock};
+    tap = std::exchange(state_->eventTap, nullptr);
+    source = std::exchange(state_->runLoopSource, nullptr);
+    runLoop = std::exchange(state_->workerRunLoop, nullptr);
   }
   if (runLoop) runLoop->stop();
   if (!tap) return;
@@ -79,14 +79,14 @@ bool KeyboardEventTapController::installEventTap() {
   auto oldTap = tap;
   auto oldSource = source;
   {
-    const std::scoped_lock guard{state->stateLock};
-    oldTap = std::exchange(state->eventTap, tap);
-    oldSource = std::exchange(state->runLoopSource, source);
+    const std::scoped_lock guard{state_->stateLock};
+    oldTap = std::exchange(state_->eventTap, tap);
+    oldSource = std::exchange(state_->runLoopSource, source);
   }
   // The worker enables the tap when it is ready for it.
   eventTaps_.startThread(
       std::string{appIdentifier} + ".KeyboardEventTap",
-      [weakState = std::weak_ptr{state}, &eventTaps = eventTaps_, tap = std::move(tap),
+      [weakState = std::weak_ptr{state_}, &eventTaps = eventTaps_, tap = std::move(tap),
        source = std::move(source)] { runTapThread(weakState, eventTaps, tap, source); });
   return true;
 }
@@ -94,8 +94,8 @@ bool KeyboardEventTapController::installEventTap() {
 bool KeyboardEventTapController::enableExistingTap() {
   std::shared_ptr<EventTap> tap;
   {
-    const std::scoped_lock guard{state->stateLock};
-    tap = state->eventTap;
+    const std::scoped_lock guard{state_->stateLock};
+    tap = state_->eventTap;
   }
   if (!tap) return false;
   tap->setEnabled(true);

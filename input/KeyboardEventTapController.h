@@ -54,7 +54,7 @@ class KeyboardEventTapController {
   EventTaps& eventTaps_;
   TappedEventHandler& handler_;
   Logger& inputLog_;
-  const std::shared_ptr<State> state = std::make_shared<State>();
+  const std::shared_ptr<State> state_ = std::make_shared<State>();
 };
 
 }  // namespace keyrow

@@ -66,15 +66,15 @@ KeyboardSourceMonitor::KeyboardSourceMonitor(HidManagers& hidManagers,
       text_{text},
       settings_{settings},
       hardwareLog_{hardwareLog},
-      sampleMatchWindow{machTicks(80ms, clock.machTimebase(), 20'000'000)},
-      singleSampleWindow{machTicks(250ms, clock.machTimebase(), 250'000'000)} {
-  recentSamples.reserve(maximumSampleCount);
-  diagnosticsSettingObserver = notificationCenter.addObserver(
+      sampleMatchWindow_{machTicks(80ms, clock.machTimebase(), 20'000'000)},
+      singleSampleWindow_{machTicks(250ms, clock.machTimebase(), 250'000'000)} {
+  recentSamples_.reserve(maximumSampleCount);
+  diagnosticsSettingObserver_ = notificationCenter.addObserver(
       settingsNotification::EnhancedDiagnosticsSettingDidChange, [this] { logKeyboardsAgain(); });
 }
 
 void KeyboardSourceMonitor::startMonitoring() {
-  if (manager) return;
+  if (manager_) return;
   auto candidate = hidManagers_.create();
   candidate->setDeviceMatching(keyboardMatching());
   candidate->setInputValueMatching({{"UsagePage", keyboardOrKeypadPage}});
@@ -86,39 +86,40 @@ void KeyboardSourceMonitor::startMonitoring() {
     hardwareLog_.error("Failed to start keyboard source monitoring: " + std::to_string(result));
     return;
   }
-  manager = std::move(candidate);
+  manager_ = std::move(candidate);
 }
 
 void KeyboardSourceMonitor::stopMonitoring() {
-  if (!manager) return;
-  manager.reset();
-  const std::scoped_lock guard{lock};
-  recentSamples.clear();
-  isInOrder = true;
-  cachedSources.clear();
-  loggedSourceKeys.clear();
+  if (!manager_) return;
+  manager_.reset();
+  const std::scoped_lock guard{lock_};
+  recentSamples_.clear();
+  isInOrder_ = true;
+  cachedSources_.clear();
+  loggedSourceKeys_.clear();
 }
 
 std::shared_ptr<const KeyboardDeviceSource> KeyboardSourceMonitor::source(
     std::uint64_t forEventTimestamp) {
-  const auto retention = 4 * sampleMatchWindow;
+  const auto retention = 4 * sampleMatchWindow_;
   const auto cutoff = forEventTimestamp > retention ? forEventTimestamp - retention : 0;
 
-  const std::scoped_lock guard{lock};
+  const std::scoped_lock guard{lock_};
   dropSamplesBefore(cutoff);
-  if (recentSamples.empty()) return nullptr;
+  if (recentSamples_.empty()) return nullptr;
 
   const auto& best = nearestSample(forEventTimestamp);
-  const auto window = recentSamples.size() == 1 ? std::max(sampleMatchWindow, singleSampleWindow)
-                                                : sampleMatchWindow;
+  const auto window = recentSamples_.size() == 1 ? std::max(sampleMatchWindow_, singleSampleWindow_)
+                                                 : sampleMatchWindow_;
   return distance(forEventTimestamp, best.timestamp) <= window ? best.source : nullptr;
 }
 
 void KeyboardSourceMonitor::dropSamplesBefore(std::uint64_t timestamp) {
-  if (isInOrder && (recentSamples.empty() || recentSamples.front().timestamp >= timestamp)) return;
-  std::erase_if(recentSamples,
+  if (isInOrder_ && (recentSamples_.empty() || recentSamples_.front().timestamp >= timestamp))
+    return;
+  std::erase_if(recentSamples_,
                 [timestamp](const KeyboardSample& sample) { return sample.timestamp < timestamp; });
-  isInOrder = std::ranges::is_sorted(recentSamples, {}, &KeyboardSample::timestamp);
+  isInOrder_ = std::ranges::is_sorted(recentSamples_, {}, &KeyboardSample::timestamp);
 }
 
 // Of several samples at the same distance the first, which is the oldest, wins.
@@ -127,15 +128,15 @@ const KeyboardSourceMonitor::KeyboardSample& KeyboardSourceMonitor::nearestSampl
   const auto distanceToEvent = [timestamp](const KeyboardSample& sample) {
     return distance(timestamp, sample.timestamp);
   };
-  if (!isInOrder) return *std::ranges::min_element(recentSamples, {}, distanceToEvent);
+  if (!isInOrder_) return *std::ranges::min_element(recentSamples_, {}, distanceToEvent);
 
   const auto firstAt = [this](std::uint64_t time) {
-    return std::ranges::lower_bound(recentSamples, time, {}, &KeyboardSample::timestamp);
+    return std::ranges::lower_bound(recentSamples_, time, {}, &KeyboardSample::timestamp);
   };
   const auto after = firstAt(timestamp);
-  if (after == recentSamples.begin()) return *after;
+  if (after == recentSamples_.begin()) return *after;
   const auto before = std::prev(after);
-  if (after != recentSamples.end() && distanceToEvent(*after) < distanceToEvent(*before)) {
+  if (after != recentSamples_.end() && distanceToEvent(*after) < distanceToEvent(*before)) {
     return *after;
   }
   return *firstAt(before->timestamp);
@@ -144,26 +145,26 @@ const KeyboardSourceMonitor::KeyboardSample& KeyboardSourceMonitor::nearestSampl
 void KeyboardSourceMonitor::handleInputValue(const HidInputValue& value) {
   if (!value.sender || value.usagePage != keyboardOrKeypadPage) return;
   auto source = resolveSource(*value.sender);
-  const std::scoped_lock guard{lock};
-  if (recentSamples.size() >= maximumSampleCount) recentSamples.erase(recentSamples.begin());
-  isInOrder =
-      isInOrder && (recentSamples.empty() || recentSamples.back().timestamp <= value.timestamp);
-  recentSamples.push_back({value.timestamp, std::move(source)});
+  const std::scoped_lock guard{lock_};
+  if (recentSamples_.size() >= maximumSampleCount) recentSamples_.erase(recentSamples_.begin());
+  isInOrder_ =
+      isInOrder_ && (recentSamples_.empty() || recentSamples_.back().timestamp <= value.timestamp);
+  recentSamples_.push_back({value.timestamp, std::move(source)});
 }
 
 KeyboardSourceMonitor::SharedSource KeyboardSourceMonitor::resolveSource(HidDevice& device) {
   const auto registryID = device.registryEntryID();
   if (registryID) {
-    const std::scoped_lock guard{lock};
-    if (const auto cached = cachedSources.find(*registryID); cached != cachedSources.end()) {
+    const std::scoped_lock guard{lock_};
+    if (const auto cached = cachedSources_.find(*registryID); cached != cachedSources_.end()) {
       return cached->second;
     }
   }
   auto source = std::make_shared<const KeyboardDeviceSource>(readSource(device, registryID));
   logOnce(*source);
   if (registryID) {
-    const std::scoped_lock guard{lock};
-    cachedSources.insert_or_assign(*registryID, source);
+    const std::scoped_lock guard{lock_};
+    cachedSources_.insert_or_assign(*registryID, source);
   }
   return source;
 }
@@ -171,8 +172,8 @@ KeyboardSourceMonitor::SharedSource KeyboardSourceMonitor::resolveSource(HidDevi
 void KeyboardSourceMonitor::logOnce(const KeyboardDeviceSource& source) {
   auto key = source.sourceDescription();
   {
-    const std::scoped_lock guard{lock};
-    if (!loggedSourceKeys.insert(std::move(key)).second) return;
+    const std::scoped_lock guard{lock_};
+    if (!loggedSourceKeys_.insert(std::move(key)).second) return;
   }
   hardwareLog_.info(
       "Observed keyboard source: " + source.logDescription(settings_.enhancedDiagnosticsEnabled()) +
@@ -181,10 +182,10 @@ void KeyboardSourceMonitor::logOnce(const KeyboardDeviceSource& source) {
 }
 
 void KeyboardSourceMonitor::logKeyboardsAgain() {
-  const std::scoped_lock guard{lock};
-  loggedSourceKeys.clear();
+  const std::scoped_lock guard{lock_};
+  loggedSourceKeys_.clear();
   // A cached keyboard is not looked at again, so it would not be logged either.
-  cachedSources.clear();
+  cachedSources_.clear();
 }
 
 }  // namespace keyrow

@@ -64,25 +64,25 @@ class KeyboardSourceMonitor {
   Logger& hardwareLog_;
 
   /// The largest distance at which a sample is attributed to an event, in mach ticks.
-  const std::uint64_t sampleMatchWindow;
+  const std::uint64_t sampleMatchWindow_;
   /// The largest distance accepted when only one sample is held, in mach ticks.
-  const std::uint64_t singleSampleWindow;
+  const std::uint64_t singleSampleWindow_;
 
   /// Guards `recentSamples`, `cachedSources` and `loggedSourceKeys`.
-  std::mutex lock;
+  std::mutex lock_;
   /// In the order of their arrival.
-  std::vector<KeyboardSample> recentSamples;
+  std::vector<KeyboardSample> recentSamples_;
   /// Whether that is also the order of their timestamps, as it is unless the system mixes
   /// them up.
-  bool isInOrder = true;
+  bool isInOrder_ = true;
   /// By registry entry ID.
-  std::unordered_map<std::uint64_t, SharedSource> cachedSources;
+  std::unordered_map<std::uint64_t, SharedSource> cachedSources_;
   /// The `sourceDescription` of every keyboard that the log knows.
-  std::unordered_set<std::string> loggedSourceKeys;
+  std::unordered_set<std::string> loggedSourceKeys_;
 
   /// Present while monitoring runs.
-  std::unique_ptr<HidManager> manager;
-  ObserverToken diagnosticsSettingObserver;
+  std::unique_ptr<HidManager> manager_;
+  ObserverToken diagnosticsSettingObserver_;
 };
 
 }  // namespace keyrow

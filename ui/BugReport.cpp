@@ -16,40 +16,40 @@ constexpr auto supportEmailAddress = KEYROW_SUPPORT_ADDRESS;
 
 }  // namespace
 
-void BugReport::openContactEmail() { use.workspace.openURL(mailtoURL(supportEmailAddress)); }
+void BugReport::openContactEmail() { use_.workspace.openURL(mailtoURL(supportEmailAddress)); }
 
 void BugReport::openBugReportEmail() {
   const Mail mail{.recipient = supportEmailAddress,
                   .subject = "Keyrow Bug Report",
                   .body = body(),
                   .attachment = writeLogAttachment()};
-  auto service = use.mailComposer.composeEmailService();
+  auto service = use_.mailComposer.composeEmailService();
   if (!service || !service->canPerform(mail)) {
-    use.workspace.openURL(mailtoURL(mail.recipient, mail.subject, mail.body));
+    use_.workspace.openURL(mailtoURL(mail.recipient, mail.subject, mail.body));
     return;
   }
-  activeSharingService = std::move(service);
-  activeSharingService->perform(mail);
+  activeSharingService_ = std::move(service);
+  activeSharingService_->perform(mail);
 }
 
 std::string BugReport::body() const {
   return "Summary:\n\nWhat happened?\n\nExpected result:\n\nSteps to reproduce:\n1.\n2.\n3.\n\n"
          "Reproducibility:\nEvery time / Sometimes / Only once\n\nEnvironment:\nKeyrow version: " +
-         versionText(use.bundle) + "\nmacOS version: " + use.process.operatingSystemVersion() +
+         versionText(use_.bundle) + "\nmacOS version: " + use_.process.operatingSystemVersion() +
          "\nFrontmost app when the issue happened:\nExternal keyboard: Yes / No\n"
          "Apple external keyboard: Yes / No / Unknown\n"
          "Accessibility permission granted: Yes / No / Unsure\n"
          "Input Monitoring permission granted: Yes / No / Unsure\n"
          "Enhanced diagnostics enabled: " +
-         (use.settings.enhancedDiagnosticsEnabled() ? "Yes" : "No") +
+         (use_.settings.enhancedDiagnosticsEnabled() ? "Yes" : "No") +
          "\n\nAttachments:\nA recent Keyrow log file should already be attached to this draft.";
 }
 
 std::optional<std::string> BugReport::writeLogAttachment() {
-  const auto text = use.recentLogReport();
-  auto path = use.files.temporaryDirectory() + "/Keyrow-log-report-" +
-              iso8601Text(use.clock.now(), Iso8601Precision::seconds) + ".txt";
-  if (!use.files.writeAtomically(path, text)) return std::nullopt;
+  const auto text = use_.recentLogReport();
+  auto path = use_.files.temporaryDirectory() + "/Keyrow-log-report-" +
+              iso8601Text(use_.clock.now(), Iso8601Precision::seconds) + ".txt";
+  if (!use_.files.writeAtomically(path, text)) return std::nullopt;
   return path;
 }
 

@@ -31,7 +31,7 @@ class BugReport {
     std::function<std::string()> recentLogReport;
   };
 
-  explicit BugReport(Uses uses) : use{std::move(uses)} {}
+  explicit BugReport(Uses uses) : use_{std::move(uses)} {}
 
   void openContactEmail();
 
@@ -43,9 +43,9 @@ class BugReport {
   std::string body() const;
   std::optional<std::string> writeLogAttachment();
 
-  const Uses use;
+  const Uses use_;
   /// Of the last report: it has to live while the user edits the draft.
-  std::unique_ptr<MailService> activeSharingService;
+  std::unique_ptr<MailService> activeSharingService_;
 };
 
 }  // namespace keyrow

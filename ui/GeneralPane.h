@@ -30,7 +30,7 @@ class GeneralPane {
     Workspace& workspace;
   };
 
-  explicit GeneralPane(const Uses& uses) : use{uses} {}
+  explicit GeneralPane(const Uses& uses) : use_{uses} {}
 
   /// The controls are there: shows the state of everything, and follows the permission from
   /// now on.
@@ -58,11 +58,11 @@ class GeneralPane {
   bool captureShortcut(const KeyDown& key);
   void stopLocalShortcutCapture();
 
-  const Uses use;
-  ObserverToken axPermissionObserver;
+  const Uses use_;
+  ObserverToken axPermissionObserver_;
   /// Present only while capturing.
-  Registration shortcutCaptureMonitor;
-  bool isCapturingLocalShortcut = false;
+  Registration shortcutCaptureMonitor_;
+  bool isCapturingLocalShortcut_ = false;
 };
 
 }  // namespace keyrow

@@ -4,7 +4,7 @@ namespace keyrow {
 
 void SettingsWindowController::show() {
   if (!bringForward()) return;
-  mainQueue_.async([this, weak = std::weak_ptr{alive}] {
+  mainQueue_.async([this, weak = std::weak_ptr{alive_}] {
     if (!weak.expired()) bringForward();
   });
 }

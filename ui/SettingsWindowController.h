@@ -33,7 +33,7 @@ class SettingsWindowController final : public SettingsWindowActions {
   SettingsWindowView& window_;
   Application& application_;
   MainQueue& mainQueue_;
-  const std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+  const std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace keyrow

@@ -15,37 +15,37 @@ std::string updateReminderNotificationIdentifier() {
 }  // namespace
 
 void SparkleUpdater::start() {
-  use.userNotifications.setDelegate(*this);
-  use.updateFramework.start(*this);
+  use_.userNotifications.setDelegate(*this);
+  use_.updateFramework.start(*this);
 }
 
 void SparkleUpdater::checkForUpdates() {
   if (!hasFeed()) {
-    use.alerts.runModal({.messageText = "Sparkle feed not configured",
-                         .informativeText = "Set SUFeedURL in Info.plist to enable updates.",
-                         .buttons = {"OK"}});
+    use_.alerts.runModal({.messageText = "Sparkle feed not configured",
+                          .informativeText = "Set SUFeedURL in Info.plist to enable updates.",
+                          .buttons = {"OK"}});
     return;
   }
   removeUpdateReminder();
-  use.updateFramework.checkForUpdates();
+  use_.updateFramework.checkForUpdates();
 }
 
 void SparkleUpdater::setAutomaticChecksEnabled(bool enabled) {
-  use.updateFramework.setAutomaticallyChecksForUpdates(enabled);
-  use.userDefaults.setObject(settingsKey::SUEnableAutomaticChecks, enabled);
+  use_.updateFramework.setAutomaticallyChecksForUpdates(enabled);
+  use_.userDefaults.setObject(settingsKey::SUEnableAutomaticChecks, enabled);
   if (!enabled) removeUpdateReminder();
 }
 
 void SparkleUpdater::removeUpdateReminder() {
-  use.userNotifications.removePending(updateReminderNotificationIdentifier());
-  use.userNotifications.removeDelivered(updateReminderNotificationIdentifier());
+  use_.userNotifications.removePending(updateReminderNotificationIdentifier());
+  use_.userNotifications.removeDelivered(updateReminderNotificationIdentifier());
 }
 
 void SparkleUpdater::willScheduleUpdateCheck() {
-  if (hasRequestedNotificationAuthorization) return;
-  hasRequestedNotificationAuthorization = true;
-  use.userNotifications.requestAuthorization(
-      [&log = use.appLog](bool granted, const std::optional<SystemError>& error) {
+  if (hasRequestedNotificationAuthorization_) return;
+  hasRequestedNotificationAuthorization_ = true;
+  use_.userNotifications.requestAuthorization(
+      [&log = use_.appLog](bool granted, const std::optional<SystemError>& error) {
         if (error) {
           log.error("Failed to request notification authorization for Sparkle update reminders: " +
                     errorText(*error));
@@ -76,26 +76,26 @@ void SparkleUpdater::didReceiveNotificationResponse(const std::string& identifie
                                                     std::function<void()> completed) {
   if (identifier == updateReminderNotificationIdentifier()) {
     removeUpdateReminder();
-    use.settingsWindowController.show();
-    use.updateFramework.checkForUpdates();
+    use_.settingsWindowController.show();
+    use_.updateFramework.checkForUpdates();
   }
   completed();
 }
 
 bool SparkleUpdater::hasFeed() {
-  const auto value = use.bundle.infoValue("SUFeedURL");
+  const auto value = use_.bundle.infoValue("SUFeedURL");
   const auto* text = value ? value->string() : nullptr;
-  return text && !text->empty() && use.workspace.isURL(*text);
+  return text && !text->empty() && use_.workspace.isURL(*text);
 }
 
 void SparkleUpdater::postUpdateReminder(const std::string& displayVersion) {
   // A newer reminder takes the place of the old one.
   removeUpdateReminder();
-  use.userNotifications.add(
+  use_.userNotifications.add(
       {.identifier = updateReminderNotificationIdentifier(),
        .title = "Keyrow update available",
        .body = "Version " + displayVersion + " is ready to review and install."},
-      [&log = use.appLog](const std::optional<SystemError>& error) {
+      [&log = use_.appLog](const std::optional<SystemError>& error) {
         if (!error) return;
         log.error("Failed to post Sparkle update reminder notification: " + errorText(*error));
       });

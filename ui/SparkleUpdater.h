@@ -31,7 +31,7 @@ class SparkleUpdater final : public UpdateFrameworkDelegate, public UserNotifica
     Logger& appLog;
   };
 
-  explicit SparkleUpdater(const Uses& uses) : use{uses} {}
+  explicit SparkleUpdater(const Uses& uses) : use_{uses} {}
 
   /// Starts the updater, which checks by its own schedule from now on.
   void start();
@@ -40,7 +40,7 @@ class SparkleUpdater final : public UpdateFrameworkDelegate, public UserNotifica
   void checkForUpdates();
 
   void setAutomaticChecksEnabled(bool enabled);
-  bool automaticChecksEnabled() { return use.updateFramework.automaticallyChecksForUpdates(); }
+  bool automaticChecksEnabled() { return use_.updateFramework.automaticallyChecksForUpdates(); }
 
   /// Takes the reminder back, pending or delivered.
   void removeUpdateReminder();
@@ -63,9 +63,9 @@ class SparkleUpdater final : public UpdateFrameworkDelegate, public UserNotifica
   bool hasFeed();
   void postUpdateReminder(const std::string& displayVersion);
 
-  const Uses use;
+  const Uses use_;
   /// In this process.
-  bool hasRequestedNotificationAuthorization = false;
+  bool hasRequestedNotificationAuthorization_ = false;
 };
 
 }  // namespace keyrow

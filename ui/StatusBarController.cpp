@@ -35,7 +35,7 @@ void StatusBarController::handleWake() {
 }
 
 void StatusBarController::setCapsLockIndicatorEnabled(bool enabled) {
-  lastCapsLockLockedState.reset();
+  lastCapsLockLockedState_.reset();
   if (enabled) {
     updateCapsLockIndicator();
   } else {
@@ -50,10 +50,10 @@ void StatusBarController::updateCapsLockIndicator() {
   }
   auto isLocked = capsLockMonitor_.cachedCapsLockState();
   if (!isLocked) isLocked = systemCapsLockState();
-  if (!isLocked || isLocked == lastCapsLockLockedState) return;
-  lastCapsLockLockedState = isLocked;
+  if (!isLocked || isLocked == lastCapsLockLockedState_) return;
+  lastCapsLockLockedState_ = isLocked;
   statusItem_.setCapsLockIndicatorHidden(!*isLocked);
-  isCapsLockIndicatorVisible = *isLocked;
+  isCapsLockIndicatorVisible_ = *isLocked;
   updateScopeIndicator();
 }
 
@@ -80,7 +80,7 @@ void StatusBarController::handleMenuLocalSwitch(
   }
 }
 
-void StatusBarController::openPreferences() { shouldOpenSettingsAfterMenuClose = true; }
+void StatusBarController::openPreferences() { shouldOpenSettingsAfterMenuClose_ = true; }
 
 void StatusBarController::quit() { application_.terminate(); }
 
@@ -96,7 +96,7 @@ void StatusBarController::updateStatusImage(FnState state) {
 void StatusBarController::updateScopeIndicator() {
   if (modePolicy_.isLocalScopeActive()) {
     // Both indicators have the same place; Caps Lock wins it.
-    statusItem_.setScopeIndicator(isCapsLockIndicatorVisible, "Local F-Key Mode");
+    statusItem_.setScopeIndicator(isCapsLockIndicatorVisible_, "Local F-Key Mode");
   } else {
     statusItem_.setScopeIndicator(true, std::nullopt);
   }
@@ -104,7 +104,7 @@ void StatusBarController::updateScopeIndicator() {
 
 void StatusBarController::hideCapsLockIndicator() {
   statusItem_.setCapsLockIndicatorHidden(true);
-  isCapsLockIndicatorVisible = false;
+  isCapsLockIndicatorVisible_ = false;
   updateScopeIndicator();
 }
 
@@ -130,8 +130,8 @@ void StatusBarController::popUpMenu() {
 
 void StatusBarController::afterMenu() {
   statusItem_.setHighlighted(false);
-  if (!shouldOpenSettingsAfterMenuClose) return;
-  shouldOpenSettingsAfterMenuClose = false;
+  if (!shouldOpenSettingsAfterMenuClose_) return;
+  shouldOpenSettingsAfterMenuClose_ = false;
   settingsWindowController_.show();
 }
 

@@ -86,10 +86,10 @@ class StatusBarController final : public ModePresenter,
   MainQueue& mainQueue_;
 
   /// The Caps Lock state last shown; absent when the next one is to be shown in any case.
-  std::optional<bool> lastCapsLockLockedState;
-  bool isCapsLockIndicatorVisible = false;
+  std::optional<bool> lastCapsLockLockedState_;
+  bool isCapsLockIndicatorVisible_ = false;
   /// Set by the menu: the window would lose the focus to a menu that is still closing.
-  bool shouldOpenSettingsAfterMenuClose = false;
+  bool shouldOpenSettingsAfterMenuClose_ = false;
 };
 
 }  // namespace keyrow

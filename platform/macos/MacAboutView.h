@@ -14,10 +14,10 @@ class MacAboutView final : public AboutView {
   void setAutoUpdateChecked(bool checked) override;
 
   /// The pane's controller; nil before there is a pane.
-  AboutViewController* viewController() const { return controller; }
+  AboutViewController* viewController() const { return controller_; }
 
  private:
-  AboutViewController* controller = nil;
+  AboutViewController* controller_ = nil;
 };
 
 }  // namespace keyrow::macos

@@ -6,19 +6,19 @@
 namespace keyrow::macos {
 
 void MacAboutView::setPane(AboutPane& pane) {
-  controller = [[AboutViewController alloc] initWithPane:pane];
+  controller_ = [[AboutViewController alloc] initWithPane:pane];
 }
 
 void MacAboutView::setVersion(std::string_view text) {
-  controller.versionLabel.stringValue = nsString(text);
+  controller_.versionLabel.stringValue = nsString(text);
 }
 
 void MacAboutView::setEnhancedDiagnosticsChecked(bool checked) {
-  setOn(controller.enhancedDiagnosticsCheckbox, checked);
+  setOn(controller_.enhancedDiagnosticsCheckbox, checked);
 }
 
 void MacAboutView::setAutoUpdateChecked(bool checked) {
-  setOn(controller.autoUpdateCheckbox, checked);
+  setOn(controller_.autoUpdateCheckbox, checked);
 }
 
 }  // namespace keyrow::macos

@@ -24,10 +24,10 @@ class MacGeneralView final : public GeneralView {
   void closePermissionPopover() override;
 
   /// The pane's controller; nil before there is a pane.
-  GeneralViewController* viewController() const { return controller; }
+  GeneralViewController* viewController() const { return controller_; }
 
  private:
-  GeneralViewController* controller = nil;
+  GeneralViewController* controller_ = nil;
 };
 
 }  // namespace keyrow::macos

@@ -8,23 +8,23 @@
 namespace keyrow::macos {
 
 void MacGeneralView::setPane(GeneralPane& pane) {
-  controller = [[GeneralViewController alloc] initWithPane:pane];
+  controller_ = [[GeneralViewController alloc] initWithPane:pane];
 }
 
 void MacGeneralView::setLoginItemChecked(bool checked) {
-  setOn(controller.loginItemCheckbox, checked);
+  setOn(controller_.loginItemCheckbox, checked);
 }
 
 void MacGeneralView::setCapsLockIndicatorChecked(bool checked) {
-  setOn(controller.capsLockIndicatorCheckbox, checked);
+  setOn(controller_.capsLockIndicatorCheckbox, checked);
 }
 
 void MacGeneralView::setExternalFunctionKeysChecked(bool checked) {
-  setOn(controller.externalFunctionKeysCheckbox, checked);
+  setOn(controller_.externalFunctionKeysCheckbox, checked);
 }
 
 void MacGeneralView::setFnReplacementItems(std::span<const FnReplacementItem> items) {
-  NSMenu* const menu = controller.fnReplacementModifierPopup.menu;
+  NSMenu* const menu = controller_.fnReplacementModifierPopup.menu;
   [menu removeAllItems];
   for (const auto& item : items) {
     if (item.isSeparator) {
@@ -40,28 +40,28 @@ void MacGeneralView::setFnReplacementItems(std::span<const FnReplacementItem> it
 }
 
 void MacGeneralView::selectFnReplacementItem(std::size_t index) {
-  [controller.fnReplacementModifierPopup selectItemAtIndex:static_cast<NSInteger>(index)];
+  [controller_.fnReplacementModifierPopup selectItemAtIndex:static_cast<NSInteger>(index)];
 }
 
 void MacGeneralView::setFnReplacementHint(std::string_view text) {
-  controller.fnReplacementModifierHintLabel.stringValue = nsString(text);
+  controller_.fnReplacementModifierHintLabel.stringValue = nsString(text);
 }
 
 void MacGeneralView::setLocalShortcutTitle(std::string_view title) {
-  controller.localShortcutButton.title = nsString(title);
-  controller.localShortcutButton.accessibilityValue = nsString(title);
+  controller_.localShortcutButton.title = nsString(title);
+  controller_.localShortcutButton.accessibilityValue = nsString(title);
 }
 
 void MacGeneralView::setResetLocalShortcutEnabled(bool enabled) {
-  controller.resetLocalShortcutButton.enabled = enabled;
+  controller_.resetLocalShortcutButton.enabled = enabled;
 }
 
 void MacGeneralView::setLocalShortcutHint(std::string_view text) {
-  controller.localShortcutHintLabel.stringValue = nsString(text);
+  controller_.localShortcutHintLabel.stringValue = nsString(text);
 }
 
 void MacGeneralView::setPermissionIndicator(PermissionColor color, std::string_view toolTip) {
-  NSView* const indicator = controller.axPermissionIndicatorView;
+  NSView* const indicator = controller_.axPermissionIndicatorView;
   NSColor* const fill =
       color == PermissionColor::green ? NSColor.systemGreenColor : NSColor.systemRedColor;
   indicator.layer.backgroundColor = fill.CGColor;
@@ -69,15 +69,17 @@ void MacGeneralView::setPermissionIndicator(PermissionColor color, std::string_v
   indicator.accessibilityLabel = nsString(toolTip);
 }
 
-bool MacGeneralView::isPermissionPopoverShown() { return controller.axPermissionPopover.shown; }
+bool MacGeneralView::isPermissionPopoverShown() { return controller_.axPermissionPopover.shown; }
 
 void MacGeneralView::showPermissionPopover() {
-  NSButton* const button = controller.axPermissionHelpButton;
-  [controller.axPermissionPopover showRelativeToRect:button.bounds
-                                              ofView:button
-                                       preferredEdge:NSRectEdgeMaxY];
+  NSButton* const button = controller_.axPermissionHelpButton;
+  [controller_.axPermissionPopover showRelativeToRect:button.bounds
+                                               ofView:button
+                                        preferredEdge:NSRectEdgeMaxY];
 }
 
-void MacGeneralView::closePermissionPopover() { [controller.axPermissionPopover performClose:nil]; }
+void MacGeneralView::closePermissionPopover() {
+  [controller_.axPermissionPopover performClose:nil];
+}
 
 }  // namespace keyrow::macos

@@ -41,10 +41,10 @@ class MacHidDevice final : public HidDevice {
 class MacHidManager final : public HidManager {
  public:
   ~MacHidManager() override {
-    if (isScheduled) {
-      IOHIDManagerUnscheduleFromRunLoop(manager.get(), CFRunLoopGetMain(), kCFRunLoopCommonModes);
+    if (isScheduled_) {
+      IOHIDManagerUnscheduleFromRunLoop(manager_.get(), CFRunLoopGetMain(), kCFRunLoopCommonModes);
     }
-    if (isOpen) IOHIDManagerClose(manager.get(), kIOHIDOptionsTypeNone);
+    if (isOpen_) IOHIDManagerClose(manager_.get(), kIOHIDOptionsTypeNone);
   }
 
   void setDeviceMatching(std::span<const PropertyDictionary> matching) override {
@@ -53,22 +53,22 @@ class MacHidManager final : public HidManager {
     for (const auto& dictionary : matching) {
       CFArrayAppendValue(dictionaries.get(), cfDictionary(dictionary).get());
     }
-    IOHIDManagerSetDeviceMatchingMultiple(manager.get(), dictionaries.get());
+    IOHIDManagerSetDeviceMatchingMultiple(manager_.get(), dictionaries.get());
   }
 
   void setInputValueMatching(const PropertyDictionary& matching) override {
-    IOHIDManagerSetInputValueMatching(manager.get(), cfDictionary(matching).get());
+    IOHIDManagerSetInputValueMatching(manager_.get(), cfDictionary(matching).get());
   }
 
   void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
     handler_ = std::move(handler);
-    IOHIDManagerRegisterInputValueCallback(manager.get(), handleInputValue, this);
+    IOHIDManagerRegisterInputValueCallback(manager_.get(), handleInputValue, this);
   }
 
   void registerDeviceMatchingCallback(std::function<void()> handler) override {
     matchingHandler_ = std::move(handler);
     IOHIDManagerRegisterDeviceMatchingCallback(
-        manager.get(),
+        manager_.get(),
         [](void* context, IOReturn, void*, IOHIDDeviceRef) {
           static_cast<MacHidManager*>(context)->matchingHandler_();
         },
@@ -78,7 +78,7 @@ class MacHidManager final : public HidManager {
   void registerDeviceRemovalCallback(std::function<void()> handler) override {
     removalHandler_ = std::move(handler);
     IOHIDManagerRegisterDeviceRemovalCallback(
-        manager.get(),
+        manager_.get(),
         [](void* context, IOReturn, void*, IOHIDDeviceRef) {
           static_cast<MacHidManager*>(context)->removalHandler_();
         },
@@ -86,7 +86,7 @@ class MacHidManager final : public HidManager {
   }
 
   std::vector<std::unique_ptr<HidDevice>> devices() override {
-    const auto set = CFRef<CFSetRef>::adopt(IOHIDManagerCopyDevices(manager.get()));
+    const auto set = CFRef<CFSetRef>::adopt(IOHIDManagerCopyDevices(manager_.get()));
     std::vector<std::unique_ptr<HidDevice>> found;
     if (!set) return found;
     // The manager keeps its devices; the set only lists them.
@@ -102,13 +102,13 @@ class MacHidManager final : public HidManager {
   }
 
   void scheduleWithMainRunLoop() override {
-    IOHIDManagerScheduleWithRunLoop(manager.get(), CFRunLoopGetMain(), kCFRunLoopCommonModes);
-    isScheduled = true;
+    IOHIDManagerScheduleWithRunLoop(manager_.get(), CFRunLoopGetMain(), kCFRunLoopCommonModes);
+    isScheduled_ = true;
   }
 
   IOReturn open() override {
-    const auto result = IOHIDManagerOpen(manager.get(), kIOHIDOptionsTypeNone);
-    isOpen = result == kIOReturnSuccess;
+    const auto result = IOHIDManagerOpen(manager_.get(), kIOHIDOptionsTypeNone);
+    isOpen_ = result == kIOReturnSuccess;
     return result;
   }
 
@@ -124,13 +124,13 @@ class MacHidManager final : public HidManager {
          .timestamp = IOHIDValueGetTimeStamp(value)});
   }
 
-  const CFRef<IOHIDManagerRef> manager =
+  const CFRef<IOHIDManagerRef> manager_ =
       CFRef<IOHIDManagerRef>::adopt(IOHIDManagerCreate(kCFAllocatorDefault, kIOHIDOptionsTypeNone));
   std::function<void(const HidInputValue&)> handler_;
   std::function<void()> matchingHandler_;
   std::function<void()> removalHandler_;
-  bool isScheduled = false;
-  bool isOpen = false;
+  bool isScheduled_ = false;
+  bool isOpen_ = false;
 };
 
 }  // namespace

@@ -36,31 +36,31 @@ class MacPlatform {
   Platform platform();
 
  private:
-  MacAccessibility accessibility;
-  MacAlerts alerts;
-  MacApplication application;
-  MacBundle bundle;
-  MacClock clock;
-  MacDistributedNotificationCenter distributedNotificationCenter;
-  MacEventMonitors eventMonitors;
-  MacEventPoster eventPoster;
-  MacEventTaps eventTaps;
-  MacFiles files;
-  MacGlobalPreferences globalPreferences;
-  MacHidManagers hidManagers;
-  MacHidSystem hidSystem;
-  MacLoginItem loginItem;
-  MacMailComposer mailComposer;
-  MacMainQueue mainQueue;
-  MacMainRunLoop mainRunLoop;
-  MacNotificationCenter notificationCenter;
-  MacProcess process;
-  MacSystemLog systemLog;
-  MacText text;
-  MacUpdateFramework updateFramework;
-  MacUserDefaults userDefaults;
-  MacUserNotifications userNotifications;
-  MacWorkspace workspace;
+  MacAccessibility accessibility_;
+  MacAlerts alerts_;
+  MacApplication application_;
+  MacBundle bundle_;
+  MacClock clock_;
+  MacDistributedNotificationCenter distributedNotificationCenter_;
+  MacEventMonitors eventMonitors_;
+  MacEventPoster eventPoster_;
+  MacEventTaps eventTaps_;
+  MacFiles files_;
+  MacGlobalPreferences globalPreferences_;
+  MacHidManagers hidManagers_;
+  MacHidSystem hidSystem_;
+  MacLoginItem loginItem_;
+  MacMailComposer mailComposer_;
+  MacMainQueue mainQueue_;
+  MacMainRunLoop mainRunLoop_;
+  MacNotificationCenter notificationCenter_;
+  MacProcess process_;
+  MacSystemLog systemLog_;
+  MacText text_;
+  MacUpdateFramework updateFramework_;
+  MacUserDefaults userDefaults_;
+  MacUserNotifications userNotifications_;
+  MacWorkspace workspace_;
 };
 
 }  // namespace keyrow::macos

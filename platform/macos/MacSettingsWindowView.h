@@ -28,12 +28,12 @@ class MacSettingsWindowView final : public SettingsWindowView {
   void setFixedContentSize(ContentSize size) override;
 
   /// The window; nil before it is created.
-  NSWindow* window() const { return controller.window; }
+  NSWindow* window() const { return controller_.window; }
 
  private:
   const MacGeneralView& general_;
   const MacAboutView& about_;
-  KeyrowSettingsWindowController* controller = nil;
+  KeyrowSettingsWindowController* controller_ = nil;
 };
 
 }  // namespace keyrow::macos

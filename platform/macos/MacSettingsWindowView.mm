@@ -47,7 +47,7 @@
 namespace keyrow::macos {
 
 void MacSettingsWindowView::create(SettingsWindowActions& actions) {
-  controller = [[KeyrowSettingsWindowController alloc]
+  controller_ = [[KeyrowSettingsWindowController alloc]
       initWithActions:actions
                 panes:@[ general_.viewController(), about_.viewController() ]];
 }

@@ -24,10 +24,10 @@ class MacStatusItemView final : public StatusItemView {
  private:
   NSMenuItem* menuItem(const MenuItem& item) const;
 
-  NSStatusItem* statusItem = nil;
-  NSView* __weak statusIndicatorView = nil;
-  NSView* __weak scopeIndicatorView = nil;
-  KeyrowStatusItemTarget* target = nil;
+  NSStatusItem* statusItem_ = nil;
+  NSView* __weak statusIndicatorView_ = nil;
+  NSView* __weak scopeIndicatorView_ = nil;
+  KeyrowStatusItemTarget* target_ = nil;
 };
 
 }  // namespace keyrow::macos

@@ -101,11 +101,11 @@ NSEventModifierFlags flagsOf(MenuKeyModifier modifier) {
 }  // namespace
 
 void MacStatusItemView::create(StatusItemActions& actions) {
-  target = [[KeyrowStatusItemTarget alloc] initWithActions:actions];
-  statusItem = [NSStatusBar.systemStatusBar statusItemWithLength:NSSquareStatusItemLength];
-  NSStatusBarButton* const button = statusItem.button;
+  target_ = [[KeyrowStatusItemTarget alloc] initWithActions:actions];
+  statusItem_ = [NSStatusBar.systemStatusBar statusItemWithLength:NSSquareStatusItemLength];
+  NSStatusBarButton* const button = statusItem_.button;
   if (!button) return;
-  button.target = target;
+  button.target = target_;
   button.action = @selector(statusBarButtonClicked:);
   [button sendActionOn:NSEventMaskLeftMouseUp | NSEventMaskRightMouseDown];
   // VoiceOver has nothing else to say about a button without text.
@@ -115,24 +115,24 @@ void MacStatusItemView::create(StatusItemActions& actions) {
   const auto& [red, green, blue, alpha] = capsLockIndicatorColor;
   statusIndicator.layer.backgroundColor =
       [NSColor colorWithCalibratedRed:red green:green blue:blue alpha:alpha].CGColor;
-  statusIndicatorView = statusIndicator;
-  scopeIndicatorView = addIndicator(button);
+  statusIndicatorView_ = statusIndicator;
+  scopeIndicatorView_ = addIndicator(button);
 }
 
 void MacStatusItemView::setImage(std::string_view systemSymbolName) {
   NSImage* const image = [NSImage imageWithSystemSymbolName:nsString(systemSymbolName)
                                    accessibilityDescription:nil];
   [image setTemplate:YES];
-  statusItem.button.image = image;
+  statusItem_.button.image = image;
 }
 
 void MacStatusItemView::setCapsLockIndicatorHidden(bool hidden) {
-  NSView* const view = statusIndicatorView;
+  NSView* const view = statusIndicatorView_;
   view.hidden = hidden;
 }
 
 void MacStatusItemView::setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) {
-  NSView* const view = scopeIndicatorView;
+  NSView* const view = scopeIndicatorView_;
   view.hidden = hidden;
   view.toolTip = toolTip ? nsString(*toolTip) : nil;
   // A dynamic colour: taken anew, it follows the appearance.
@@ -140,14 +140,14 @@ void MacStatusItemView::setScopeIndicator(bool hidden, std::optional<std::string
 }
 
 void MacStatusItemView::setHighlighted(bool highlighted) {
-  [statusItem.button highlight:highlighted];
+  [statusItem_.button highlight:highlighted];
 }
 
 void MacStatusItemView::popUpMenu(const std::vector<MenuItem>& items) {
-  NSStatusBarButton* const button = statusItem.button;
+  NSStatusBarButton* const button = statusItem_.button;
   if (!button) return;
   NSMenu* const menu = [[NSMenu alloc] init];
-  menu.delegate = target;
+  menu.delegate = target_;
   menu.autoenablesItems = NO;
   for (const auto& item : items) [menu addItem:menuItem(item)];
 
@@ -155,7 +155,7 @@ void MacStatusItemView::popUpMenu(const std::vector<MenuItem>& items) {
       bestMatchFromAppearancesWithNames:@[ NSAppearanceNameDarkAqua, NSAppearanceNameAqua ]];
   menu.appearance = name ? [NSAppearance appearanceNamed:name] : nil;
 
-  NSStatusBar* const bar = statusItem.statusBar;
+  NSStatusBar* const bar = statusItem_.statusBar;
   const CGFloat y = bar ? bar.thickness : NSMaxY(button.bounds);
   [menu popUpMenuPositioningItem:nil atLocation:NSMakePoint(statusMenuX, y) inView:button];
 }
@@ -165,7 +165,7 @@ NSMenuItem* MacStatusItemView::menuItem(const MenuItem& item) const {
   NSMenuItem* const menuItem = [[NSMenuItem alloc] initWithTitle:nsString(item.title)
                                                           action:selectorOf(item.action)
                                                    keyEquivalent:nsString(item.keyEquivalent)];
-  menuItem.target = target;
+  menuItem.target = target_;
   menuItem.keyEquivalentModifierMask = flagsOf(item.keyModifier);
   menuItem.enabled = item.isEnabled;
   menuItem.toolTip = item.toolTip.empty() ? nil : nsString(item.toolTip);

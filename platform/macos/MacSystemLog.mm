@@ -22,15 +22,15 @@ constexpr std::array<os_log_type_t, 6> logTypes{OS_LOG_TYPE_DEFAULT, OS_LOG_TYPE
 class MacLogger final : public Logger {
  public:
   MacLogger(const std::string& subsystem, const std::string& category)
-      : log{os_log_create(subsystem.c_str(), category.c_str())} {}
+      : log_{os_log_create(subsystem.c_str(), category.c_str())} {}
 
   void write(LogLevel level, std::string_view message) override {
-    os_log_with_type(log, logTypes[static_cast<std::size_t>(level)], "%{public}.*s",
+    os_log_with_type(log_, logTypes[static_cast<std::size_t>(level)], "%{public}.*s",
                      static_cast<int>(message.size()), message.data());
   }
 
  private:
-  const os_log_t log;
+  const os_log_t log_;
 };
 
 using Seconds = std::chrono::duration<double>;

@@ -22,7 +22,7 @@ class MacUpdateFramework final : public UpdateFramework {
  private:
   /// The updater does not retain it.
   KeyrowSparkleDelegate* delegate_ = nil;
-  SPUStandardUpdaterController* updaterController = nil;
+  SPUStandardUpdaterController* updaterController_ = nil;
 };
 
 }  // namespace keyrow::macos

@@ -47,19 +47,19 @@ namespace keyrow::macos {
 
 void MacUpdateFramework::start(UpdateFrameworkDelegate& delegate) {
   delegate_ = [[KeyrowSparkleDelegate alloc] initWithDelegate:delegate];
-  updaterController = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
-                                                                    updaterDelegate:delegate_
-                                                                 userDriverDelegate:delegate_];
+  updaterController_ = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
+                                                                     updaterDelegate:delegate_
+                                                                  userDriverDelegate:delegate_];
 }
 
-void MacUpdateFramework::checkForUpdates() { [updaterController checkForUpdates:nil]; }
+void MacUpdateFramework::checkForUpdates() { [updaterController_ checkForUpdates:nil]; }
 
 bool MacUpdateFramework::automaticallyChecksForUpdates() {
-  return updaterController.updater.automaticallyChecksForUpdates;
+  return updaterController_.updater.automaticallyChecksForUpdates;
 }
 
 void MacUpdateFramework::setAutomaticallyChecksForUpdates(bool checks) {
-  updaterController.updater.automaticallyChecksForUpdates = checks;
+  updaterController_.updater.automaticallyChecksForUpdates = checks;
 }
 
 }  // namespace keyrow::macos

@@ -36,8 +36,8 @@ class MacUserDefaults final : public UserDefaults {
   std::atomic<std::uint64_t> changeCount_{0};
   /// Counts the changes of other processes, too, which the notification of a change leaves
   /// out.
-  KeyrowDefaultsObserver* const observer;
-  const ObserverToken changeObserver;
+  KeyrowDefaultsObserver* const observer_;
+  const ObserverToken changeObserver_;
 };
 
 }  // namespace keyrow::macos

@@ -40,12 +40,13 @@ namespace keyrow::macos {
 
 MacUserDefaults::MacUserDefaults(NSUserDefaults* defaults)
     : defaults_{defaults},
-      observer{[[KeyrowDefaultsObserver alloc] initWithDefaults:defaults changeCount:changeCount_]},
-      changeObserver{observeNotification(NSNotificationCenter.defaultCenter,
-                                         NSUserDefaultsDidChangeNotification, /*queue=*/nil,
-                                         [this] { ++changeCount_; })} {}
+      observer_{[[KeyrowDefaultsObserver alloc] initWithDefaults:defaults
+                                                     changeCount:changeCount_]},
+      changeObserver_{observeNotification(NSNotificationCenter.defaultCenter,
+                                          NSUserDefaultsDidChangeNotification, /*queue=*/nil,
+                                          [this] { ++changeCount_; })} {}
 
-MacUserDefaults::~MacUserDefaults() { [observer invalidate]; }
+MacUserDefaults::~MacUserDefaults() { [observer_ invalidate]; }
 
 std::optional<PropertyValue> MacUserDefaults::object(std::string_view key) {
   const id object = [defaults_ objectForKey:nsString(key)];

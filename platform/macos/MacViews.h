@@ -13,17 +13,17 @@ class MacViews {
  public:
   /// Refers to this object, which has to outlive it.
   Views views() {
-    return {.about = about,
-            .general = general,
-            .settingsWindow = settingsWindow,
-            .statusItem = statusItem};
+    return {.about = about_,
+            .general = general_,
+            .settingsWindow = settingsWindow_,
+            .statusItem = statusItem_};
   }
 
  private:
-  MacAboutView about;
-  MacGeneralView general;
-  MacSettingsWindowView settingsWindow{general, about};
-  MacStatusItemView statusItem;
+  MacAboutView about_;
+  MacGeneralView general_;
+  MacSettingsWindowView settingsWindow_{general_, about_};
+  MacStatusItemView statusItem_;
 };
 
 }  // namespace keyrow::macos

@@ -42,17 +42,17 @@ TEST(MacEventTapsTest, AThreadHasItsNameAndTheUsersAttention) {
 /// A run loop ends at once when it has no source; this one's never fires.
 class IdleSource {
  public:
-  IdleSource() { CFRunLoopAddSource(CFRunLoopGetCurrent(), source, kCFRunLoopCommonModes); }
+  IdleSource() { CFRunLoopAddSource(CFRunLoopGetCurrent(), source_, kCFRunLoopCommonModes); }
   IdleSource(const IdleSource&) = delete;
   IdleSource& operator=(const IdleSource&) = delete;
   ~IdleSource() {
-    CFRunLoopSourceInvalidate(source);
-    CFRelease(source);
+    CFRunLoopSourceInvalidate(source_);
+    CFRelease(source_);
   }
 
  private:
-  CFRunLoopSourceContext context{};
-  const CFRunLoopSourceRef source = CFRunLoopSourceCreate(kCFAllocatorDefault, 0, &context);
+  CFRunLoopSourceContext context_{};
+  const CFRunLoopSourceRef source_ = CFRunLoopSourceCreate(kCFAllocatorDefault, 0, &context_);
 };
 
 TEST(MacEventTapsTest, ARunLoopRunsUntilAnotherThreadStopsIt) {

@@ -26,12 +26,12 @@ class OffScreenKeyrow {
   FakeWorkspace workspace;
   MacUserDefaults userDefaults;
 
-  AppSettings& settings() { return keyrow.settings(); }
+  AppSettings& settings() { return keyrow_.settings(); }
 
   void createWindow() {
-    keyrow.settingsWindowController().createWindow();
+    keyrow_.settingsWindowController().createWindow();
     // What does not come into sight is not reported to have.
-    keyrow.settingsWindowController().viewDidAppear();
+    keyrow_.settingsWindowController().viewDidAppear();
     layOut();
   }
 
@@ -39,16 +39,16 @@ class OffScreenKeyrow {
   bool selectTab(NSInteger index);
 
   NSWindow* window() {
-    return static_cast<MacSettingsWindowView&>(views.views().settingsWindow).window();
+    return static_cast<MacSettingsWindowView&>(views_.views().settingsWindow).window();
   }
   PreferencesTabViewController* tabs() {
     return (PreferencesTabViewController*)window().contentViewController;
   }
   GeneralViewController* general() {
-    return static_cast<MacGeneralView&>(views.views().general).viewController();
+    return static_cast<MacGeneralView&>(views_.views().general).viewController();
   }
   AboutViewController* about() {
-    return static_cast<MacAboutView&>(views.views().about).viewController();
+    return static_cast<MacAboutView&>(views_.views().about).viewController();
   }
 
  private:
@@ -58,9 +58,9 @@ class OffScreenKeyrow {
     [window().contentView layoutSubtreeIfNeeded];
   }
 
-  MacPlatform mac;
-  MacViews views;
-  Keyrow keyrow{platform(), views.views()};
+  MacPlatform mac_;
+  MacViews views_;
+  Keyrow keyrow_{platform(), views_.views()};
 };
 
 }  // namespace keyrow::macos

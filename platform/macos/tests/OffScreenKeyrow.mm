@@ -17,7 +17,7 @@ bool OffScreenKeyrow::selectTab(NSInteger index) {
 }
 
 Platform OffScreenKeyrow::platform() {
-  const auto real = mac.platform();
+  const auto real = mac_.platform();
   return {.accessibility = accessibility,
           .alerts = alerts,
           .application = application,
