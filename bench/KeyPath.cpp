@@ -4,10 +4,10 @@ namespace keyrow::sim {
 
 KeyPath::KeyPath(int keyboardCount, int sampleCount) {
   mac.applications.install("com.apple.TextEdit");
-  process.launch();
+  process_.launch();
   mac.applications.activate("com.apple.TextEdit");
   for (int index = 0; index < keyboardCount; ++index) {
-    newest = std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
+    newest_ = std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
         .registryID = static_cast<std::uint64_t>(index),
         .properties = {{"Product", "Keyboard " + std::to_string(index)}, {"Transport", "USB"}}});
     sendInputs(1);
@@ -20,8 +20,8 @@ void KeyPath::sendInputs(int count) {
   constexpr std::uint32_t keyboardPage = 7;
   // A millisecond is 24,000 ticks here; all stay within reach of the event.
   for (int input = 0; input < count; ++input) {
-    now += 24'000;
-    mac.keyboards.deliver({newest, keyboardPage, now});
+    now_ += 24'000;
+    mac.keyboards.deliver({newest_, keyboardPage, now_});
   }
 }
 

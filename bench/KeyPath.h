@@ -15,19 +15,19 @@ class KeyPath {
  public:
   explicit KeyPath(int keyboardCount = 4, int sampleCount = 64);
 
-  Keyrow& keyrow() { return process.keyrow(); }
+  Keyrow& keyrow() { return process_.keyrow(); }
   void store(const std::string& key, const PropertyValue& value) {
     mac.defaults.setValue(appIdentifier, key, value);
   }
 
   /// Whether the event passes. It happens at the time of the newest input.
   bool pass(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
-    const KeyEvent event{.timestamp = now, .flags = flags, .keyCode = keyCode};
-    return process.keyrow().keyEventHandler().handleTappedEvent(type, event) == TapVerdict::pass;
+    const KeyEvent event{.timestamp = now_, .flags = flags, .keyCode = keyCode};
+    return process_.keyrow().keyEventHandler().handleTappedEvent(type, event) == TapVerdict::pass;
   }
 
   /// The keyboard of an event at the time of the newest input.
-  bool isAttributed() { return keyrow().keyboardSourceMonitor().source(now) != nullptr; }
+  bool isAttributed() { return keyrow().keyboardSourceMonitor().source(now_) != nullptr; }
 
   /// Lets the newest keyboard send inputs, so that so many are held.
   void sendInputs(int count);
@@ -38,10 +38,10 @@ class KeyPath {
   SimulatedMac mac;
 
  private:
-  SimulatedProcess process{mac, 501};
-  std::shared_ptr<const SimulatedKeyboard> newest;
+  SimulatedProcess process_{mac, 501};
+  std::shared_ptr<const SimulatedKeyboard> newest_;
   /// Mach ticks.
-  std::uint64_t now = 1'000'000'000;
+  std::uint64_t now_ = 1'000'000'000;
 };
 
 }  // namespace keyrow::sim

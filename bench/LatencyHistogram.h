@@ -13,17 +13,17 @@ namespace keyrow::sim {
 class LatencyHistogram {
  public:
   void add(std::uint64_t nanoseconds) {
-    ++counts[bucketOf(nanoseconds)];
-    ++total;
+    ++counts_[bucketOf(nanoseconds)];
+    ++total_;
     maximum_ = std::max(maximum_, nanoseconds);
   }
 
   /// The nanoseconds that so many of a thousand durations do not exceed; 0 without any.
   std::uint64_t perMille(std::uint64_t share) const {
-    const auto wanted = (total * share + 999) / 1000;
+    const auto wanted = (total_ * share + 999) / 1000;
     std::uint64_t seen = 0;
-    for (std::size_t bucket = 0; bucket < counts.size(); ++bucket) {
-      seen += counts[bucket];
+    for (std::size_t bucket = 0; bucket < counts_.size(); ++bucket) {
+      seen += counts_[bucket];
       if (seen >= wanted) return std::min(largestIn(bucket), maximum_);
     }
     return maximum_;
@@ -49,8 +49,8 @@ class LatencyHistogram {
     return ((std::uint64_t{bucket - shift * bucketsPerShift} + 1) << shift) - 1;
   }
 
-  std::array<std::uint64_t, bucketCount> counts{};
-  std::uint64_t total = 0;
+  std::array<std::uint64_t, bucketCount> counts_{};
+  std::uint64_t total_ = 0;
   std::uint64_t maximum_ = 0;
 };
 

@@ -58,23 +58,23 @@ class Progress {
 
   void show(std::uint64_t done) {
     const auto now = Clock::now();
-    if (!isTerminal || now - shown < std::chrono::milliseconds{200}) return;
-    shown = now;
-    const std::chrono::duration<double> elapsed = now - start;
+    if (!isTerminal_ || now - shown_ < std::chrono::milliseconds{200}) return;
+    shown_ = now;
+    const std::chrono::duration<double> elapsed = now - start_;
     std::cerr << '\r' << done << " of " << total_ << " events, "
               << static_cast<std::uint64_t>(static_cast<double>(done) / elapsed.count())
               << " a second\033[K" << std::flush;
   }
 
   void finish() const {
-    if (isTerminal) std::cerr << "\r\033[K";
+    if (isTerminal_) std::cerr << "\r\033[K";
   }
 
  private:
   const std::uint64_t total_;
-  const bool isTerminal = isatty(STDERR_FILENO) != 0;
-  const Clock::time_point start = Clock::now();
-  Clock::time_point shown = start;
+  const bool isTerminal_ = isatty(STDERR_FILENO) != 0;
+  const Clock::time_point start_ = Clock::now();
+  Clock::time_point shown_ = start_;
 };
 
 /// Keyrow at work, and more of it than people can make: a thread that stands for the event
@@ -83,10 +83,10 @@ class Progress {
 class Load {
  public:
   explicit Load(std::uint64_t eventCount) : eventCount_{eventCount} {
-    mac.applications.install("com.apple.TextEdit");
-    process.launch();
-    mac.applications.activate("com.apple.TextEdit");
-    settings.setApplyFnModeToExternalFunctionKeys(true);
+    mac_.applications.install("com.apple.TextEdit");
+    process_.launch();
+    mac_.applications.activate("com.apple.TextEdit");
+    settings_.setApplyFnModeToExternalFunctionKeys(true);
     serveMainThread();
   }
 
@@ -96,15 +96,15 @@ class Load {
     const auto start = Clock::now();
     std::thread asker{[this] { ask(); }};
     std::thread worker{[this] { handOverEvents(); }};
-    while (handled < eventCount_) {
+    while (handled_ < eventCount_) {
       serveMainThread();
-      if (!earlyMemory && handled >= eventCount_ / 10) earlyMemory = currentMemory();
-      progress.show(handled);
+      if (!earlyMemory_ && handled_ >= eventCount_ / 10) earlyMemory_ = currentMemory();
+      progress.show(handled_);
     }
     worker.join();
-    duration = Clock::now() - start;
+    duration_ = Clock::now() - start;
     serveMainThread();
-    finalMemory = currentMemory();
+    finalMemory_ = currentMemory();
     asker.join();
     progress.finish();
   }
@@ -112,20 +112,20 @@ class Load {
   /// Prints what was measured; whether all is as it should be.
   bool report() const {
     constexpr double megabyte = 1'000'000;
-    const auto perSecond = static_cast<double>(eventCount_) / duration.count();
+    const auto perSecond = static_cast<double>(eventCount_) / duration_.count();
     std::cout << std::fixed << std::setprecision(2) << eventCount_ << " events in "
-              << duration.count() << " s, " << static_cast<std::uint64_t>(perSecond)
-              << " a second; " << translated << " of them translated\n"
-              << rounds << " changes of settings, " << 2 * rounds << " inputs, " << questions
+              << duration_.count() << " s, " << static_cast<std::uint64_t>(perSecond)
+              << " a second; " << translated_ << " of them translated\n"
+              << rounds_ << " changes of settings, " << 2 * rounds_ << " inputs, " << questions_
               << " questions by another thread meanwhile\n"
-              << "callback: p50 " << latencies.perMille(500) << " ns, p99 "
-              << latencies.perMille(990) << " ns, p99.9 " << latencies.perMille(999)
-              << " ns, at most " << latencies.maximum() << " ns\n"
+              << "callback: p50 " << latencies_.perMille(500) << " ns, p99 "
+              << latencies_.perMille(990) << " ns, p99.9 " << latencies_.perMille(999)
+              << " ns, at most " << latencies_.maximum() << " ns\n"
               << "memory: at most " << static_cast<double>(peakMemory()) / megabyte << " MB";
     bool isRight = true;
-    if (earlyMemory && finalMemory) {
-      const auto early = static_cast<double>(*earlyMemory) / megabyte;
-      const auto late = static_cast<double>(*finalMemory) / megabyte;
+    if (earlyMemory_ && finalMemory_) {
+      const auto early = static_cast<double>(*earlyMemory_) / megabyte;
+      const auto late = static_cast<double>(*finalMemory_) / megabyte;
       std::cout << "; " << early << " MB after a tenth of the events, " << late << " MB at the end";
 #ifndef KEYROW_SANITIZED
       isRight = late - early <= 1;
@@ -133,12 +133,12 @@ class Load {
     }
     std::cout << '\n';
     if (!isRight) std::cerr << "keyrow-load: the memory grows\n";
-    if (wrongVerdicts > 0) {
-      std::cerr << "keyrow-load: " << wrongVerdicts << " events got the wrong verdict\n";
+    if (wrongVerdicts_ > 0) {
+      std::cerr << "keyrow-load: " << wrongVerdicts_ << " events got the wrong verdict\n";
       isRight = false;
     }
-    if (posted != translated) {
-      std::cerr << "keyrow-load: " << posted << " media keys came of " << translated
+    if (posted_ != translated_) {
+      std::cerr << "keyrow-load: " << posted_ << " media keys came of " << translated_
                 << " translated keys\n";
       isRight = false;
     }
@@ -147,128 +147,129 @@ class Load {
 
  private:
   void handOverEvents() {
-    auto& handler = process.keyrow().keyEventHandler();
+    auto& handler = process_.keyrow().keyEventHandler();
     for (std::uint64_t number = 0; number < eventCount_; ++number) {
       awaitMainThread();
       const auto& key = typedKeys[number % typedKeys.size()];
       const bool isTopRow = key.keyCode == keyF7;
-      const KeyEvent event{.timestamp = isTopRow ? externalTime : builtInTime,
+      const KeyEvent event{.timestamp = isTopRow ? externalTime_ : builtInTime_,
                            .flags = key.flags,
                            .keyCode = key.keyCode};
       const auto before = Clock::now();
       const auto verdict = handler.handleTappedEvent(key.type, event);
       const auto after = Clock::now();
-      latencies.add(static_cast<std::uint64_t>(
+      latencies_.add(static_cast<std::uint64_t>(
           std::chrono::duration_cast<std::chrono::nanoseconds>(after - before).count()));
 
       if (isTopRow) {
-        if (verdict == TapVerdict::swallow) ++translated;
+        if (verdict == TapVerdict::swallow) ++translated_;
       } else if ((verdict == TapVerdict::swallow) != (key.keyCode == escapeKeyCode)) {
-        ++wrongVerdicts;
+        ++wrongVerdicts_;
       }
-      handled = number + 1;
+      handled_ = number + 1;
     }
   }
 
   /// Nobody types on and on while the whole Mac stands still, so neither does this.
   void awaitMainThread() const {
     constexpr std::uint64_t furthestAhead = 4'000;
-    while (handled - served > furthestAhead) std::this_thread::yield();
+    while (handled_ - served_ > furthestAhead) std::this_thread::yield();
   }
 
   void ask() {
-    auto& keyrow = process.keyrow();
-    while (handled < eventCount_) {
-      keyrow.keyboardSourceMonitor().source(externalTime);
+    auto& keyrow = process_.keyrow();
+    while (handled_ < eventCount_) {
+      keyrow.keyboardSourceMonitor().source(externalTime_);
       keyrow.keySettings().current();
-      settings.localToggleShortcut();
-      settings.fnReplacementModifier();
-      settings.enhancedDiagnosticsEnabled();
+      settings_.localToggleShortcut();
+      settings_.fnReplacementModifier();
+      settings_.enhancedDiagnosticsEnabled();
       keyrow.fnStateController().readFnState();
-      ++questions;
+      ++questions_;
     }
   }
 
   void serveMainThread() {
-    const std::uint64_t handledBefore = handled;
-    deliverInput(externalKeyboard, externalTime);
-    deliverInput(builtInKeyboard, builtInTime);
+    const std::uint64_t handledBefore = handled_;
+    deliverInput(externalKeyboard_, externalTime_);
+    deliverInput(builtInKeyboard_, builtInTime_);
     changeASetting();
-    mac.scheduler.runReady();
-    posted += mac.systemDefinedEvents.size();
-    mac.systemDefinedEvents.clear();
-    mac.log.clear();
-    mac.timeline.clear();
-    served = handledBefore;
+    mac_.scheduler.runReady();
+    posted_ += mac_.systemDefinedEvents.size();
+    mac_.systemDefinedEvents.clear();
+    mac_.log.clear();
+    mac_.timeline.clear();
+    served_ = handledBefore;
   }
 
   void deliverInput(const std::shared_ptr<const SimulatedKeyboard>& keyboard,
                     std::atomic<std::uint64_t>& time) {
     constexpr std::uint32_t keyboardPage = 7;
     constexpr std::uint64_t ticksPerMillisecond = 24'000;
-    now += ticksPerMillisecond;
-    mac.keyboards.deliver({keyboard, keyboardPage, now});
-    time = now;
+    now_ += ticksPerMillisecond;
+    mac_.keyboards.deliver({keyboard, keyboardPage, now_});
+    time = now_;
   }
 
   void changeASetting() {
-    const bool isOn = rounds / 6 % 2 == 0;
-    switch (rounds++ % 6) {
+    const bool isOn = rounds_ / 6 % 2 == 0;
+    switch (rounds_++ % 6) {
       case 0:
-        settings.setApplyFnModeToExternalFunctionKeys(false);
+        settings_.setApplyFnModeToExternalFunctionKeys(false);
         break;
       case 1:
-        settings.setApplyFnModeToExternalFunctionKeys(true);
+        settings_.setApplyFnModeToExternalFunctionKeys(true);
         break;
       case 2:
-        settings.setEnhancedDiagnosticsEnabled(isOn);
+        settings_.setEnhancedDiagnosticsEnabled(isOn);
         break;
       case 3:
-        settings.setFnReplacementModifier(isOn ? std::optional{FnReplacementModifier::rightCommand}
-                                               : std::nullopt);
+        settings_.setFnReplacementModifier(isOn ? std::optional{FnReplacementModifier::rightCommand}
+                                                : std::nullopt);
         break;
       case 4:
         // As another process does it, with `defaults write`.
-        mac.defaults.setValue(appIdentifier, settingsKey::localToggleShortcutKeyCode, isOn ? 1 : 2);
+        mac_.defaults.setValue(appIdentifier, settingsKey::localToggleShortcutKeyCode,
+                               isOn ? 1 : 2);
         break;
       default:
-        settings.setShowCapsLockIndicator(isOn);
+        settings_.setShowCapsLockIndicator(isOn);
         break;
     }
   }
 
   const std::uint64_t eventCount_;
-  SimulatedMac mac;
-  SimulatedProcess process{mac, 501};
-  AppSettings& settings = process.keyrow().settings();
-  const std::shared_ptr<const SimulatedKeyboard> builtInKeyboard =
+  SimulatedMac mac_;
+  SimulatedProcess process_{mac_, 501};
+  AppSettings& settings_ = process_.keyrow().settings();
+  const std::shared_ptr<const SimulatedKeyboard> builtInKeyboard_ =
       std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
           .registryID = 1, .properties = {{"Product", "Internal"}, {"Built-In", true}}});
-  const std::shared_ptr<const SimulatedKeyboard> externalKeyboard =
+  const std::shared_ptr<const SimulatedKeyboard> externalKeyboard_ =
       std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
           .registryID = 2, .properties = {{"Product", "Desk"}, {"Transport", "USB"}}});
 
   /// Mach ticks.
-  std::uint64_t now = 1'000'000'000;
-  std::uint64_t rounds = 0;
+  std::uint64_t now_ = 1'000'000'000;
+  std::uint64_t rounds_ = 0;
   /// How many events of media keys came of the translated ones.
-  std::uint64_t posted = 0;
-  std::chrono::duration<double> duration{};
-  std::optional<std::uint64_t> earlyMemory;
-  std::optional<std::uint64_t> finalMemory;
+  std::uint64_t posted_ = 0;
+  std::chrono::duration<double> duration_{};
+  std::optional<std::uint64_t> earlyMemory_;
+  std::optional<std::uint64_t> finalMemory_;
 
   // What the other threads find out; for the main thread when they have ended.
-  LatencyHistogram latencies;
-  std::uint64_t translated = 0;
-  std::uint64_t wrongVerdicts = 0;
-  std::uint64_t questions = 0;
+  LatencyHistogram latencies_;
+  std::uint64_t translated_ = 0;
+  std::uint64_t wrongVerdicts_ = 0;
+  std::uint64_t questions_ = 0;
 
   /// When each keyboard sent its latest input.
-  std::atomic<std::uint64_t> builtInTime{0};
-  std::atomic<std::uint64_t> externalTime{0};
-  std::atomic<std::uint64_t> handled{0};
+  std::atomic<std::uint64_t> builtInTime_{0};
+  std::atomic<std::uint64_t> externalTime_{0};
+  std::atomic<std::uint64_t> handled_{0};
   /// How many had been handled when the main thread began what it has finished last.
-  std::atomic<std::uint64_t> served{0};
+  std::atomic<std::uint64_t> served_{0};
 };
 
 }  // namespace

@@ -13,9 +13,10 @@
 namespace keyrow::reliability {
 
 Session::Session() {
-  model.installed = {"com.apple.finder", "com.apple.systempreferences", "com.apple.SystemSettings"};
-  model.state = actualState();
-  stage.mac.whenKeyrowQuits = [this] { farewells.push_back(actualState()); };
+  model_.installed = {"com.apple.finder", "com.apple.systempreferences",
+                      "com.apple.SystemSettings"};
+  model_.state = actualState();
+  stage.mac.whenKeyrowQuits = [this] { farewells_.push_back(actualState()); };
 }
 
 std::string Session::play(const std::string& line) {
@@ -25,7 +26,7 @@ std::string Session::play(const std::string& line) {
 
 std::string Session::play(const sim::Step& step) {
   const auto before = look();
-  farewells.clear();
+  farewells_.clear();
   const auto& line = step.text;
   const bool wasDisturbed = isDisturbed();
   sim::Outcome outcome;
@@ -91,52 +92,52 @@ ModeModel::State Session::actualState() {
 /// Whether something is going on that the model knows nothing of.
 bool Session::isDisturbed() {
   auto* process = stage.process();
-  return isModelLeftOut || hasUnknownFault || stage.runningCount() > 1 ||
+  return isModelLeftOut_ || hasUnknownFault_ || stage.runningCount() > 1 ||
          (process && process->isHanging());
 }
 
 bool Session::tellModel(const std::string& line, const Before& before) {
-  if (line == "repair") hasUnknownFault = false;
+  if (line == "repair") hasUnknownFault_ = false;
   if (line.starts_with("fail ") && !isKnownFault(line)) {
-    hasUnknownFault = true;
+    hasUnknownFault_ = true;
     // What was not synchronized comes later, even after a repair.
-    if (line.starts_with("fail synchronize-preferences")) isModelLeftOut = true;
+    if (line.starts_with("fail synchronize-preferences")) isModelLeftOut_ = true;
     return false;
   }
   if (line == "launch keyrow") {
     // The older instance hears of it, and goes.
-    if (model.isRunning) model.quit();
-    isShownUncertain = !model.canRead || !model.state.hardware;
-    isPreviousUncertain = false;
-    model.launch();
+    if (model_.isRunning) model_.quit();
+    isShownUncertain_ = !model_.canRead || !model_.state.hardware;
+    isPreviousUncertain_ = false;
+    model_.launch();
     return true;
   }
   if (line.starts_with("post takeover targetPID=")) {
     const bool isMeant =
         before.runningProcess &&
         line == "post takeover targetPID=" + std::to_string(*before.runningProcess);
-    if (isMeant) model.quit();
+    if (isMeant) model_.quit();
     return true;
   }
   for (const auto* start : {"hold ", "setting shortcut ", "setting fn-replacement ",
                             "click \"Fn + ", "choose \"Right Option\""}) {
-    if (line.starts_with(start)) areKeysUncertain = true;
+    if (line.starts_with(start)) areKeysUncertain_ = true;
   }
-  if (areKeysUncertain && line.starts_with("press ")) return false;
+  if (areKeysUncertain_ && line.starts_with("press ")) return false;
   const bool isShortcut = line.starts_with("press fn+escape ") || line.starts_with("press fn+` ");
-  if (isShortcut && (!before.isTapWorking || !model.isRunning)) return true;
+  if (isShortcut && (!before.isTapWorking || !model_.isRunning)) return true;
   if (line.starts_with("front ") && !canFollowSwitch()) return false;
   // Whoever cannot read now tries again later.
-  if (!model.canRead || !model.state.hardware) isShownUncertain = true;
-  return happen(line, model);
+  if (!model_.canRead || !model_.state.hardware) isShownUncertain_ = true;
+  return happen(line, model_);
 }
 
 /// Keyrow comes to the front when it shows its window; false when the model cannot follow.
 bool Session::followFrontmost() {
   const auto& frontmost = stage.mac.applications.frontmost();
-  if (frontmost == model.frontmost) return true;
+  if (frontmost == model_.frontmost) return true;
   if (!canFollowSwitch()) return false;
-  model.switchTo(frontmost);
+  model_.switchTo(frontmost);
   return true;
 }
 
@@ -144,29 +145,29 @@ bool Session::followFrontmost() {
 /// seen last in the hardware, where that may be something that it has left there.
 bool Session::canFollowSwitch() const {
   const bool mayBeLeftover =
-      model.hasFailedToWrite || (model.state.isLocal && model.wasInSystemSettings());
-  return !isPreviousUncertain && !(isShownUncertain && mayBeLeftover);
+      model_.hasFailedToWrite || (model_.state.isLocal && model_.wasInSystemSettings());
+  return !isPreviousUncertain_ && !(isShownUncertain_ && mayBeLeftover);
 }
 
 /// The model cannot tell, so it goes on from what there is. A switch tells Keyrow which
 /// application is the previous one.
 void Session::adoptActual(bool isSwitch) {
-  model.state = actualState();
+  model_.state = actualState();
   auto* process = stage.process();
-  model.isRunning = process != nullptr;
+  model_.isRunning = process != nullptr;
   const auto* policy = process ? &process->keyrow().modePolicy() : nullptr;
-  model.hasFailedToWrite =
+  model_.hasFailedToWrite =
       policy && policy->isLeftover(policy->lastKnownFnState().value_or(FnState::special));
-  model.frontmost = stage.mac.applications.frontmost();
-  model.previous = model.frontmost;
-  isPreviousUncertain = !isSwitch;
-  isShownUncertain = true;
+  model_.frontmost = stage.mac.applications.frontmost();
+  model_.previous = model_.frontmost;
+  isPreviousUncertain_ = !isSwitch;
+  isShownUncertain_ = true;
 }
 
 std::string Session::compareWithModel() {
   auto actual = actualState();
-  auto expected = model.state;
-  if (isShownUncertain) actual.shown = expected.shown;
+  auto expected = model_.state;
+  if (isShownUncertain_) actual.shown = expected.shown;
   if (actual == expected) return {};
   return "there is: " + text(actual) + "; there should be: " + text(expected);
 }
@@ -212,13 +213,13 @@ std::string Session::wrongLoss(const std::string& line, const Before& before) {
 /// is not the global mode is an override's. Of two instances, one that hung cannot know what
 /// the other one wrote meanwhile.
 std::string Session::wrongAdoption(const std::string& line, const Before& before) {
-  const bool wasOfOverride = isHardwareOfOverride;
+  const bool wasOfOverride = isHardwareOfOverride_;
   const auto written = stage.mac.hid.writtenValues();
   const auto global = actualState().global;
   if (line.starts_with("system-settings ") || line.starts_with("hardware ")) {
-    isHardwareOfOverride = false;
+    isHardwareOfOverride_ = false;
   } else if (written.size() > before.writtenCount) {
-    isHardwareOfOverride =
+    isHardwareOfOverride_ =
         before.runningCount <= 1 && (!global || written.back() != PropertyValue{rawValue(*global)});
   }
   const bool isAdopted = hasLogged("Synchronized the stored global function key mode");
@@ -236,7 +237,7 @@ std::string Session::wrongImage() {
 }
 
 std::string Session::wrongFarewell(const Before& before) {
-  for (const auto& left : farewells) {
+  for (const auto& left : farewells_) {
     auto problem = wrongState(left, /*isGone=*/true);
     if (!problem.empty()) return problem;
   }
@@ -267,7 +268,7 @@ std::string Session::wrongState(const ModeModel::State& left, bool isGone) {
 std::string Session::wrongTap(const std::string& line, const Before& before) {
   auto* process = stage.process();
   if (stage.mac.eventTaps.enabledCount() > 0) {
-    tapOwner = tapStarter = process ? std::optional{process->processID()} : std::nullopt;
+    tapOwner_ = tapStarter_ = process ? std::optional{process->processID()} : std::nullopt;
     return {};
   }
   const bool isAlone = stage.runningCount() == 1 && !process->isHanging();
@@ -277,10 +278,10 @@ std::string Session::wrongTap(const std::string& line, const Before& before) {
   if (isAlone && !isExplained && mustHaveTap(line, before)) {
     return "there is no event tap, and nobody has said why";
   }
-  const bool isExcused =
-      line == "disable tap silently" || isExplained || !isAlone || process->processID() != tapOwner;
-  if (isExcused) tapOwner.reset();
-  return tapOwner ? "the event tap is dead, and nobody has said why" : "";
+  const bool isExcused = line == "disable tap silently" || isExplained || !isAlone ||
+                         process->processID() != tapOwner_;
+  if (isExcused) tapOwner_.reset();
+  return tapOwner_ ? "the event tap is dead, and nobody has said why" : "";
 }
 
 /// A launch with both permissions brings a tap, and so does waking up where there was one.
@@ -289,7 +290,7 @@ bool Session::mustHaveTap(const std::string& line, const Before& before) {
   if (line == "launch keyrow") {
     return before.runningCount == 0 && mac.isAccessibilityGranted && mac.isInputMonitoringGranted;
   }
-  return line == "wake" && before.isAsleep && stage.process()->processID() == tapStarter;
+  return line == "wake" && before.isAsleep && stage.process()->processID() == tapStarter_;
 }
 
 bool Session::hasLogged(std::string_view beginning) {

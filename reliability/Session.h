@@ -23,7 +23,7 @@ class Session {
   sim::Stage stage;
 
   /// Leaves the model out: things will fail, or end, that it does not know.
-  void disturb() { isModelLeftOut = true; }
+  void disturb() { isModelLeftOut_ = true; }
 
   /// Plays a line. Gives what is wrong afterwards; empty when all is well. A line that
   /// cannot be carried out as things stand changes nothing, and Keyrow may be killed in the
@@ -70,25 +70,25 @@ class Session {
   bool hasFailed(std::string_view call);
   bool mustHaveTap(const std::string& line, const Before& before);
 
-  ModeModel model;
-  bool isModelLeftOut = false;
+  ModeModel model_;
+  bool isModelLeftOut_ = false;
   std::size_t comparedCount_ = 0;
   /// Something fails in a way that the model does not know, until the next repair.
-  bool hasUnknownFault = false;
+  bool hasUnknownFault_ = false;
   /// Keyrow may know another previous application than the model.
-  bool isPreviousUncertain = false;
+  bool isPreviousUncertain_ = false;
   /// A failed reading is tried again later, and may change what is shown.
-  bool isShownUncertain = false;
+  bool isShownUncertain_ = false;
   /// Keys are held, or settings were made, that give keys another meaning.
-  bool areKeysUncertain = false;
+  bool areKeysUncertain_ = false;
   /// The process whose tap has worked, and has no excuse for not working.
-  std::optional<sim::OpenHandles::ProcessID> tapOwner;
+  std::optional<sim::OpenHandles::ProcessID> tapOwner_;
   /// The process that was the last to have a working tap, dead or not.
-  std::optional<sim::OpenHandles::ProcessID> tapStarter;
+  std::optional<sim::OpenHandles::ProcessID> tapStarter_;
   /// The mode in the hardware came of an override that Keyrow wrote.
-  bool isHardwareOfOverride = false;
+  bool isHardwareOfOverride_ = false;
   /// What each Keyrow left behind that has quit since the line began.
-  std::vector<ModeModel::State> farewells;
+  std::vector<ModeModel::State> farewells_;
 };
 
 }  // namespace keyrow::reliability

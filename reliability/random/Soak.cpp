@@ -22,29 +22,29 @@ class Progress {
   void add(const PlayedLines& lines) {
     done_ += lines.count;
     compared_ += lines.comparedCount;
-    if (!isTerminal || Clock::now() - shown < std::chrono::milliseconds{200}) return;
-    shown = Clock::now();
+    if (!isTerminal_ || Clock::now() - shown_ < std::chrono::milliseconds{200}) return;
+    shown_ = Clock::now();
     std::cerr << '\r' << done_ << " of " << target_ << " steps, " << rate() << " a second "
               << std::flush;
   }
 
   void finish() const {
-    if (isTerminal) std::cerr << "\r\033[K";
+    if (isTerminal_) std::cerr << "\r\033[K";
   }
 
   /// In percent.
   std::uint64_t comparedShare() const { return compared_ * 100 / done_; }
   std::uint64_t done() const { return done_; }
   std::uint64_t rate() const {
-    const std::chrono::duration<double> elapsed = Clock::now() - start;
+    const std::chrono::duration<double> elapsed = Clock::now() - start_;
     return static_cast<std::uint64_t>(static_cast<double>(done_) / elapsed.count());
   }
 
  private:
   const std::uint64_t target_;
-  const bool isTerminal = isatty(STDERR_FILENO) != 0;
-  const Clock::time_point start = Clock::now();
-  Clock::time_point shown = start;
+  const bool isTerminal_ = isatty(STDERR_FILENO) != 0;
+  const Clock::time_point start_ = Clock::now();
+  Clock::time_point shown_ = start_;
   std::uint64_t done_ = 0;
   std::uint64_t compared_ = 0;
 };

@@ -27,10 +27,10 @@ struct RunningProcess {
 /// The applications on the machine. Main thread only.
 class Applications {
  public:
-  void install(std::string bundleIdentifier) { installed.insert(std::move(bundleIdentifier)); }
+  void install(std::string bundleIdentifier) { installed_.insert(std::move(bundleIdentifier)); }
   void uninstall(std::string_view bundleIdentifier);
   bool isInstalled(std::string_view bundleIdentifier) const {
-    return installed.contains(bundleIdentifier);
+    return installed_.contains(bundleIdentifier);
   }
 
   /// The frontmost application; absent when there is none or it has no identifier.
@@ -41,7 +41,7 @@ class Applications {
 
   /// Calls `handler` at every activation.
   Registration observeActivation(std::function<void()> handler) {
-    return activationObservers.add(std::move(handler));
+    return activationObservers_.add(std::move(handler));
   }
 
   void started(std::shared_ptr<RunningProcess> process);
@@ -50,10 +50,10 @@ class Applications {
   std::vector<std::shared_ptr<RunningProcess>> running(std::string_view bundleIdentifier) const;
 
  private:
-  std::set<std::string, std::less<>> installed;
+  std::set<std::string, std::less<>> installed_;
   std::optional<std::string> frontmost_;
-  ObserverList<> activationObservers;
-  std::vector<std::shared_ptr<RunningProcess>> processes;
+  ObserverList<> activationObservers_;
+  std::vector<std::shared_ptr<RunningProcess>> processes_;
 };
 
 }  // namespace keyrow::sim

@@ -23,12 +23,12 @@ class CrashPoints {
 
   /// One point is reached.
   void pass() {
-    if (std::this_thread::get_id() != mainThread || ++count_ != number_) return;
+    if (std::this_thread::get_id() != mainThread_ || ++count_ != number_) return;
     crash_();
   }
 
  private:
-  const std::thread::id mainThread = std::this_thread::get_id();
+  const std::thread::id mainThread_ = std::this_thread::get_id();
   std::uint64_t count_ = 0;
   std::uint64_t number_ = 0;
   std::function<void()> crash_;

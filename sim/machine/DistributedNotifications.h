@@ -25,17 +25,17 @@ class DistributedNotifications {
 
   void post(DistributedNotification notification) {
     scheduler_.schedule(Scheduler::Duration{0}, [this, notification = std::move(notification)] {
-      observers.notify(notification);
+      observers_.notify(notification);
     });
   }
 
   Registration observe(std::function<void(const DistributedNotification&)> handler) {
-    return observers.add(std::move(handler));
+    return observers_.add(std::move(handler));
   }
 
  private:
   Scheduler& scheduler_;
-  ObserverList<const DistributedNotification&> observers;
+  ObserverList<const DistributedNotification&> observers_;
 };
 
 }  // namespace keyrow::sim

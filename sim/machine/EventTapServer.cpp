@@ -6,37 +6,37 @@
 namespace keyrow::sim {
 
 void EventTapServer::insert(std::shared_ptr<ServedTap> tap) {
-  const std::scoped_lock guard{mutex};
-  taps.insert(taps.begin(), std::move(tap));
+  const std::scoped_lock guard{mutex_};
+  taps_.insert(taps_.begin(), std::move(tap));
 }
 
 void EventTapServer::setEnabled(ServedTap& tap, bool enabled) {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   tap.isEnabled = enabled && tap.isValid;
 }
 
 bool EventTapServer::isEnabled(const ServedTap& tap) const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   return tap.isEnabled;
 }
 
 void EventTapServer::serve(ServedTap& tap, std::shared_ptr<SimulatedRunLoop> runLoop) {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   tap.runLoop = std::move(runLoop);
 }
 
 void EventTapServer::invalidate(ServedTap& tap) {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   tap.isValid = false;
   tap.isEnabled = false;
-  std::erase_if(taps, [&tap](const auto& one) { return one.get() == &tap; });
+  std::erase_if(taps_, [&tap](const auto& one) { return one.get() == &tap; });
 }
 
 bool EventTapServer::post(std::uint32_t type, const KeyEvent& event) {
   for (const auto& tap : valid()) {
     std::shared_ptr<SimulatedRunLoop> runLoop;
     {
-      const std::scoped_lock guard{mutex};
+      const std::scoped_lock guard{mutex_};
       const bool wanted = type < 64 && (tap->eventsOfInterest >> type & 1) != 0;
       if (!tap->isEnabled || !wanted) continue;
       runLoop = tap->runLoop;
@@ -54,7 +54,7 @@ void EventTapServer::disableAll(std::uint32_t announcedType) {
   for (const auto& tap : valid()) {
     std::shared_ptr<SimulatedRunLoop> runLoop;
     {
-      const std::scoped_lock guard{mutex};
+      const std::scoped_lock guard{mutex_};
       tap->isEnabled = false;
       runLoop = tap->runLoop;
     }
@@ -64,14 +64,14 @@ void EventTapServer::disableAll(std::uint32_t announcedType) {
 }
 
 int EventTapServer::enabledCount() const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   return static_cast<int>(
-      std::ranges::count_if(taps, [](const auto& tap) { return tap->isEnabled; }));
+      std::ranges::count_if(taps_, [](const auto& tap) { return tap->isEnabled; }));
 }
 
 std::vector<std::shared_ptr<ServedTap>> EventTapServer::valid() const {
-  const std::scoped_lock guard{mutex};
-  return taps;
+  const std::scoped_lock guard{mutex_};
+  return taps_;
 }
 
 }  // namespace keyrow::sim

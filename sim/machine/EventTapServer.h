@@ -45,8 +45,8 @@ class EventTapServer {
   std::vector<std::shared_ptr<ServedTap>> valid() const;
 
   /// Guards the fields below and those of the taps.
-  mutable std::mutex mutex;
-  std::vector<std::shared_ptr<ServedTap>> taps;
+  mutable std::mutex mutex_;
+  std::vector<std::shared_ptr<ServedTap>> taps_;
 };
 
 }  // namespace keyrow::sim

@@ -41,10 +41,10 @@ class Faults {
   };
 
   /// Guards all fields.
-  mutable std::mutex mutex;
-  std::array<Plan, portCalls.size()> plans{};
-  std::uint64_t overallCount = 0;
-  std::set<std::uint64_t> failingOverallCalls;
+  mutable std::mutex mutex_;
+  std::array<Plan, portCalls.size()> plans_{};
+  std::uint64_t overallCount_ = 0;
+  std::set<std::uint64_t> failingOverallCalls_;
 };
 
 }  // namespace keyrow::sim

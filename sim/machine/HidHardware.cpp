@@ -27,22 +27,22 @@ std::string_view nameOfMode(const std::optional<PropertyValue>& parameters) {
 }  // namespace
 
 std::optional<PropertyValue> HidHardware::parameters() const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   return parameters_;
 }
 
 void HidHardware::setParameters(std::optional<PropertyValue> parameters) {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   publish(std::move(parameters));
 }
 
 std::optional<PropertyValue> HidHardware::parameter(std::string_view key) const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   return entryOf(parameters_, key);
 }
 
 void HidHardware::setParameter(std::string_view key, std::optional<PropertyValue> value) {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   const auto* dictionary = parameters_ ? parameters_->dictionary() : nullptr;
   auto changed = dictionary ? *dictionary : PropertyDictionary{};
   changed.erase(std::string{key});
@@ -51,17 +51,17 @@ void HidHardware::setParameter(std::string_view key, std::optional<PropertyValue
 }
 
 std::string_view HidHardware::modeName() const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   return nameOfMode(parameters_);
 }
 
 std::vector<PropertyValue> HidHardware::writtenValues() const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   return writtenValues_;
 }
 
 void HidHardware::noteWrittenValue(const PropertyValue& value) {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   writtenValues_.push_back(value);
 }
 

@@ -38,7 +38,7 @@ class HidHardware {
 
   Timeline& timeline_;
   /// Guards the fields below.
-  mutable std::mutex mutex;
+  mutable std::mutex mutex_;
   std::optional<PropertyValue> parameters_ = PropertyDictionary{{"HIDFKeyMode", 0}};
   std::vector<PropertyValue> writtenValues_;
 };

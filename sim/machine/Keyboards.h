@@ -59,22 +59,22 @@ class Keyboards {
   std::optional<std::string> nameOf(std::optional<std::uint64_t> registryID) const;
 
   /// Delivers an input to all who listen.
-  void deliver(const KeyboardInput& input) const { inputObservers.notify(input); }
+  void deliver(const KeyboardInput& input) const { inputObservers_.notify(input); }
 
   /// Calls `handler` whenever a device was attached or taken away.
   Registration observeChanges(std::function<void(Change)> handler) {
-    return changeObservers.add(std::move(handler));
+    return changeObservers_.add(std::move(handler));
   }
 
   Registration observeInput(std::function<void(const KeyboardInput&)> handler) {
-    return inputObservers.add(std::move(handler));
+    return inputObservers_.add(std::move(handler));
   }
 
  private:
-  std::map<std::string, std::shared_ptr<const SimulatedKeyboard>, std::less<>> attached;
-  std::map<std::uint64_t, std::string> names;
-  ObserverList<const KeyboardInput&> inputObservers;
-  ObserverList<Change> changeObservers;
+  std::map<std::string, std::shared_ptr<const SimulatedKeyboard>, std::less<>> attached_;
+  std::map<std::uint64_t, std::string> names_;
+  ObserverList<const KeyboardInput&> inputObservers_;
+  ObserverList<Change> changeObservers_;
 };
 
 }  // namespace keyrow::sim

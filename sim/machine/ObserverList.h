@@ -18,24 +18,24 @@ class ObserverList {
   using Handler = std::function<void(Arguments...)>;
 
   Registration add(Handler handler) {
-    const auto number = addedCount++;
-    handlers->emplace(number, std::make_shared<Handler>(std::move(handler)));
-    return Registration{[weak = std::weak_ptr{handlers}, number] {
+    const auto number = addedCount_++;
+    handlers_->emplace(number, std::make_shared<Handler>(std::move(handler)));
+    return Registration{[weak = std::weak_ptr{handlers_}, number] {
       if (const auto list = weak.lock()) list->erase(number);
     }};
   }
 
   void notify(Arguments... arguments) const {
     std::vector<std::weak_ptr<Handler>> now;
-    for (const auto& [number, handler] : *handlers) now.push_back(handler);
+    for (const auto& [number, handler] : *handlers_) now.push_back(handler);
     for (const auto& weak : now) {
       if (const auto handler = weak.lock()) (*handler)(arguments...);
     }
   }
 
  private:
-  std::uint64_t addedCount = 0;
-  std::shared_ptr<std::map<std::uint64_t, std::shared_ptr<Handler>>> handlers =
+  std::uint64_t addedCount_ = 0;
+  std::shared_ptr<std::map<std::uint64_t, std::shared_ptr<Handler>>> handlers_ =
       std::make_shared<std::map<std::uint64_t, std::shared_ptr<Handler>>>();
 };
 

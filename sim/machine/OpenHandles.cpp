@@ -3,28 +3,28 @@
 namespace keyrow::sim {
 
 void OpenHandles::opened(const std::string& kind, ProcessID process) {
-  const std::scoped_lock guard{mutex};
-  ++counts[{kind, process}];
+  const std::scoped_lock guard{mutex_};
+  ++counts_[{kind, process}];
 }
 
 void OpenHandles::closed(const std::string& kind, ProcessID process) {
-  const std::scoped_lock guard{mutex};
-  const auto entry = counts.find({kind, process});
-  if (--entry->second == 0) counts.erase(entry);
+  const std::scoped_lock guard{mutex_};
+  const auto entry = counts_.find({kind, process});
+  if (--entry->second == 0) counts_.erase(entry);
 }
 
 int OpenHandles::count(const std::string& kind) const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   int total = 0;
-  for (const auto& [key, count] : counts) {
+  for (const auto& [key, count] : counts_) {
     if (key.first == kind) total += count;
   }
   return total;
 }
 
 std::map<std::pair<std::string, OpenHandles::ProcessID>, int> OpenHandles::all() const {
-  const std::scoped_lock guard{mutex};
-  return counts;
+  const std::scoped_lock guard{mutex_};
+  return counts_;
 }
 
 OpenHandle::OpenHandle(OpenHandles& handles, std::string kind, OpenHandles::ProcessID process)

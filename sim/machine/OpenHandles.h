@@ -24,8 +24,8 @@ class OpenHandles {
 
  private:
   /// Guards `counts`.
-  mutable std::mutex mutex;
-  std::map<std::pair<std::string, ProcessID>, int> counts;
+  mutable std::mutex mutex_;
+  std::map<std::pair<std::string, ProcessID>, int> counts_;
 };
 
 /// Counts as one held object for as long as it lives.

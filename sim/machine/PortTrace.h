@@ -13,27 +13,27 @@ namespace keyrow::sim {
 class PortTrace {
  public:
   void start() {
-    const std::scoped_lock guard{mutex};
-    isOn = true;
-    calls.clear();
+    const std::scoped_lock guard{mutex_};
+    isOn_ = true;
+    calls_.clear();
   }
 
   void add(std::string_view call) {
-    const std::scoped_lock guard{mutex};
-    if (isOn) calls.emplace_back(call);
+    const std::scoped_lock guard{mutex_};
+    if (isOn_) calls_.emplace_back(call);
   }
 
   /// What was called since the start, or since the last call of this.
   std::vector<std::string> take() {
-    const std::scoped_lock guard{mutex};
-    return std::exchange(calls, {});
+    const std::scoped_lock guard{mutex_};
+    return std::exchange(calls_, {});
   }
 
  private:
   /// Guards the fields below.
-  std::mutex mutex;
-  bool isOn = false;
-  std::vector<std::string> calls;
+  std::mutex mutex_;
+  bool isOn_ = false;
+  std::vector<std::string> calls_;
 };
 
 }  // namespace keyrow::sim

@@ -16,7 +16,7 @@ class Power {
 
   /// Tells the processes, and falls asleep.
   void sleep() {
-    sleepObservers.notify();
+    sleepObservers_.notify();
     isAsleep_ = true;
     timeline_.add(TimelineEvent::Kind::screen, "the Mac sleeps");
   }
@@ -25,21 +25,21 @@ class Power {
   void wake() {
     isAsleep_ = false;
     timeline_.add(TimelineEvent::Kind::screen, "the Mac wakes up");
-    wakeObservers.notify();
+    wakeObservers_.notify();
   }
 
   Registration observeWillSleep(std::function<void()> handler) {
-    return sleepObservers.add(std::move(handler));
+    return sleepObservers_.add(std::move(handler));
   }
   Registration observeDidWake(std::function<void()> handler) {
-    return wakeObservers.add(std::move(handler));
+    return wakeObservers_.add(std::move(handler));
   }
 
  private:
   Timeline& timeline_;
   bool isAsleep_ = false;
-  ObserverList<> sleepObservers;
-  ObserverList<> wakeObservers;
+  ObserverList<> sleepObservers_;
+  ObserverList<> wakeObservers_;
 };
 
 }  // namespace keyrow::sim

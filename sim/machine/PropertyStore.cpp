@@ -8,18 +8,18 @@ namespace keyrow::sim {
 
 std::optional<PropertyValue> PropertyStore::value(std::string_view domain,
                                                   std::string_view key) const {
-  const std::scoped_lock guard{mutex};
-  const auto values = domains.find(domain);
-  if (values == domains.end()) return std::nullopt;
+  const std::scoped_lock guard{mutex_};
+  const auto values = domains_.find(domain);
+  if (values == domains_.end()) return std::nullopt;
   const auto found = values->second.find(key);
   return found == values->second.end() ? std::nullopt : std::optional{found->second};
 }
 
 void PropertyStore::setValue(std::string_view domain, std::string_view key,
                              std::optional<PropertyValue> value) {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   ++writeCount_;
-  auto& values = domains[std::string{domain}];
+  auto& values = domains_[std::string{domain}];
   const auto found = values.find(key);
   const auto before = found == values.end() ? std::nullopt : std::optional{found->second};
   if (before == value) return;
@@ -34,13 +34,13 @@ void PropertyStore::setValue(std::string_view domain, std::string_view key,
 }
 
 PropertyDictionary PropertyStore::domain(std::string_view domain) const {
-  const std::scoped_lock guard{mutex};
-  const auto values = domains.find(domain);
-  return values == domains.end() ? PropertyDictionary{} : values->second;
+  const std::scoped_lock guard{mutex_};
+  const auto values = domains_.find(domain);
+  return values == domains_.end() ? PropertyDictionary{} : values->second;
 }
 
 int PropertyStore::writeCount() const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   return writeCount_;
 }
 

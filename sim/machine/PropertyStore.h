@@ -38,8 +38,8 @@ class PropertyStore {
   Timeline& timeline_;
   const TimelineEvent::Kind kind_;
   /// Guards the fields below.
-  mutable std::mutex mutex;
-  std::map<std::string, PropertyDictionary, std::less<>> domains;
+  mutable std::mutex mutex_;
+  std::map<std::string, PropertyDictionary, std::less<>> domains_;
   int writeCount_ = 0;
   std::atomic<std::uint64_t> changeCount_{0};
 };

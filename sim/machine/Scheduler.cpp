@@ -5,21 +5,21 @@
 namespace keyrow::sim {
 
 Scheduler::Duration Scheduler::now() const {
-  const std::scoped_lock guard{mutex};
-  return time;
+  const std::scoped_lock guard{mutex_};
+  return time_;
 }
 
 Scheduler::Ticket Scheduler::schedule(Duration delay, std::function<void()> work) {
-  const std::scoped_lock guard{mutex};
-  const Ticket ticket{time + std::max(delay, Duration{0}), scheduledCount++};
-  pending.emplace(ticket, std::move(work));
+  const std::scoped_lock guard{mutex_};
+  const Ticket ticket{time_ + std::max(delay, Duration{0}), scheduledCount_++};
+  pending_.emplace(ticket, std::move(work));
   return ticket;
 }
 
 void Scheduler::cancel(const Ticket& ticket) {
-  decltype(pending)::node_type cancelled;
-  const std::scoped_lock guard{mutex};
-  cancelled = pending.extract(ticket);
+  decltype(pending_)::node_type cancelled;
+  const std::scoped_lock guard{mutex_};
+  cancelled = pending_.extract(ticket);
 }
 
 void Scheduler::runReady() {
@@ -31,18 +31,18 @@ void Scheduler::advance(Duration duration) {
   const auto deadline = now() + duration;
   while (runNextUntil(deadline)) {
   }
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   // The work may have let more time pass itself.
-  time = std::max(time, deadline);
+  time_ = std::max(time_, deadline);
 }
 
 bool Scheduler::runNextUntil(Duration deadline) {
-  decltype(pending)::node_type next;
+  decltype(pending_)::node_type next;
   {
-    const std::scoped_lock guard{mutex};
-    if (pending.empty() || pending.begin()->first.first > deadline) return false;
-    next = pending.extract(pending.begin());
-    time = std::max(time, next.key().first);
+    const std::scoped_lock guard{mutex_};
+    if (pending_.empty() || pending_.begin()->first.first > deadline) return false;
+    next = pending_.extract(pending_.begin());
+    time_ = std::max(time_, next.key().first);
   }
   next.mapped()();
   return true;

@@ -36,10 +36,10 @@ class Scheduler {
   bool runNextUntil(Duration deadline);
 
   /// Guards all fields.
-  mutable std::mutex mutex;
-  Duration time{0};
-  std::uint64_t scheduledCount = 0;
-  std::map<Ticket, std::function<void()>> pending;
+  mutable std::mutex mutex_;
+  Duration time_{0};
+  std::uint64_t scheduledCount_ = 0;
+  std::map<Ticket, std::function<void()>> pending_;
 };
 
 }  // namespace keyrow::sim

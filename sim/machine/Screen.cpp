@@ -12,10 +12,10 @@ int Screen::showAlert(const Alert& alert) {
   for (const auto button : alert.buttons) text.append("\n[").append(button).append("]");
   note("alert " + quoted(alert.messageText));
   auto pressed = std::prev(alert.buttons.end());
-  if (!answers.empty()) {
-    const auto found = std::ranges::find(alert.buttons, answers.front());
+  if (!answers_.empty()) {
+    const auto found = std::ranges::find(alert.buttons, answers_.front());
     if (found != alert.buttons.end()) pressed = found;
-    answers.pop_front();
+    answers_.pop_front();
   }
   note("the user presses " + quoted(*pressed));
   return alertFirstButtonReturn + static_cast<int>(pressed - alert.buttons.begin());

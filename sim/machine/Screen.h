@@ -19,7 +19,7 @@ class Screen {
 
   /// Which button the user presses in the next alert without an answer yet. Without one,
   /// and when the alert has no such button, it is the last button.
-  void answerNextAlert(std::string button) { answers.push_back(std::move(button)); }
+  void answerNextAlert(std::string button) { answers_.push_back(std::move(button)); }
 
   /// Shows an alert; gives the modal response.
   int showAlert(const Alert& alert);
@@ -37,7 +37,7 @@ class Screen {
 
  private:
   Timeline& timeline_;
-  std::deque<std::string> answers;
+  std::deque<std::string> answers_;
   std::vector<std::string> alerts_;
   std::vector<std::string> openedURLs_;
 };

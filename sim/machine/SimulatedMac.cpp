@@ -39,7 +39,7 @@ void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
   if (!eventTaps.post(type, event)) return;
   timeline.add(TimelineEvent::Kind::key, keyEventText(type, event) + " reaches " +
                                              applications.frontmost().value_or("nobody"));
-  keyEventObservers.notify(type, event);
+  keyEventObservers_.notify(type, event);
 }
 
 void SimulatedMac::setCapsLock(bool isOn, const std::string& keyboard) {

@@ -109,7 +109,7 @@ class SimulatedMac {
 
   /// Calls `handler` for every key event that reaches an application.
   Registration observeKeyEvents(std::function<void(std::uint32_t, const KeyEvent&)> handler) {
-    return keyEventObservers.add(std::move(handler));
+    return keyEventObservers_.add(std::move(handler));
   }
 
   /// Caps Lock is switched on or off, on the keyboard of that name if there is one.
@@ -119,7 +119,7 @@ class SimulatedMac {
   void sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard, std::uint32_t usagePage);
 
  private:
-  ObserverList<std::uint32_t, const KeyEvent&> keyEventObservers;
+  ObserverList<std::uint32_t, const KeyEvent&> keyEventObservers_;
 };
 
 }  // namespace keyrow::sim

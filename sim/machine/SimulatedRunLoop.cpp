@@ -6,75 +6,75 @@
 namespace keyrow::sim {
 
 void SimulatedRunLoop::addSource(RunLoopSource& source) {
-  const std::scoped_lock guard{mutex};
-  sources.insert(&source);
+  const std::scoped_lock guard{mutex_};
+  sources_.insert(&source);
 }
 
 void SimulatedRunLoop::removeSource(RunLoopSource& source) {
-  const std::scoped_lock guard{mutex};
-  sources.erase(&source);
-  changed.notify_all();
+  const std::scoped_lock guard{mutex_};
+  sources_.erase(&source);
+  changed_.notify_all();
 }
 
 void SimulatedRunLoop::run() {
-  std::unique_lock guard{mutex};
-  isRunning = true;
-  changed.notify_all();
-  while (!isStopped && !isShutDown && !sources.empty()) {
-    if (queue.empty()) {
-      changed.wait(guard);
+  std::unique_lock guard{mutex_};
+  isRunning_ = true;
+  changed_.notify_all();
+  while (!isStopped_ && !isShutDown_ && !sources_.empty()) {
+    if (queue_.empty()) {
+      changed_.wait(guard);
       continue;
     }
-    const auto work = std::move(queue.front());
-    queue.pop_front();
+    const auto work = std::move(queue_.front());
+    queue_.pop_front();
     guard.unlock();
     work();
     guard.lock();
-    ++performed;
-    changed.notify_all();
+    ++performed_;
+    changed_.notify_all();
   }
-  isRunning = false;
-  isStopped = false;
-  queue.clear();
-  performed = requested;
-  changed.notify_all();
+  isRunning_ = false;
+  isStopped_ = false;
+  queue_.clear();
+  performed_ = requested_;
+  changed_.notify_all();
 }
 
 void SimulatedRunLoop::stop() {
-  const std::scoped_lock guard{mutex};
-  isStopped = true;
-  changed.notify_all();
+  const std::scoped_lock guard{mutex_};
+  isStopped_ = true;
+  changed_.notify_all();
 }
 
 void SimulatedRunLoop::finish() {
-  const std::scoped_lock guard{mutex};
-  isFinished = true;
-  changed.notify_all();
+  const std::scoped_lock guard{mutex_};
+  isFinished_ = true;
+  changed_.notify_all();
 }
 
 void SimulatedRunLoop::awaitStart() {
-  std::unique_lock guard{mutex};
-  changed.wait(guard, [this] { return isRunning || isFinished; });
+  std::unique_lock guard{mutex_};
+  changed_.wait(guard, [this] { return isRunning_ || isFinished_; });
 }
 
 bool SimulatedRunLoop::perform(const std::function<void()>& work) {
-  std::unique_lock guard{mutex};
-  if (!isRunning || isStopped || isShutDown) return false;
+  std::unique_lock guard{mutex_};
+  if (!isRunning_ || isStopped_ || isShutDown_) return false;
   auto isDone = std::make_shared<bool>(false);
-  queue.emplace_back([work, isDone] {
+  queue_.emplace_back([work, isDone] {
     work();
     *isDone = true;
   });
-  const auto ticket = ++requested;
-  changed.notify_all();
-  changed.wait(guard, [&] { return performed >= ticket; });
+  const auto ticket = ++requested_;
+  changed_.notify_all();
+  changed_.wait(guard, [&] { return performed_ >= ticket; });
   return *isDone;
 }
 
 void SimulatedRunLoop::shutDown() {
-  const std::scoped_lock guard{mutex};
-  isShutDown = true;
-  changed.notify_all();
+  const std::scoped_lock guard{mutex_};
+  isShutDown_ = true;
+  changed_.notify_all();
 }
 
 }  // namespace keyrow::sim

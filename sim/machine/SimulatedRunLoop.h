@@ -35,17 +35,17 @@ class SimulatedRunLoop {
 
  private:
   /// Guards the fields below.
-  std::mutex mutex;
-  std::condition_variable changed;
-  std::set<RunLoopSource*> sources;
-  std::deque<std::function<void()>> queue;
-  bool isRunning = false;
-  bool isStopped = false;
-  bool isShutDown = false;
-  bool isFinished = false;
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::set<RunLoopSource*> sources_;
+  std::deque<std::function<void()>> queue_;
+  bool isRunning_ = false;
+  bool isStopped_ = false;
+  bool isShutDown_ = false;
+  bool isFinished_ = false;
   /// How many pieces of work have been taken on, and how many are done.
-  std::uint64_t performed = 0;
-  std::uint64_t requested = 0;
+  std::uint64_t performed_ = 0;
+  std::uint64_t requested_ = 0;
 };
 
 }  // namespace keyrow::sim

@@ -62,7 +62,7 @@ class Timeline {
  private:
   const Scheduler& scheduler_;
   /// Guards the fields below.
-  mutable std::mutex mutex;
+  mutable std::mutex mutex_;
   std::vector<TimelineEvent> events_;
   Listener listener_;
 };

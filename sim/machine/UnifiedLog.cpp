@@ -14,7 +14,7 @@ std::string_view logLevelName(LogLevel level) {
 
 void UnifiedLog::write(Line line) {
   // Held for both, so that the timeline has the lines in the same order.
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   const auto& entry = line.entry;
   timeline_.add(
       TimelineEvent::Kind::log,
@@ -23,12 +23,12 @@ void UnifiedLog::write(Line line) {
 }
 
 std::vector<UnifiedLog::Line> UnifiedLog::lines() const {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   return lines_;
 }
 
 void UnifiedLog::clear() {
-  const std::scoped_lock guard{mutex};
+  const std::scoped_lock guard{mutex_};
   lines_.clear();
 }
 

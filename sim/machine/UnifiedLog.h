@@ -30,7 +30,7 @@ class UnifiedLog {
  private:
   Timeline& timeline_;
   /// Guards `lines_`.
-  mutable std::mutex mutex;
+  mutable std::mutex mutex_;
   std::vector<Line> lines_;
 };
 

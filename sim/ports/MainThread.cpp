@@ -6,21 +6,21 @@ namespace keyrow::sim {
 
 void MainThread::deliver(std::function<void()> work) {
   if (hasEnded_) return;
-  if (isHanging) {
-    waiting.push_back(std::move(work));
+  if (isHanging_) {
+    waiting_.push_back(std::move(work));
   } else {
     work();
   }
 }
 
 void MainThread::resume() {
-  isHanging = false;
-  for (auto& work : std::exchange(waiting, {})) deliver(std::move(work));
+  isHanging_ = false;
+  for (auto& work : std::exchange(waiting_, {})) deliver(std::move(work));
 }
 
 void MainThread::end() {
   hasEnded_ = true;
-  waiting.clear();
+  waiting_.clear();
 }
 
 }  // namespace keyrow::sim

@@ -12,7 +12,7 @@ class MainThread {
   /// Runs work now, or as soon as the process answers again.
   void deliver(std::function<void()> work);
 
-  void hang() { isHanging = true; }
+  void hang() { isHanging_ = true; }
 
   /// Runs what has waited.
   void resume();
@@ -21,9 +21,9 @@ class MainThread {
   bool hasEnded() const { return hasEnded_; }
 
  private:
-  bool isHanging = false;
+  bool isHanging_ = false;
   bool hasEnded_ = false;
-  std::vector<std::function<void()>> waiting;
+  std::vector<std::function<void()>> waiting_;
 };
 
 }  // namespace keyrow::sim

@@ -5,8 +5,8 @@
 namespace keyrow::sim {
 
 void SimulatedAboutView::load() {
-  if (isLoaded) return;
-  isLoaded = true;
+  if (isLoaded_) return;
+  isLoaded_ = true;
   pane_->viewDidLoad();
 }
 

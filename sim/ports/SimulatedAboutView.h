@@ -33,7 +33,7 @@ class SimulatedAboutView final : public AboutView {
  private:
   const ProcessContext& context_;
   AboutPane* pane_ = nullptr;
-  bool isLoaded = false;
+  bool isLoaded_ = false;
 };
 
 }  // namespace keyrow::sim

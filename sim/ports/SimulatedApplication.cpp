@@ -8,7 +8,7 @@ SimulatedApplication::SimulatedApplication(const ProcessContext& context,
     : context_{context},
       notificationCenter_{notificationCenter},
       terminate_{std::move(terminate)},
-      activations{context.mac.applications.observeActivation([this] { noteActivation(); })} {}
+      activations_{context.mac.applications.observeActivation([this] { noteActivation(); })} {}
 
 void SimulatedApplication::askToBecomeActive() {
   // It takes the window server a moment.
@@ -22,8 +22,8 @@ void SimulatedApplication::askToBecomeActive() {
 
 void SimulatedApplication::noteActivation() {
   const bool wasActive =
-      std::exchange(isActive, context_.mac.applications.frontmost() == context_.bundleIdentifier);
-  if (wasActive || !isActive) return;
+      std::exchange(isActive_, context_.mac.applications.frontmost() == context_.bundleIdentifier);
+  if (wasActive || !isActive_) return;
   context_.mainThread->deliver([this] { notificationCenter_.post(applicationDidBecomeActive); });
 }
 

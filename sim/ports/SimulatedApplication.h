@@ -33,8 +33,8 @@ class SimulatedApplication final : public Application {
   const ProcessContext& context_;
   NotificationCenter& notificationCenter_;
   const std::function<void()> terminate_;
-  bool isActive = false;
-  Registration activations;
+  bool isActive_ = false;
+  Registration activations_;
 };
 
 }  // namespace keyrow::sim

@@ -22,15 +22,15 @@ std::optional<std::string> charactersOf(std::uint16_t keyCode) {
 
 SimulatedEventMonitors::SimulatedEventMonitors(const ProcessContext& context)
     : context_{context},
-      keyEvents{context.mac.observeKeyEvents(
+      keyEvents_{context.mac.observeKeyEvents(
           [this](std::uint32_t type, const KeyEvent& event) { receive(type, event); })} {}
 
 Registration SimulatedEventMonitors::addGlobalFlagsMonitor(std::function<void()> handler) {
-  return globalFlags.add(context_.observer("flags of others", std::move(handler)));
+  return globalFlags_.add(context_.observer("flags of others", std::move(handler)));
 }
 
 Registration SimulatedEventMonitors::addLocalFlagsMonitor(std::function<void()> handler) {
-  return localFlags.add(context_.observer("own flags", std::move(handler)));
+  return localFlags_.add(context_.observer("own flags", std::move(handler)));
 }
 
 Registration SimulatedEventMonitors::addLocalKeyDownMonitor(
@@ -41,14 +41,14 @@ Registration SimulatedEventMonitors::addLocalKeyDownMonitor(
           [&screen = context_.mac.screen, handler = std::move(handler)](const KeyDown& key) {
             if (handler(key)) screen.note("Keyrow consumes " + keyName(key.keyCode));
           }});
-  return keysDown.add(std::move(observer));
+  return keysDown_.add(std::move(observer));
 }
 
 void SimulatedEventMonitors::receive(std::uint32_t type, const KeyEvent& event) {
   const bool isActive = context_.mac.applications.frontmost() == context_.bundleIdentifier;
-  if (type == keyEventType::flagsChanged) (isActive ? localFlags : globalFlags).notify();
+  if (type == keyEventType::flagsChanged) (isActive ? localFlags_ : globalFlags_).notify();
   if (type == keyEventType::keyDown && isActive) {
-    keysDown.notify(
+    keysDown_.notify(
         {.keyCode = event.keyCode, .charactersIgnoringModifiers = charactersOf(event.keyCode)});
   }
 }

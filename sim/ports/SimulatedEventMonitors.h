@@ -19,10 +19,10 @@ class SimulatedEventMonitors final : public EventMonitors {
   void receive(std::uint32_t type, const KeyEvent& event);
 
   const ProcessContext& context_;
-  ObserverList<> globalFlags;
-  ObserverList<> localFlags;
-  ObserverList<const KeyDown&> keysDown;
-  Registration keyEvents;
+  ObserverList<> globalFlags_;
+  ObserverList<> localFlags_;
+  ObserverList<const KeyDown&> keysDown_;
+  Registration keyEvents_;
 };
 
 }  // namespace keyrow::sim

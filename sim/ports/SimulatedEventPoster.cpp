@@ -10,7 +10,7 @@ namespace {
 class Source final : public KeyEventSource {
  public:
   explicit Source(const ProcessContext& context)
-      : mac_{context.mac}, handle{context.mac.openHandles, "CGEventSource", context.processID} {}
+      : mac_{context.mac}, handle_{context.mac.openHandles, "CGEventSource", context.processID} {}
 
   void post(std::uint16_t keyCode, bool isKeyDown, std::uint64_t flags) override {
     mac_.postKeyEvent(isKeyDown ? keyEventType::keyDown : keyEventType::keyUp,
@@ -19,7 +19,7 @@ class Source final : public KeyEventSource {
 
  private:
   SimulatedMac& mac_;
-  const OpenHandle handle;
+  const OpenHandle handle_;
 };
 
 /// Key types of media keys (`NX_KEYTYPE_…`, ev_keymap.h); empty for those that nobody uses.

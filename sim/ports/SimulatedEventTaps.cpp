@@ -11,7 +11,7 @@ class Tap final : public EventTap {
   Tap(const ProcessContext& context, std::shared_ptr<ServedTap> served)
       : mac_{context.mac},
         served_{std::move(served)},
-        handle{context.mac.openHandles, "EventTap", context.processID} {}
+        handle_{context.mac.openHandles, "EventTap", context.processID} {}
 
   void setEnabled(bool enabled) override {
     mac_.trace.add(enabled ? "enable event tap" : "disable event tap");
@@ -29,7 +29,7 @@ class Tap final : public EventTap {
  private:
   SimulatedMac& mac_;
   const std::shared_ptr<ServedTap> served_;
-  const OpenHandle handle;
+  const OpenHandle handle_;
 };
 
 class Source final : public RunLoopSource {
@@ -37,7 +37,7 @@ class Source final : public RunLoopSource {
   Source(const ProcessContext& context, std::shared_ptr<ServedTap> served)
       : mac_{context.mac},
         served_{std::move(served)},
-        handle{context.mac.openHandles, "RunLoopSource", context.processID} {}
+        handle_{context.mac.openHandles, "RunLoopSource", context.processID} {}
 
   void serveOn(std::shared_ptr<SimulatedRunLoop> runLoop) {
     mac_.eventTaps.serve(*served_, std::move(runLoop));
@@ -46,7 +46,7 @@ class Source final : public RunLoopSource {
  private:
   SimulatedMac& mac_;
   const std::shared_ptr<ServedTap> served_;
-  const OpenHandle handle;
+  const OpenHandle handle_;
 };
 
 /// A run loop as a port hands it out; ties a source's tap to it.
@@ -82,8 +82,8 @@ std::shared_ptr<EventTap> SimulatedEventTaps::createTap(std::uint64_t eventsOfIn
   served->eventsOfInterest = eventsOfInterest;
   served->handler = &handler;
   mac.eventTaps.insert(served);
-  const std::scoped_lock guard{mutex};
-  taps.push_back(served);
+  const std::scoped_lock guard{mutex_};
+  taps_.push_back(served);
   return std::make_shared<Tap>(context_, std::move(served));
 }
 
@@ -98,20 +98,21 @@ void SimulatedEventTaps::startThread(std::string_view name, std::function<void()
   context_.mac.trace.add("start thread " + std::string{name});
   auto runLoop = std::make_shared<SimulatedRunLoop>();
   {
-    const std::scoped_lock guard{mutex};
-    if (isEnding) return;
-    runLoops.push_back(runLoop);
+    const std::scoped_lock guard{mutex_};
+    if (isEnding_) return;
+    runLoops_.push_back(runLoop);
     auto counted =
         std::make_shared<OpenHandle>(context_.mac.openHandles, "thread", context_.processID);
-    threads.emplace_back([runLoop, body = std::move(body), counted = std::move(counted)]() mutable {
-      threadRunLoop = std::make_shared<Handle>(runLoop);
-      body();
-      // Before the thread counts as ended: who waits for that wants all of it gone.
-      body = nullptr;
-      threadRunLoop = nullptr;
-      counted = nullptr;
-      runLoop->finish();
-    });
+    threads_.emplace_back(
+        [runLoop, body = std::move(body), counted = std::move(counted)]() mutable {
+          threadRunLoop = std::make_shared<Handle>(runLoop);
+          body();
+          // Before the thread counts as ended: who waits for that wants all of it gone.
+          body = nullptr;
+          threadRunLoop = nullptr;
+          counted = nullptr;
+          runLoop->finish();
+        });
   }
   if (context_.mac.threadsStartAtOnce) runLoop->awaitStart();
 }
@@ -119,13 +120,13 @@ void SimulatedEventTaps::startThread(std::string_view name, std::function<void()
 void SimulatedEventTaps::endThreads() {
   std::vector<std::thread> ending;
   {
-    const std::scoped_lock guard{mutex};
-    isEnding = true;
-    for (const auto& weak : taps) {
+    const std::scoped_lock guard{mutex_};
+    isEnding_ = true;
+    for (const auto& weak : taps_) {
       if (const auto tap = weak.lock()) context_.mac.eventTaps.invalidate(*tap);
     }
-    for (const auto& runLoop : runLoops) runLoop->shutDown();
-    ending = std::exchange(threads, {});
+    for (const auto& runLoop : runLoops_) runLoop->shutDown();
+    ending = std::exchange(threads_, {});
   }
   for (auto& thread : ending) thread.join();
 }

@@ -29,11 +29,11 @@ class SimulatedEventTaps final : public EventTaps {
  private:
   const ProcessContext& context_;
   /// Guards the fields below.
-  std::mutex mutex;
-  bool isEnding = false;
-  std::vector<std::weak_ptr<ServedTap>> taps;
-  std::vector<std::shared_ptr<SimulatedRunLoop>> runLoops;
-  std::vector<std::thread> threads;
+  std::mutex mutex_;
+  bool isEnding_ = false;
+  std::vector<std::weak_ptr<ServedTap>> taps_;
+  std::vector<std::shared_ptr<SimulatedRunLoop>> runLoops_;
+  std::vector<std::thread> threads_;
 };
 
 }  // namespace keyrow::sim

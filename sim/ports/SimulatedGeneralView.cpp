@@ -7,8 +7,8 @@
 namespace keyrow::sim {
 
 void SimulatedGeneralView::load() {
-  if (isLoaded) return;
-  isLoaded = true;
+  if (isLoaded_) return;
+  isLoaded_ = true;
   pane_->viewDidLoad();
 }
 

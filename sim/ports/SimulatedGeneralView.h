@@ -64,7 +64,7 @@ class SimulatedGeneralView final : public GeneralView {
  private:
   const ProcessContext& context_;
   GeneralPane* pane_ = nullptr;
-  bool isLoaded = false;
+  bool isLoaded_ = false;
 };
 
 }  // namespace keyrow::sim

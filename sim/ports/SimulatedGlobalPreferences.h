@@ -12,7 +12,7 @@ namespace keyrow::sim {
 class SimulatedGlobalPreferences final : public GlobalPreferences {
  public:
   explicit SimulatedGlobalPreferences(SimulatedMac& mac)
-      : mac_{mac}, copy{mac.globalPreferences.domain(domain)} {}
+      : mac_{mac}, copy_{mac.globalPreferences.domain(domain)} {}
 
   std::optional<PropertyValue> copyValue(std::string_view key) override;
   void setValue(std::string_view key, const PropertyValue& value) override;
@@ -21,10 +21,10 @@ class SimulatedGlobalPreferences final : public GlobalPreferences {
  private:
   SimulatedMac& mac_;
   /// Guards the fields below.
-  std::mutex mutex;
-  PropertyDictionary copy;
+  std::mutex mutex_;
+  PropertyDictionary copy_;
   /// Set here, and not yet written.
-  PropertyDictionary changes;
+  PropertyDictionary changes_;
 };
 
 }  // namespace keyrow::sim

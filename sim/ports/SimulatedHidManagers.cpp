@@ -45,28 +45,28 @@ class Manager final : public HidManager {
  public:
   explicit Manager(const ProcessContext& context)
       : mac_{context.mac},
-        mainThread{context.mainThread},
-        handle{context.mac.openHandles, "HidManager", context.processID} {}
+        mainThread_{context.mainThread},
+        handle_{context.mac.openHandles, "HidManager", context.processID} {}
   ~Manager() override { mac_.trace.add("close-hid-manager"); }
 
   void setDeviceMatching(std::span<const PropertyDictionary> matching) override {
-    deviceMatching.assign(matching.begin(), matching.end());
+    deviceMatching_.assign(matching.begin(), matching.end());
   }
 
   void setInputValueMatching(const PropertyDictionary& matching) override {
-    valueMatching = matching;
+    valueMatching_ = matching;
   }
 
   void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
-    callback = std::move(handler);
+    callback_ = std::move(handler);
   }
 
   void registerDeviceMatchingCallback(std::function<void()> handler) override {
-    attached = std::move(handler);
+    attached_ = std::move(handler);
   }
 
   void registerDeviceRemovalCallback(std::function<void()> handler) override {
-    removed = std::move(handler);
+    removed_ = std::move(handler);
   }
 
   std::vector<std::unique_ptr<HidDevice>> devices() override {
@@ -79,15 +79,15 @@ class Manager final : public HidManager {
   }
 
   void scheduleWithMainRunLoop() override {
-    changes = mac_.keyboards.observeChanges([this](Keyboards::Change change) {
-      mainThread->deliver([this, weak = std::weak_ptr{alive}, change] {
-        if (weak.expired() || !isOpen) return;
-        const auto& handler = change == Keyboards::Change::attached ? attached : removed;
+    changes_ = mac_.keyboards.observeChanges([this](Keyboards::Change change) {
+      mainThread_->deliver([this, weak = std::weak_ptr{alive_}, change] {
+        if (weak.expired() || !isOpen_) return;
+        const auto& handler = change == Keyboards::Change::attached ? attached_ : removed_;
         if (handler) handler();
       });
     });
-    schedule = mac_.keyboards.observeInput([this](const KeyboardInput& input) {
-      mainThread->deliver([this, weak = std::weak_ptr{alive}, input] {
+    schedule_ = mac_.keyboards.observeInput([this](const KeyboardInput& input) {
+      mainThread_->deliver([this, weak = std::weak_ptr{alive_}, input] {
         if (!weak.expired()) receive(input);
       });
     });
@@ -95,43 +95,43 @@ class Manager final : public HidManager {
 
   IOReturn open() override {
     if (mac_.strikes(PortCall::openHidManager)) return SimulatedHidSystem::refusal;
-    isOpen = true;
+    isOpen_ = true;
     return ioReturnSuccess;
   }
 
  private:
   void receive(const KeyboardInput& input) {
-    if (!isOpen || !callback) return;
-    if (!matches(valueMatching, {{"UsagePage", std::int64_t{input.usagePage}}})) return;
+    if (!isOpen_ || !callback_) return;
+    if (!matches(valueMatching_, {{"UsagePage", std::int64_t{input.usagePage}}})) return;
     if (!input.keyboard) {
-      callback({nullptr, input.usagePage, input.timestamp});
+      callback_({nullptr, input.usagePage, input.timestamp});
       return;
     }
     if (!matchesDevice(*input.keyboard)) return;
     Device device{mac_, input.keyboard};
-    callback({&device, input.usagePage, input.timestamp});
+    callback_({&device, input.usagePage, input.timestamp});
   }
 
   bool matchesDevice(const SimulatedKeyboard& keyboard) const {
     const PropertyDictionary properties{{"DeviceUsagePage", genericDesktopPage},
                                         {"DeviceUsage", keyboard.usage}};
-    return std::ranges::any_of(deviceMatching, [&](const PropertyDictionary& matching) {
+    return std::ranges::any_of(deviceMatching_, [&](const PropertyDictionary& matching) {
       return matches(matching, properties);
     });
   }
 
   SimulatedMac& mac_;
-  const std::shared_ptr<MainThread> mainThread;
-  const OpenHandle handle;
-  const std::shared_ptr<bool> alive = std::make_shared<bool>(true);
-  std::vector<PropertyDictionary> deviceMatching;
-  PropertyDictionary valueMatching;
-  std::function<void(const HidInputValue&)> callback;
-  std::function<void()> attached;
-  std::function<void()> removed;
-  bool isOpen = false;
-  Registration schedule;
-  Registration changes;
+  const std::shared_ptr<MainThread> mainThread_;
+  const OpenHandle handle_;
+  const std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+  std::vector<PropertyDictionary> deviceMatching_;
+  PropertyDictionary valueMatching_;
+  std::function<void(const HidInputValue&)> callback_;
+  std::function<void()> attached_;
+  std::function<void()> removed_;
+  bool isOpen_ = false;
+  Registration schedule_;
+  Registration changes_;
 };
 
 }  // namespace

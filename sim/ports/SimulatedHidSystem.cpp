@@ -7,7 +7,7 @@ namespace {
 class Connection final : public HidConnection {
  public:
   Connection(SimulatedMac& mac, OpenHandles::ProcessID process)
-      : mac_{mac}, handle{mac.openHandles, "HidConnection", process} {}
+      : mac_{mac}, handle_{mac.openHandles, "HidConnection", process} {}
 
   IOReturn setParameter(std::string_view key, const PropertyValue& value) override {
     if (mac_.strikes(PortCall::setHidParameter)) return SimulatedHidSystem::refusal;
@@ -25,13 +25,13 @@ class Connection final : public HidConnection {
 
  private:
   SimulatedMac& mac_;
-  const OpenHandle handle;
+  const OpenHandle handle_;
 };
 
 class Service final : public HidService {
  public:
   Service(SimulatedMac& mac, OpenHandles::ProcessID process)
-      : mac_{mac}, process_{process}, handle{mac.openHandles, "HidService", process} {}
+      : mac_{mac}, process_{process}, handle_{mac.openHandles, "HidService", process} {}
 
   std::optional<PropertyValue> property(std::string_view key) override {
     if (mac_.strikes(PortCall::readServiceProperty)) return std::nullopt;
@@ -53,7 +53,7 @@ class Service final : public HidService {
  private:
   SimulatedMac& mac_;
   const OpenHandles::ProcessID process_;
-  const OpenHandle handle;
+  const OpenHandle handle_;
 };
 
 }  // namespace

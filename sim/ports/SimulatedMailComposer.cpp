@@ -9,7 +9,7 @@ namespace {
 class Service final : public MailService {
  public:
   explicit Service(const ProcessContext& context)
-      : mac_{context.mac}, handle{context.mac.openHandles, "mail service", context.processID} {}
+      : mac_{context.mac}, handle_{context.mac.openHandles, "mail service", context.processID} {}
 
   bool canPerform(const Mail& /*mail*/) override {
     return mac_.mailbox.service == Mailbox::Service::works;
@@ -23,7 +23,7 @@ class Service final : public MailService {
 
  private:
   SimulatedMac& mac_;
-  const OpenHandle handle;
+  const OpenHandle handle_;
 };
 
 }  // namespace

@@ -16,18 +16,18 @@ class SimulatedNotificationCenter final : public NotificationCenter {
   explicit SimulatedNotificationCenter(const ProcessContext& context) : context_{context} {}
 
   void post(std::string_view name) override {
-    const auto found = observers.find(name);
-    if (found != observers.end()) found->second.notify();
+    const auto found = observers_.find(name);
+    if (found != observers_.end()) found->second.notify();
   }
 
   ObserverToken addObserver(std::string_view name, std::function<void()> handler) override {
-    return observers[std::string{name}].add(
+    return observers_[std::string{name}].add(
         context_.observer(std::string{name}, std::move(handler)));
   }
 
  private:
   const ProcessContext& context_;
-  std::map<std::string, ObserverList<>, std::less<>> observers;
+  std::map<std::string, ObserverList<>, std::less<>> observers_;
 };
 
 }  // namespace keyrow::sim

@@ -62,27 +62,27 @@ class SimulatedPlatform {
   }
 
  private:
-  SimulatedAccessibility accessibility;
-  SimulatedAlerts alerts;
-  SimulatedBundle bundle;
-  SimulatedClock clock;
-  SimulatedDistributedNotificationCenter distributedNotificationCenter;
-  SimulatedEventPoster eventPoster;
-  SimulatedFiles files;
-  SimulatedGlobalPreferences globalPreferences;
-  SimulatedHidManagers hidManagers;
-  SimulatedHidSystem hidSystem;
-  SimulatedLoginItem loginItem;
-  SimulatedMailComposer mailComposer;
-  SimulatedMainQueue mainQueue;
-  SimulatedMainRunLoop mainRunLoop;
-  SimulatedProcessInfo process;
-  SimulatedSystemLog systemLog;
-  SimulatedText text;
-  SimulatedUserDefaults userDefaults;
-  SimulatedWorkspace workspace;
-  SimulatedNotificationCenter notificationCenter;
-  SimulatedApplication application;
+  SimulatedAccessibility accessibility_;
+  SimulatedAlerts alerts_;
+  SimulatedBundle bundle_;
+  SimulatedClock clock_;
+  SimulatedDistributedNotificationCenter distributedNotificationCenter_;
+  SimulatedEventPoster eventPoster_;
+  SimulatedFiles files_;
+  SimulatedGlobalPreferences globalPreferences_;
+  SimulatedHidManagers hidManagers_;
+  SimulatedHidSystem hidSystem_;
+  SimulatedLoginItem loginItem_;
+  SimulatedMailComposer mailComposer_;
+  SimulatedMainQueue mainQueue_;
+  SimulatedMainRunLoop mainRunLoop_;
+  SimulatedProcessInfo process_;
+  SimulatedSystemLog systemLog_;
+  SimulatedText text_;
+  SimulatedUserDefaults userDefaults_;
+  SimulatedWorkspace workspace_;
+  SimulatedNotificationCenter notificationCenter_;
+  SimulatedApplication application_;
   Platform ports_;
 };
 

@@ -4,18 +4,18 @@ namespace keyrow::sim {
 
 SimulatedProcess::SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID processID,
                                    const std::optional<std::string>& bundleIdentifier)
-    : context{.mac = mac, .processID = processID, .bundleIdentifier = bundleIdentifier},
-      contents{std::make_shared<Contents>(context, [this] { terminate(); })} {
-  running->processIdentifier = processID;
-  running->bundleIdentifier = bundleIdentifier;
-  running->terminate = [this] {
+    : context_{.mac = mac, .processID = processID, .bundleIdentifier = bundleIdentifier},
+      contents_{std::make_shared<Contents>(context_, [this] { terminate(); })} {
+  running_->processIdentifier = processID;
+  running_->bundleIdentifier = bundleIdentifier;
+  running_->terminate = [this] {
     if (hang_ && hang_ != Hang::reachable) return false;
-    context.mac.scheduler.schedule(Scheduler::Duration{0}, [this, thread = context.mainThread] {
+    context_.mac.scheduler.schedule(Scheduler::Duration{0}, [this, thread = context_.mainThread] {
       if (!thread->hasEnded()) quit();
     });
     return true;
   };
-  running->forceTerminate = [this] {
+  running_->forceTerminate = [this] {
     if (hang_ == Hang::unstoppable) return false;
     kill();
     return true;
@@ -23,8 +23,8 @@ SimulatedProcess::SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID pro
 }
 
 bool SimulatedProcess::launch() {
-  context.mac.applications.started(running);
-  const auto kept = contents;
+  context_.mac.applications.started(running_);
+  const auto kept = contents_;
   try {
     kept->keyrow.appDelegate().applicationDidFinishLaunching();
     return true;
@@ -35,8 +35,8 @@ bool SimulatedProcess::launch() {
 
 void SimulatedProcess::terminate() {
   if (hasEnded()) return;
-  contents->keyrow.appDelegate().applicationWillTerminate();
-  context.mac.whenKeyrowQuits();
+  contents_->keyrow.appDelegate().applicationWillTerminate();
+  context_.mac.whenKeyrowQuits();
   note("has quit");
   end();
 }
@@ -57,28 +57,29 @@ void SimulatedProcess::kill() {
 
 void SimulatedProcess::hang(Hang behaviour) {
   hang_ = behaviour;
-  context.mainThread->hang();
+  context_.mainThread->hang();
 }
 
 void SimulatedProcess::resume() {
   hang_.reset();
-  context.mainThread->resume();
+  context_.mainThread->resume();
 }
 
 void SimulatedProcess::note(const std::string& what) {
-  context.mac.timeline.add(TimelineEvent::Kind::process,
-                           "Keyrow " + std::to_string(processID()) + " " + what);
+  context_.mac.timeline.add(TimelineEvent::Kind::process,
+                            "Keyrow " + std::to_string(processID()) + " " + what);
 }
 
 void SimulatedProcess::end() {
   if (hasEnded()) return;
-  context.mainThread->end();
-  contents->platform.eventTaps.endThreads();
-  running->isTerminated = true;
+  context_.mainThread->end();
+  contents_->platform.eventTaps.endThreads();
+  running_->isTerminated = true;
   // Not now: the code that ends the process may be its own.
   const auto ticket =
-      context.mac.scheduler.schedule(Scheduler::Duration{0}, [this] { contents.reset(); });
-  tidyUp = DelayedCall{[&scheduler = context.mac.scheduler, ticket] { scheduler.cancel(ticket); }};
+      context_.mac.scheduler.schedule(Scheduler::Duration{0}, [this] { contents_.reset(); });
+  tidyUp_ =
+      DelayedCall{[&scheduler = context_.mac.scheduler, ticket] { scheduler.cancel(ticket); }};
 }
 
 }  // namespace keyrow::sim

@@ -34,15 +34,15 @@ class SimulatedProcess {
   SimulatedProcess(const SimulatedProcess&) = delete;
   SimulatedProcess& operator=(const SimulatedProcess&) = delete;
 
-  OpenHandles::ProcessID processID() const { return context.processID; }
+  OpenHandles::ProcessID processID() const { return context_.processID; }
 
   /// Whether it has ended; what follows is there until the machine gets to tidy up.
-  bool hasEnded() const { return context.mainThread->hasEnded(); }
-  Keyrow& keyrow() { return contents->keyrow; }
-  const Platform& platform() const { return contents->platform.ports(); }
-  SimulatedStatusItemView& statusItem() { return contents->platform.statusItem; }
-  SimulatedSettingsWindowView& settingsWindow() { return contents->platform.settingsWindow; }
-  SimulatedPlatform& simulatedPlatform() { return contents->platform; }
+  bool hasEnded() const { return context_.mainThread->hasEnded(); }
+  Keyrow& keyrow() { return contents_->keyrow; }
+  const Platform& platform() const { return contents_->platform.ports(); }
+  SimulatedStatusItemView& statusItem() { return contents_->platform.statusItem; }
+  SimulatedSettingsWindowView& settingsWindow() { return contents_->platform.settingsWindow; }
+  SimulatedPlatform& simulatedPlatform() { return contents_->platform; }
 
   /// Runs Keyrow's launch sequence; false when it was told to go while it waited for older
   /// instances, and did not live to see the end.
@@ -55,7 +55,7 @@ class SimulatedProcess {
   void quit();
 
   /// Runs work in its main thread, as soon as it answers.
-  void perform(std::function<void()> work) { context.mainThread->deliver(std::move(work)); }
+  void perform(std::function<void()> work) { context_.mainThread->deliver(std::move(work)); }
 
   /// The user opens the application although it runs.
   void reopen();
@@ -80,12 +80,12 @@ class SimulatedProcess {
   void note(const std::string& what);
   void end();
 
-  const ProcessContext context;
+  const ProcessContext context_;
   /// Shared with whatever is on the stack when the process ends.
-  std::shared_ptr<Contents> contents;
-  std::shared_ptr<RunningProcess> running = std::make_shared<RunningProcess>();
+  std::shared_ptr<Contents> contents_;
+  std::shared_ptr<RunningProcess> running_ = std::make_shared<RunningProcess>();
   std::optional<Hang> hang_;
-  DelayedCall tidyUp;
+  DelayedCall tidyUp_;
 };
 
 }  // namespace keyrow::sim

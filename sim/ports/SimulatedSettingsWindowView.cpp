@@ -33,7 +33,7 @@ void SimulatedSettingsWindowView::setFixedContentSize(ContentSize size) { conten
 bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
   const auto found = std::ranges::find(settingsTabs, title, &SettingsTab::title);
   if (found == settingsTabs.end()) return false;
-  selectedIndex = static_cast<std::size_t>(found - settingsTabs.begin());
+  selectedIndex_ = static_cast<std::size_t>(found - settingsTabs.begin());
   context_.mac.screen.note("settings window, " + std::string{title});
   contentSize_ = fittingSize;
   context_.mainThread->deliver([this] {
@@ -44,7 +44,7 @@ bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
 }
 
 void SimulatedSettingsWindowView::loadSelectedPane() {
-  if (selectedIndex == 0) {
+  if (selectedIndex_ == 0) {
     general_.load();
   } else {
     about_.load();

@@ -28,7 +28,7 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   /// How often the window was brought to the front.
   int broughtToFrontCount() const { return broughtToFrontCount_; }
   ContentSize contentSize() const { return contentSize_; }
-  const SettingsTab& selectedTab() const { return settingsTabs[selectedIndex]; }
+  const SettingsTab& selectedTab() const { return settingsTabs[selectedIndex_]; }
 
   /// The user selects a tab; false when there is none of that title.
   bool selectTab(std::string_view title);
@@ -46,7 +46,7 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   bool isVisible_ = false;
   int broughtToFrontCount_ = 0;
   ContentSize contentSize_ = settingsContentSize;
-  std::size_t selectedIndex = 0;
+  std::size_t selectedIndex_ = 0;
 };
 
 }  // namespace keyrow::sim

@@ -14,8 +14,8 @@ class SimulatedUpdateFramework final : public UpdateFramework {
 
   void start(UpdateFrameworkDelegate& delegate) override;
   void checkForUpdates() override;
-  bool automaticallyChecksForUpdates() override { return automaticallyChecks; }
-  void setAutomaticallyChecksForUpdates(bool checks) override { automaticallyChecks = checks; }
+  bool automaticallyChecksForUpdates() override { return automaticallyChecks_; }
+  void setAutomaticallyChecksForUpdates(bool checks) override { automaticallyChecks_ = checks; }
 
   bool isStarted() const { return delegate_ != nullptr; }
 
@@ -29,7 +29,7 @@ class SimulatedUpdateFramework final : public UpdateFramework {
  private:
   const ProcessContext& context_;
   UpdateFrameworkDelegate* delegate_ = nullptr;
-  bool automaticallyChecks = true;
+  bool automaticallyChecks_ = true;
 };
 
 }  // namespace keyrow::sim

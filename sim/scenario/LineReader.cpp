@@ -73,7 +73,7 @@ std::string shortened(std::string_view word) {
 bool LineReader::accept(std::string_view word) {
   const auto* token = peek();
   if (!token || token->isQuoted || token->text != word) return false;
-  ++next;
+  ++next_;
   return true;
 }
 
@@ -94,14 +94,14 @@ std::size_t LineReader::oneOf(std::span<const std::string_view> words) {
 std::string LineReader::word(std::string_view expected) {
   const auto* token = peek();
   if (!token || token->text.empty()) fail(expected);
-  ++next;
+  ++next_;
   return token->text;
 }
 
 std::string LineReader::quotedText(std::string_view expected) {
   const auto* token = peek();
   if (!token || !token->isQuoted || token->valueStart) fail(expected);
-  ++next;
+  ++next_;
   return token->text;
 }
 
@@ -119,7 +119,7 @@ std::chrono::nanoseconds LineReader::duration() {
   const auto* token = peek();
   const auto duration = token ? parseDuration(token->text) : std::nullopt;
   if (!duration) fail("a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h");
-  ++next;
+  ++next_;
   return *duration;
 }
 
@@ -129,7 +129,7 @@ std::chrono::nanoseconds LineReader::signedDuration() {
   const auto duration =
       isSigned ? parseDuration(std::string_view{token->text}.substr(1)) : std::nullopt;
   if (!duration) fail("a signed duration, such as +10ms or -0.2s");
-  ++next;
+  ++next_;
   return token->text.starts_with('-') ? -*duration : *duration;
 }
 
@@ -142,7 +142,7 @@ std::uint64_t LineReader::number(std::uint64_t largest) {
                                     : parseWhole<std::uint64_t>(text);
   }
   if (!number || *number > largest) fail("a whole number up to " + std::to_string(largest));
-  ++next;
+  ++next_;
   return *number;
 }
 
@@ -158,12 +158,12 @@ PropertyValue LineReader::value() {
   }
   const auto* token = peek();
   if (token && token->isQuoted) {
-    ++next;
+    ++next_;
     return token->text;
   }
   auto value = token ? parsePlainValue(token->text) : std::nullopt;
   if (!value) fail("a value: true, false, a number, a \"quoted text\", {} or KEY=VALUE ...");
-  ++next;
+  ++next_;
   return *std::move(value);
 }
 
@@ -174,11 +174,11 @@ std::optional<PropertyValue> LineReader::valueOrNone() {
 
 LineReader::Property LineReader::property(std::string_view expected) {
   if (!atProperty()) fail(expected);
-  const auto& token = line_->tokens[next];
+  const auto& token = line_->tokens[next_];
   const std::string_view text{token.text};
   const auto value = text.substr(*token.valueStart);
   if (value.empty() && !token.isQuoted) fail(expected);
-  ++next;
+  ++next_;
 
   Property property{std::string{text.substr(0, *token.valueStart - 1)}, std::nullopt};
   if (token.isQuoted) {
@@ -206,7 +206,7 @@ void LineReader::fail(std::string_view expected) const {
 }
 
 void LineReader::failBefore(std::string_view expected) {
-  --next;
+  --next_;
   fail(expected);
 }
 

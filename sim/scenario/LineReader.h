@@ -21,7 +21,7 @@ class LineReader {
  public:
   explicit LineReader(const TokenizedLine& line) : line_{&line} {}
 
-  bool atEnd() const { return next == line_->tokens.size(); }
+  bool atEnd() const { return next_ == line_->tokens.size(); }
 
   /// Takes the next word when it is this one.
   bool accept(std::string_view word);
@@ -80,10 +80,10 @@ class LineReader {
   [[noreturn]] void failBefore(std::string_view expected);
 
  private:
-  const Token* peek() const { return atEnd() ? nullptr : &line_->tokens[next]; }
+  const Token* peek() const { return atEnd() ? nullptr : &line_->tokens[next_]; }
 
   const TokenizedLine* line_;
-  std::size_t next = 0;
+  std::size_t next_ = 0;
 };
 
 }  // namespace keyrow::sim

@@ -13,7 +13,7 @@ Stage::Stage() {
 }
 
 SimulatedProcess* Stage::process() {
-  for (const auto& process : std::views::reverse(processes)) {
+  for (const auto& process : std::views::reverse(processes_)) {
     if (!process->hasEnded()) return process.get();
   }
   return nullptr;
@@ -21,18 +21,18 @@ SimulatedProcess* Stage::process() {
 
 int Stage::runningCount() {
   return static_cast<int>(
-      std::ranges::count_if(processes, [](const auto& process) { return !process->hasEnded(); }));
+      std::ranges::count_if(processes_, [](const auto& process) { return !process->hasEnded(); }));
 }
 
 bool Stage::isRunning(OpenHandles::ProcessID processID) {
-  return std::ranges::any_of(processes, [processID](const auto& process) {
+  return std::ranges::any_of(processes_, [processID](const auto& process) {
     return process->processID() == processID && !process->hasEnded();
   });
 }
 
 SimulatedProcess& Stage::startKeyrow() {
-  processes.push_back(std::make_unique<SimulatedProcess>(mac, ++lastProcessID));
-  return *processes.back();
+  processes_.push_back(std::make_unique<SimulatedProcess>(mac, ++lastProcessID_));
+  return *processes_.back();
 }
 
 void Stage::changeKey(const std::string& keyboard, const NamedKey& key, bool isDown) {
@@ -41,26 +41,26 @@ void Stage::changeKey(const std::string& keyboard, const NamedKey& key, bool isD
   if (const auto device = mac.keyboards.find(keyboard)) mac.sendInput(device, keyboardPage);
 
   if (isDown) {
-    heldFlags |= key.flags;
+    heldFlags_ |= key.flags;
   } else {
-    heldFlags &= ~key.flags;
+    heldFlags_ &= ~key.flags;
   }
   auto type = isDown ? keyEventType::keyDown : keyEventType::keyUp;
   if (key.flags != 0) type = keyEventType::flagsChanged;
   mac.postKeyEvent(
-      type, {.timestamp = mac.machAbsoluteTime(), .flags = heldFlags, .keyCode = key.keyCode});
+      type, {.timestamp = mac.machAbsoluteTime(), .flags = heldFlags_, .keyCode = key.keyCode});
 }
 
 void Stage::beginAction() {
-  std::erase_if(processes, [](const auto& process) { return process->hasEnded(); });
-  logLinesBefore = mac.log.lines().size();
-  eventsBefore = mac.timeline.events().size();
+  std::erase_if(processes_, [](const auto& process) { return process->hasEnded(); });
+  logLinesBefore_ = mac.log.lines().size();
+  eventsBefore_ = mac.timeline.events().size();
 }
 
 std::vector<LogEntry> Stage::recentLog() const {
   std::vector<LogEntry> entries;
   const auto lines = mac.log.lines();
-  for (auto index = logLinesBefore; index < lines.size(); ++index) {
+  for (auto index = logLinesBefore_; index < lines.size(); ++index) {
     entries.push_back(lines[index].entry);
   }
   return entries;
@@ -68,7 +68,7 @@ std::vector<LogEntry> Stage::recentLog() const {
 
 std::vector<TimelineEvent> Stage::recentTimeline() const {
   auto events = mac.timeline.events();
-  events.erase(events.begin(), events.begin() + static_cast<std::ptrdiff_t>(eventsBefore));
+  events.erase(events.begin(), events.begin() + static_cast<std::ptrdiff_t>(eventsBefore_));
   return events;
 }
 

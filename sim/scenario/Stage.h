@@ -47,20 +47,20 @@ class Stage {
   std::vector<TimelineEvent> recentTimeline() const;
 
   /// Where modes are stored, whether Keyrow runs or not.
-  StoredFnStates storedFnStates() { return StoredFnStates{defaults}; }
+  StoredFnStates storedFnStates() { return StoredFnStates{defaults_}; }
 
   /// Gives a registry entry ID that no keyboard has had yet.
-  std::uint64_t nextRegistryID() { return ++lastRegistryID; }
+  std::uint64_t nextRegistryID() { return ++lastRegistryID_; }
 
  private:
-  SimulatedUserDefaults defaults{mac, std::string{appIdentifier}};
-  std::vector<std::unique_ptr<SimulatedProcess>> processes;
-  OpenHandles::ProcessID lastProcessID = 500;
-  std::uint64_t lastRegistryID = 0x100000000;
+  SimulatedUserDefaults defaults_{mac, std::string{appIdentifier}};
+  std::vector<std::unique_ptr<SimulatedProcess>> processes_;
+  OpenHandles::ProcessID lastProcessID_ = 500;
+  std::uint64_t lastRegistryID_ = 0x100000000;
   /// Of the modifiers that are held.
-  std::uint64_t heldFlags = 0;
-  std::size_t logLinesBefore = 0;
-  std::size_t eventsBefore = 0;
+  std::uint64_t heldFlags_ = 0;
+  std::size_t logLinesBefore_ = 0;
+  std::size_t eventsBefore_ = 0;
 };
 
 }  // namespace keyrow::sim

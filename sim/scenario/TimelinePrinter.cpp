@@ -49,8 +49,8 @@ std::string timeOfDay(std::chrono::nanoseconds sinceSwitchedOn) {
 }  // namespace
 
 void TimelinePrinter::willPlay(const Scenario& scenario) {
-  lastTime.clear();
-  followsComment = false;
+  lastTime_.clear();
+  followsComment_ = false;
   if (detail_ == Detail::failuresOnly) return;
   out_ << '\n' << painted(bold, scenario.name) << "\n";
 }
@@ -58,14 +58,14 @@ void TimelinePrinter::willPlay(const Scenario& scenario) {
 void TimelinePrinter::willPlay(const Step& step, const SimulatedMac& mac) {
   if (detail_ == Detail::failuresOnly || step.kind == Step::Kind::expectation) return;
   if (step.kind == Step::Kind::comment) {
-    if (!followsComment) out_ << '\n';
+    if (!followsComment_) out_ << '\n';
     if (!step.text.empty()) out_ << "  " << step.text;
     out_ << '\n';
-    followsComment = true;
+    followsComment_ = true;
     return;
   }
-  if (followsComment) out_ << '\n';
-  followsComment = false;
+  if (followsComment_) out_ << '\n';
+  followsComment_ = false;
   out_ << timeColumn(mac.scheduler.now()) << "  " << painted(bold, step.text) << '\n';
 }
 
@@ -85,8 +85,8 @@ void TimelinePrinter::didPlay(const Scenario& scenario, const Step& step, const 
     return;
   }
   if (detail_ == Detail::failuresOnly || step.kind != Step::Kind::expectation) return;
-  if (followsComment) out_ << '\n';
-  followsComment = false;
+  if (followsComment_) out_ << '\n';
+  followsComment_ = false;
   out_ << std::string(14, ' ') << painted(green, "  ✓ " + step.text.substr(7)) << '\n';
 }
 
@@ -97,8 +97,8 @@ std::string TimelinePrinter::painted(std::string_view style, std::string_view te
 
 std::string TimelinePrinter::timeColumn(std::chrono::nanoseconds time) {
   const auto text = timeOfDay(time);
-  if (text == lastTime) return std::string(2 + text.size(), ' ');
-  lastTime = text;
+  if (text == lastTime_) return std::string(2 + text.size(), ' ');
+  lastTime_ = text;
   return "  " + painted(faint, text);
 }
 

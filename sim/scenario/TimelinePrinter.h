@@ -36,8 +36,8 @@ class TimelinePrinter final : public PlayListener {
   std::ostream& out_;
   const Detail detail_;
   const bool inColour_;
-  bool followsComment = false;
-  std::string lastTime;
+  bool followsComment_ = false;
+  std::string lastTime_;
 };
 
 }  // namespace keyrow::sim

@@ -20,14 +20,14 @@ class Tokenizer {
   std::expected<TokenizedLine, LineError> run() {
     if (const auto error = checkText()) return std::unexpected{*error};
     while (true) {
-      while (position < line_.size() && isBlank(line_[position])) ++position;
-      if (position == line_.size()) return std::move(result);
-      if (line_[position] == '#') {
-        result.comment = std::string{line_.substr(position + 1)};
-        return std::move(result);
+      while (position_ < line_.size() && isBlank(line_[position_])) ++position_;
+      if (position_ == line_.size()) return std::move(result_);
+      if (line_[position_] == '#') {
+        result_.comment = std::string{line_.substr(position_ + 1)};
+        return std::move(result_);
       }
       if (const auto error = takeToken()) return std::unexpected{*error};
-      result.endColumn = columnAt(position);
+      result_.endColumn = columnAt(position_);
     }
   }
 
@@ -57,29 +57,29 @@ class Tokenizer {
   }
 
   std::optional<LineError> takeToken() {
-    Token token{.text = {}, .column = columnAt(position), .isQuoted = false, .valueStart = {}};
-    while (position < line_.size() && !isBlank(line_[position])) {
+    Token token{.text = {}, .column = columnAt(position_), .isQuoted = false, .valueStart = {}};
+    while (position_ < line_.size() && !isBlank(line_[position_])) {
       const bool mayQuote = token.text.empty() || token.valueStart == token.text.size();
-      if (line_[position] == '"' && mayQuote && !token.isQuoted) {
+      if (line_[position_] == '"' && mayQuote && !token.isQuoted) {
         token.isQuoted = true;
         if (const auto error = takeQuoted(token.text)) return error;
-        if (position < line_.size() && !isBlank(line_[position])) {
-          return LineError{columnAt(position), "expected a blank after the quoted text"};
+        if (position_ < line_.size() && !isBlank(line_[position_])) {
+          return LineError{columnAt(position_), "expected a blank after the quoted text"};
         }
         break;
       }
-      token.text += line_[position];
-      if (line_[position] == '=' && !token.valueStart) token.valueStart = token.text.size();
-      ++position;
+      token.text += line_[position_];
+      if (line_[position_] == '=' && !token.valueStart) token.valueStart = token.text.size();
+      ++position_;
     }
-    result.tokens.push_back(std::move(token));
+    result_.tokens.push_back(std::move(token));
     return std::nullopt;
   }
 
   std::optional<LineError> takeQuoted(std::string& text) {
-    const auto start = position++;
-    while (position < line_.size()) {
-      const char c = line_[position++];
+    const auto start = position_++;
+    while (position_ < line_.size()) {
+      const char c = line_[position_++];
       if (c == '"') return std::nullopt;
       if (c != '\\') {
         text += c;
@@ -88,20 +88,20 @@ class Tokenizer {
       constexpr std::string_view escapes = "\"\\nt";
       constexpr std::string_view meanings = "\"\\\n\t";
       const auto which =
-          position < line_.size() ? escapes.find(line_[position]) : std::string_view::npos;
+          position_ < line_.size() ? escapes.find(line_[position_]) : std::string_view::npos;
       if (which == std::string_view::npos) {
-        return LineError{columnAt(position - 1), R"(expected \", \\, \n or \t)"};
+        return LineError{columnAt(position_ - 1), R"(expected \", \\, \n or \t)"};
       }
       text += meanings[which];
-      ++position;
+      ++position_;
     }
     return LineError{columnAt(start),
                      "expected a closing quotation mark for the text that begins here"};
   }
 
   const std::string_view line_;
-  std::size_t position = 0;
-  TokenizedLine result;
+  std::size_t position_ = 0;
+  TokenizedLine result_;
 };
 
 }  // namespace

@@ -48,13 +48,13 @@ class AppDelegateFixture : public SimulatedMacTest {
   /// The modes that were written to the hardware since the last call.
   std::vector<PropertyValue> takeWrittenModes() {
     auto all = mac.hid.writtenValues();
-    std::vector<PropertyValue> recent{all.begin() + seenWrites, all.end()};
-    seenWrites = static_cast<std::ptrdiff_t>(all.size());
+    std::vector<PropertyValue> recent{all.begin() + seenWrites_, all.end()};
+    seenWrites_ = static_cast<std::ptrdiff_t>(all.size());
     return recent;
   }
 
  private:
-  std::ptrdiff_t seenWrites = 0;
+  std::ptrdiff_t seenWrites_ = 0;
 };
 
 }  // namespace keyrow::sim

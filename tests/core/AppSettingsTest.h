@@ -17,7 +17,7 @@ class AppSettingsTest : public CoreTest {
     for (const std::string name :
          {"CapsLockIndicatorSettingDidChange", "ExternalFunctionKeysSettingDidChange",
           "EnhancedDiagnosticsSettingDidChange", "LocalToggleShortcutSettingDidChange"}) {
-      observers.push_back(process->platform().notificationCenter.addObserver(
+      observers_.push_back(process->platform().notificationCenter.addObserver(
           name, [this, name] { posted.push_back(name + " " + storedSettings()); }));
     }
   }
@@ -28,7 +28,7 @@ class AppSettingsTest : public CoreTest {
   std::vector<std::string> posted;
 
  private:
-  std::vector<ObserverToken> observers;
+  std::vector<ObserverToken> observers_;
 };
 
 }  // namespace keyrow::sim

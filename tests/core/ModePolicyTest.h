@@ -15,7 +15,7 @@ namespace keyrow::sim {
 class ModePolicyTest : public CoreTest {
  protected:
   ModePolicyTest() {
-    policy().setPresenter(&presenter);
+    policy().setPresenter(&presenter_);
     mac.timeline.setListener(
         [this](const TimelineEvent& event) { happenings.push_back(shortText(event)); });
   }
@@ -30,25 +30,25 @@ class ModePolicyTest : public CoreTest {
   /// Ends the preparations of a test: forgets what they made happen.
   void beginHere() {
     happenings.clear();
-    writesBefore = mac.defaults.writeCount();
-    hardwareWritesBefore = mac.hid.writtenValues().size();
-    linesBefore = mac.log.lines().size();
+    writesBefore_ = mac.defaults.writeCount();
+    hardwareWritesBefore_ = mac.hid.writtenValues().size();
+    linesBefore_ = mac.log.lines().size();
   }
 
   /// How often settings were written, also with the value that they had.
-  int settingsWrites() const { return mac.defaults.writeCount() - writesBefore; }
+  int settingsWrites() const { return mac.defaults.writeCount() - writesBefore_; }
 
   /// The values that were sent to the hardware, also if it had them.
   std::vector<std::string> sentModes() const {
     auto values = writtenValues();
-    values.erase(values.begin(), values.begin() + std::ptrdiff_t(hardwareWritesBefore));
+    values.erase(values.begin(), values.begin() + std::ptrdiff_t(hardwareWritesBefore_));
     return values;
   }
 
   /// The lines that were logged, as "category level: message".
   std::vector<std::string> newLogLines() const {
     auto lines = logLines();
-    lines.erase(lines.begin(), lines.begin() + std::ptrdiff_t(linesBefore));
+    lines.erase(lines.begin(), lines.begin() + std::ptrdiff_t(linesBefore_));
     return lines;
   }
 
@@ -100,10 +100,10 @@ class ModePolicyTest : public CoreTest {
     }
   }
 
-  Presenter presenter{*this};
-  int writesBefore = 0;
-  std::size_t hardwareWritesBefore = 0;
-  std::size_t linesBefore = 0;
+  Presenter presenter_{*this};
+  int writesBefore_ = 0;
+  std::size_t hardwareWritesBefore_ = 0;
+  std::size_t linesBefore_ = 0;
 };
 
 /// The keyboard that the tests issue commands from.

@@ -21,17 +21,17 @@ class FunctionRowPerformingTest : public KeyEventFixture {
     KeyEventFixture::SetUp();
     store("applyFnModeToExternalFunctionKeys", true);
     mac.timeline.setListener([this](const TimelineEvent& event) {
-      if (event.kind == TimelineEvent::Kind::key) keys.push_back(event.text);
+      if (event.kind == TimelineEvent::Kind::key) keys_.push_back(event.text);
     });
   }
 
   ExternalKeyboardFunctionRowMapper& mapper() { return keyrow().functionRowMapper(); }
 
   /// What the keys came to since the last call.
-  std::vector<std::string> takeKeys() { return std::exchange(keys, {}); }
+  std::vector<std::string> takeKeys() { return std::exchange(keys_, {}); }
 
  private:
-  std::vector<std::string> keys;
+  std::vector<std::string> keys_;
 };
 
 TEST_F(FunctionRowPerformingTest, AMediaKeyIsPressedAndReleasedWithItsKey) {

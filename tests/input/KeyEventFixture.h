@@ -28,7 +28,7 @@ class KeyEventFixture : public AppDelegateFixture {
   void useKeyboard(PropertyDictionary properties) {
     mac.scheduler.advance(std::chrono::seconds{10});
     mac.sendInput(std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
-                      .registryID = ++lastRegistryID, .properties = std::move(properties)}),
+                      .registryID = ++lastRegistryID_, .properties = std::move(properties)}),
                   7);
   }
 
@@ -47,7 +47,7 @@ class KeyEventFixture : public AppDelegateFixture {
   }
 
  private:
-  std::uint64_t lastRegistryID = 0;
+  std::uint64_t lastRegistryID_ = 0;
 };
 
 }  // namespace keyrow::sim

@@ -18,24 +18,24 @@ class CountingUserDefaults final : public UserDefaults {
  public:
   std::optional<PropertyValue> object(std::string_view key) override {
     ++readCount;
-    const auto found = values.find(key);
-    return found == values.end() ? std::nullopt : std::optional{found->second};
+    const auto found = values_.find(key);
+    return found == values_.end() ? std::nullopt : std::optional{found->second};
   }
-  std::uint64_t changeCount() override { return changes; }
+  std::uint64_t changeCount() override { return changes_; }
   void setObject(std::string_view key, const PropertyValue& value) override {
-    values.insert_or_assign(std::string{key}, value);
-    ++changes;
+    values_.insert_or_assign(std::string{key}, value);
+    ++changes_;
   }
   void removeObject(std::string_view key) override {
-    values.erase(std::string{key});
-    ++changes;
+    values_.erase(std::string{key});
+    ++changes_;
   }
 
   int readCount = 0;
 
  private:
-  std::map<std::string, PropertyValue, std::less<>> values;
-  std::uint64_t changes = 0;
+  std::map<std::string, PropertyValue, std::less<>> values_;
+  std::uint64_t changes_ = 0;
 };
 
 class KeySettingsTest : public SimulatedMacTest {

@@ -280,21 +280,21 @@ class RunningWorker {
  public:
   RunningWorker(DeferredEventTaps& taps, std::size_t index) {
     taps.whileRunning = [this] {
-      isRunning.set_value();
-      mayEnd.get_future().wait();
+      isRunning_.set_value();
+      mayEnd_.get_future().wait();
     };
-    thread = std::thread{taps.bodies[index]};
-    isRunning.get_future().wait();
+    thread_ = std::thread{taps.bodies[index]};
+    isRunning_.get_future().wait();
   }
 
   void end() {
-    mayEnd.set_value();
-    thread.join();
+    mayEnd_.set_value();
+    thread_.join();
   }
 
  private:
-  std::promise<void> isRunning, mayEnd;
-  std::thread thread;
+  std::promise<void> isRunning_, mayEnd_;
+  std::thread thread_;
 };
 
 TEST_F(WorkerTest, AWorkerThatEndsLeavesTheRunLoopOfANewerOneAlone) {

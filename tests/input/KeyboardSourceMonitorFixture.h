@@ -40,7 +40,7 @@ class KeyboardSourceMonitorFixture : public SimulatedMacTest {
 
   /// A keyboard that `productAt` tells apart from others by its name.
   Keyboard namedKeyboard(const std::string& name) {
-    return makeKeyboard(++lastRegistryID, {{"Product", name}});
+    return makeKeyboard(++lastRegistryID_, {{"Product", name}});
   }
 
   /// Lets the keyboard send an input at that mach tick.
@@ -67,7 +67,7 @@ class KeyboardSourceMonitorFixture : public SimulatedMacTest {
   }
 
  private:
-  std::uint64_t lastRegistryID = 100;
+  std::uint64_t lastRegistryID_ = 100;
 };
 
 }  // namespace keyrow::sim

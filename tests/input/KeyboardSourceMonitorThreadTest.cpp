@@ -85,8 +85,8 @@ class Questioner {
 
   void ask() {
     ++questions_;
-    pending.push_back(std::async(std::launch::async, [this] { monitor_->source(1'000); }));
-    const auto status = pending.back().wait_for(std::chrono::seconds{10});
+    pending_.push_back(std::async(std::launch::async, [this] { monitor_->source(1'000); }));
+    const auto status = pending_.back().wait_for(std::chrono::seconds{10});
     isAlwaysAnswered_ = isAlwaysAnswered_ && status == std::future_status::ready;
   }
 
@@ -97,7 +97,7 @@ class Questioner {
   KeyboardSourceMonitor* monitor_ = nullptr;
   int questions_ = 0;
   bool isAlwaysAnswered_ = true;
-  std::vector<std::future<void>> pending;
+  std::vector<std::future<void>> pending_;
 };
 
 class QuestioningDevice final : public HidDevice {
