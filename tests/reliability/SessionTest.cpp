@@ -19,9 +19,8 @@ using namespace std::chrono_literals;
 class SessionTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    for (const auto* line :
-         {"install com.example.one", "launch keyrow", "set global special",
-          "set override standard for com.example.one", "front com.example.one"}) {
+    for (const auto* line : {"install com.example.one", "launch keyrow", "front com.example.one",
+                             "click right", "choose \"Use F1-F12 in This App Only\""}) {
       ASSERT_EQ(session.play(line), "") << line;
     }
   }
@@ -59,7 +58,8 @@ TEST_F(SessionTest, SeesAnOverrideThatWasNeverWritten) {
 }
 
 TEST_F(SessionTest, SeesAGlobalModeThatWasNeverThere) {
-  ASSERT_EQ(session.play("set global standard"), "");
+  ASSERT_EQ(session.play("click right"), "");
+  ASSERT_EQ(session.play("choose \"Use F1-F12 by Default\""), "");
   session.disturb();
   EXPECT_EQ(verdict([this] { setStored("globalFnState", 0); }),
             "a global mode was stored that was never there");

@@ -143,9 +143,12 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"uninstall com.example.app", "play.txt:1:1: com.example.app is not installed"},
         Unmet{"unplug usb1", "play.txt:1:1: no keyboard usb1 is attached"},
         Unmet{"press A on usb1", "play.txt:1:1: no keyboard usb1 is attached"},
-        Unmet{"launch keyrow\ntoggle override on usb1",
-              "play.txt:2:1: no keyboard usb1 is attached"},
         Unmet{"click", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"click \"Quit\"", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"launch keyrow\nclick \"Quit\"", "play.txt:2:1: the settings window is closed"},
+        Unmet{"launch keyrow\nreopen keyrow\nclick \"Quiet\"",
+              "play.txt:3:1: nothing here can be clicked that says Quiet"},
+        Unmet{"choose \"Quit\"", "play.txt:1:1: Keyrow is not running"},
         Unmet{"hang keyrow", "play.txt:1:1: Keyrow is not running"},
         Unmet{"resume keyrow", "play.txt:1:1: Keyrow is not running"},
         Unmet{"reopen keyrow", "play.txt:1:1: Keyrow is not running"},
@@ -158,9 +161,7 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"wake", "play.txt:1:1: the Mac is awake"},
         Unmet{"sleep\nsleep", "play.txt:2:1: the Mac sleeps already"},
         Unmet{"quit keyrow", "play.txt:1:1: Keyrow is not running"},
-        Unmet{"kill keyrow", "play.txt:1:1: Keyrow is not running"},
-        Unmet{"clear override", "play.txt:1:1: Keyrow is not running"},
-        Unmet{"setting external-keys on", "play.txt:1:1: Keyrow is not running"}));
+        Unmet{"kill keyrow", "play.txt:1:1: Keyrow is not running"}));
 
 TEST(PlayTest, TheMachineStaysOnForAHundredYearsAndNotLonger) {
   std::string text;
@@ -173,15 +174,17 @@ TEST(PlayTest, TheMachineStaysOnForAHundredYearsAndNotLonger) {
 
 TEST(PlayTest, SettingsReachTheDefaults) {
   const auto played = play(
-      "launch keyrow\n"
-      "setting caps-lock-indicator on\nexpect defaults showCapsLockIndicator true\n"
-      "setting caps-lock-indicator off\nexpect defaults showCapsLockIndicator false\n"
-      "setting external-keys on\nexpect defaults applyFnModeToExternalFunctionKeys true\n"
-      "setting fn-replacement rightCommand\nexpect defaults fnReplacementModifier "
-      "\"rightCommand\"\n"
-      "setting fn-replacement none\nexpect defaults fnReplacementModifier none\n");
+      "launch keyrow\nreopen keyrow\n"
+      "click \"Show Caps Lock indicator\"\nexpect defaults showCapsLockIndicator true\n"
+      "click \"Show Caps Lock indicator\"\nexpect defaults showCapsLockIndicator false\n"
+      "click \"Apply Fn function to non-Apple vendor external F keys\"\n"
+      "expect defaults applyFnModeToExternalFunctionKeys true\n"
+      "choose \"Right Command\"\nexpect defaults fnReplacementModifier \"rightCommand\"\n"
+      "choose \"Off\"\nexpect defaults fnReplacementModifier none\n"
+      "tab About\nclick \"Include enhanced diagnostics in logs\"\n"
+      "expect defaults enhancedDiagnosticsEnabled true\n");
   EXPECT_EQ(played.output, "");
-  EXPECT_EQ(played.result.metExpectations, 5);
+  EXPECT_EQ(played.result.metExpectations, 6);
 }
 
 TEST(PlayTest, TheTimelineReadsLikeAStory) {
