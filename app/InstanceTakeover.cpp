@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "app/AppLogTexts.h"
 #include "app/DiagnosticsLog.h"
 #include "core/AppIdentifier.h"
 
@@ -56,8 +57,7 @@ void InstanceTakeover::takeOverPreviousInstances() {
     if (!other->terminate()) other->forceTerminate();
   }
   if (waitForTermination(others, forcedTimeout)) return;
-  use_.appLog.notice(
-      "A previous instance did not exit during takeover. Continuing with the current instance.");
+  use_.appLog.notice(appLogText::instanceDidNotExit);
 }
 
 void InstanceTakeover::postInstanceTakeover(std::int32_t targetProcess,

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "core/StateLogTexts.h"
+
 namespace keyrow {
 
 namespace {
@@ -63,7 +65,7 @@ void FnStateController::persistGlobalFnState(FnState state, FnStatePersistReason
   const bool standard = state == FnState::standard;
   globalPreferences_.setValue(fnStateDefaultsKey, standard);
   if (!globalPreferences_.synchronize()) {
-    stateLog_.error("Failed to synchronize the global function key mode to NSUserDefaults.");
+    stateLog_.error(stateLogText::failedToSynchronizePreference);
     return;
   }
   if (reason == FnStatePersistReason::quiet) return;
@@ -79,7 +81,7 @@ void FnStateController::persistStoredGlobalFnState(FnStatePersistReason reason) 
   }
   const auto hardware = readFnState();
   if (!hardware) {
-    stateLog_.error("Failed to read the current function key mode before persisting defaults: " +
+    stateLog_.error(std::string{stateLogText::failedToReadBeforePersisting} +
                     std::string{errorDescription(hardware.error())});
     return;
   }

@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "core/StateLogTexts.h"
+
 namespace keyrow {
 
 namespace {
@@ -33,7 +35,7 @@ void ModePolicy::syncStoredGlobalFnState(FnState state, bool applyToFrontmost,
                                          std::string_view origin) {
   if (storedFnStates_.global() == state) return;
   storedFnStates_.setGlobal(state);
-  stateLog_.notice("Synchronized the stored global function key mode " + std::string{origin} +
+  stateLog_.notice(std::string{stateLogText::synchronizedGlobal} + std::string{origin} +
                    ": " + std::string{modeText(state)} + ".");
   if (!applyToFrontmost || overrideOf(workspace_.frontmostBundleIdentifier())) return;
   if (apply(state, applyGlobalAction, nullptr)) setScope(false);
@@ -89,20 +91,18 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
   if (!apply(*global, applyGlobalAction, source)) return;
   setScope(false);
   storedFnStates_.removeLocal(*frontmost);
-  stateLog_.notice("Cleared the current app override and restored the global function key mode" +
+  stateLog_.notice(std::string{stateLogText::clearedOverride} +
                    suffixes + ".");
 }
 
 void ModePolicy::restoreGlobalFnState() {
   const auto global = storedGlobalFnState();
   if (!global) {
-    stateLog_.notice(
-        "Unable to restore the global function key mode before termination because no global "
-        "state is stored.");
+    stateLog_.notice(stateLogText::cannotRestoreGlobal);
     return;
   }
   if (const auto written = fnStateController_.writeFnState(*global); !written) {
-    stateLog_.error("Failed to restore the global function key mode before termination: " +
+    stateLog_.error(std::string{stateLogText::failedToRestoreGlobal} +
                     std::string{errorDescription(written.error())});
     return;
   }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/AppIdentifier.h"
+#include "input/InputLogTexts.h"
 
 namespace keyrow {
 
@@ -25,7 +26,7 @@ std::string reasonText(std::uint32_t eventType) {
 
 bool KeyboardEventTapController::startEventTap() {
   if (installEventTap()) return true;
-  inputLog_.error("Failed to create the keyboard event tap.");
+  inputLog_.error(inputLogText::failedToCreateTap);
   return false;
 }
 
@@ -61,7 +62,7 @@ void KeyboardEventTapController::recoverEventTap(std::uint32_t eventType) {
   if (installEventTap()) {
     inputLog_.notice("Rebuilt the keyboard event tap after " + reason);
   } else {
-    inputLog_.error("Failed to recover the keyboard event tap after " + reason);
+    inputLog_.error(std::string{inputLogText::failedToRecoverTap} + reason);
   }
 }
 

@@ -15,10 +15,10 @@ struct SwitchTitles {
   std::string_view toSpecial;
   std::string_view toStandard;
 };
-constexpr SwitchTitles globalTitles{"Use Media & System Controls by Default",
-                                    "Use F1-F12 by Default"};
-constexpr SwitchTitles localTitles{"Use Media & System Controls in This App Only",
-                                   "Use F1-F12 in This App Only"};
+constexpr SwitchTitles globalTitles{statusMenuTitle::globalToSpecial,
+                                    statusMenuTitle::globalToStandard};
+constexpr SwitchTitles localTitles{statusMenuTitle::localToSpecial,
+                                   statusMenuTitle::localToStandard};
 
 MenuItem separator() { return {.isSeparator = true}; }
 
@@ -63,9 +63,13 @@ std::vector<MenuItem> makeStatusMenu(const StatusMenuState& state) {
           heading("Frontmost App Only"),
           std::move(local),
           separator(),
-          {.title = "Settings…", .action = MenuAction::openPreferences, .keyEquivalent = ","},
+          {.title = std::string{statusMenuTitle::settings},
+           .action = MenuAction::openPreferences,
+           .keyEquivalent = ","},
           separator(),
-          {.title = "Quit", .action = MenuAction::quit, .keyEquivalent = "q"}};
+          {.title = std::string{statusMenuTitle::quit},
+           .action = MenuAction::quit,
+           .keyEquivalent = "q"}};
 }
 
 }  // namespace keyrow

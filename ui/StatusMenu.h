@@ -3,12 +3,23 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/FnReplacementModifier.h"
 #include "core/FnState.h"
 
 namespace keyrow {
+
+/// The titles of the items that can be chosen.
+namespace statusMenuTitle {
+inline constexpr std::string_view globalToSpecial = "Use Media & System Controls by Default";
+inline constexpr std::string_view globalToStandard = "Use F1-F12 by Default";
+inline constexpr std::string_view localToSpecial = "Use Media & System Controls in This App Only";
+inline constexpr std::string_view localToStandard = "Use F1-F12 in This App Only";
+inline constexpr std::string_view settings = "Settings…";
+inline constexpr std::string_view quit = "Quit";
+}  // namespace statusMenuTitle
 
 /// What choosing a menu item does.
 enum class MenuAction {
