@@ -43,7 +43,7 @@ Crash playUntilCrash(const sim::Scenario& scenario, std::uint64_t point, Session
     throw sim::ProcessEnded{};
   });
   for (const auto& step : scenario.steps) {
-    if (step.kind != sim::Step::Kind::action) continue;
+    if (!step.action()) continue;
     auto problem = session.play(step);
     if (!crash.isKilled) continue;
     crash.problem = std::move(problem);

@@ -20,7 +20,7 @@ Replay playWithFaults(const sim::Scenario& scenario, std::set<std::uint64_t> fai
   session.stage.mac.faults.failOverallCalls(std::move(failingCalls));
   Replay replay;
   for (const auto& step : scenario.steps) {
-    if (step.kind != sim::Step::Kind::action) continue;
+    if (!step.action()) continue;
     const auto problem = session.play(step);
     if (replay.problem.empty() && !problem.empty()) {
       replay.problem = "line " + std::to_string(step.line) + ": " + problem;

@@ -1,22 +1,20 @@
 #pragma once
 
-#include <optional>
-#include <string>
-#include <string_view>
-
-#include "core/FnState.h"
 #include "reliability/ModeModel.h"
+#include "sim/scenario/Action.h"
 
 namespace keyrow::reliability {
 
-/// The mode that scenarios call so; absent for all else.
-std::optional<FnState> modeNamed(std::string_view name);
+/// Whether it lets something fail that the model knows, until the next repair.
+bool isKnownFault(const sim::Fail& fail);
 
-/// Whether the line lets something fail that the model knows, until the next repair.
-bool isKnownFault(const std::string& line);
+/// Lets the model do what a line of a scenario does; false when it does not know what comes of
+/// it. Of the lines that let something fail it takes only known faults.
+bool happen(const sim::Action& action, ModeModel& model);
 
-/// Lets the model do what a line of a scenario says; false when it does not know the line.
-/// Of the lines that let something fail it takes only known faults.
-bool happen(const std::string& line, ModeModel& model);
+/// Whether these are just the keys of the shortcut that clears the override or flips the global
+/// mode, or of the one that flips the override, as it is in the beginning.
+bool isGlobalShortcut(const sim::Keys& keys);
+bool isLocalShortcut(const sim::Keys& keys);
 
 }  // namespace keyrow::reliability

@@ -4,13 +4,34 @@
 #include <string_view>
 #include <utility>
 
+#include "core/StateLogTexts.h"
+#include "input/InputLogTexts.h"
 #include "reliability/ModelLines.h"
 #include "reliability/StageChecks.h"
 #include "sim/ports/SimulatedMainRunLoop.h"
+#include "sim/scenario/EventPattern.h"
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/ScenarioPlayer.h"
+#include "ui/FnReplacementMenu.h"
 
 namespace keyrow::reliability {
+
+namespace {
+
+/// Whether somebody else writes Keyrow's settings.
+bool isAnothersHand(const sim::Action& action) {
+  return std::holds_alternative<sim::WriteDefaults>(action) ||
+         std::holds_alternative<sim::AddOverride>(action);
+}
+
+/// The mode that the simulated Mac calls so; absent for all else.
+std::optional<FnState> modeNamed(std::string_view name) {
+  if (name == "special") return FnState::special;
+  if (name == "standard") return FnState::standard;
+  return std::nullopt;
+}
+
+}  // namespace
 
 Session::Session() {
   model_.installed = {"com.apple.finder", "com.apple.systempreferences",
@@ -27,7 +48,6 @@ std::string Session::play(const std::string& line) {
 std::string Session::play(const sim::Step& step) {
   const auto before = look();
   farewells_.clear();
-  const auto& line = step.text;
   const bool wasDisturbed = isDisturbed();
   sim::Outcome outcome;
   bool isCutShort = false;
@@ -38,18 +58,23 @@ std::string Session::play(const sim::Step& step) {
     stage.mac.scheduler.runReady();
   }
 
-  if (outcome.kind == sim::Outcome::Kind::done) {
-    const bool isKnown = !isCutShort && tellModel(line, before) && followFrontmost();
+  const auto* action = step.action();
+  if (!action) return outcome.message;
+  if (outcome.kind != sim::Outcome::Kind::done && !stage.recentTimeline().empty()) {
+    // Though something about it was wrong, it was carried out.
+    adoptActual(/*isSwitch=*/false);
+  } else if (outcome.kind == sim::Outcome::Kind::done) {
+    const bool isKnown = !isCutShort && tellModel(*action, before) && followFrontmost();
     const bool isDisturbedNow = wasDisturbed || isDisturbed();
     if (!isKnown || isDisturbedNow) {
-      adoptActual(/*isSwitch=*/line.starts_with("front ") && !isDisturbedNow);
+      adoptActual(/*isSwitch=*/std::holds_alternative<sim::Front>(*action) && !isDisturbedNow);
     } else {
       ++comparedCount_;
     }
   }
-  for (auto problem : {compareWithModel(), wrongStorage(line, before), wrongLoss(line, before),
-                       wrongAdoption(line, before), wrongImage(), wrongFarewell(before),
-                       wrongTap(line, before), leaks(stage)}) {
+  for (auto problem : {compareWithModel(), wrongStorage(*action, before),
+                       wrongLoss(*action, before), wrongAdoption(*action, before), wrongImage(),
+                       wrongFarewell(before), wrongTap(*action, before), leaks(stage)}) {
     if (!problem.empty()) return problem;
   }
   return {};
@@ -62,7 +87,9 @@ Session::Before Session::look() {
   return {.state = actualState(),
           .runningProcess = process ? std::optional{process->processID()} : std::nullopt,
           .runningCount = stage.runningCount(),
-          .writtenCount = stage.mac.hid.writtenValues().size(),
+          .shortcutTitle =
+              process ? process->simulatedPlatform().general.localShortcutTitle : std::string{},
+          .writtenCount = stage.mac.hid.writtenCount(),
           .isTapWorking = stage.mac.eventTaps.enabledCount() > 0,
           .isAsleep = stage.mac.power.isAsleep(),
           .alertCount = stage.mac.screen.alerts().size()};
@@ -96,40 +123,49 @@ bool Session::isDisturbed() {
          (process && process->isHanging());
 }
 
-bool Session::tellModel(const std::string& line, const Before& before) {
-  if (line == "repair") hasUnknownFault_ = false;
-  if (line.starts_with("fail ") && !isKnownFault(line)) {
+bool Session::tellModel(const sim::Action& action, const Before& before) {
+  if (std::holds_alternative<sim::Repair>(action)) hasUnknownFault_ = false;
+  if (const auto* fail = std::get_if<sim::Fail>(&action); fail && !isKnownFault(*fail)) {
     hasUnknownFault_ = true;
     // What was not synchronized comes later, even after a repair.
-    if (line.starts_with("fail synchronize-preferences")) isModelLeftOut_ = true;
+    if (fail->call == sim::PortCall::synchronizePreferences) isModelLeftOut_ = true;
     return false;
   }
-  if (line == "launch keyrow") {
-    // The older instance hears of it, and goes.
-    if (model_.isRunning) model_.quit();
-    isShownUncertain_ = !model_.canRead || !model_.state.hardware;
-    isPreviousUncertain_ = false;
-    model_.launch();
+  if (const auto* takeover = std::get_if<sim::PostTakeover>(&action)) {
+    if (before.runningProcess && takeover->isMeantFor(*before.runningProcess)) model_.quit();
     return true;
   }
-  if (line.starts_with("post takeover targetPID=")) {
-    const bool isMeant =
-        before.runningProcess &&
-        line == "post takeover targetPID=" + std::to_string(*before.runningProcess);
-    if (isMeant) model_.quit();
-    return true;
+  if (givesKeysAnotherMeaning(action, before)) areKeysUncertain_ = true;
+  if (const auto* press = std::get_if<sim::Press>(&action)) {
+    if (areKeysUncertain_) return false;
+    const bool isShortcut = isGlobalShortcut(press->keys) || isLocalShortcut(press->keys);
+    if (isShortcut && (!before.isTapWorking || !model_.isRunning)) return true;
   }
-  for (const auto* start : {"hold ", "setting shortcut ", "setting fn-replacement ",
-                            "click \"Fn + ", "choose \"Right Option\""}) {
-    if (line.starts_with(start)) areKeysUncertain_ = true;
-  }
-  if (areKeysUncertain_ && line.starts_with("press ")) return false;
-  const bool isShortcut = line.starts_with("press fn+escape ") || line.starts_with("press fn+` ");
-  if (isShortcut && (!before.isTapWorking || !model_.isRunning)) return true;
-  if (line.starts_with("front ") && !canFollowSwitch()) return false;
+  if (std::holds_alternative<sim::Front>(action) && !canFollowSwitch()) return false;
   // Whoever cannot read now tries again later.
-  if (!model_.canRead || !model_.state.hardware) isShownUncertain_ = true;
-  return happen(line, model_);
+  const bool canRead = model_.canRead && model_.state.hardware;
+  if (std::holds_alternative<sim::Launch>(action)) {
+    isShownUncertain_ = !canRead;
+    isPreviousUncertain_ = false;
+  } else if (!canRead) {
+    isShownUncertain_ = true;
+  }
+  return happen(action, model_);
+}
+
+/// Whether keys are held from now on, or another key is or may become a shortcut.
+bool Session::givesKeysAnotherMeaning(const sim::Action& action, const Before& before) {
+  if (std::holds_alternative<sim::HoldDown>(action)) return true;
+  if (const auto* click = std::get_if<sim::ClickControl>(&action)) {
+    return click->title == before.shortcutTitle;
+  }
+  if (const auto* choose = std::get_if<sim::Choose>(&action)) {
+    return std::ranges::find(fnReplacementItems(), choose->title, &FnReplacementItem::title) !=
+           fnReplacementItems().end();
+  }
+  const auto* write = std::get_if<sim::WriteDefaults>(&action);
+  return write && (write->key == settingsKey::fnReplacementModifier ||
+                   write->key == settingsKey::localToggleShortcutKeyCode);
 }
 
 /// Keyrow comes to the front when it shows its window; false when the model cannot follow.
@@ -172,14 +208,12 @@ std::string Session::compareWithModel() {
   return "there is: " + text(actual) + "; there should be: " + text(expected);
 }
 
-std::string Session::wrongStorage(const std::string& line, const Before& before) {
-  // Somebody else's hand.
-  if (line.starts_with("defaults ")) return {};
+std::string Session::wrongStorage(const sim::Action& action, const Before& before) {
+  if (isAnothersHand(action)) return {};
   const auto now = actualState();
-  const auto written = stage.mac.hid.writtenValues();
+  const auto written = stage.mac.hid.writtenValues(before.writtenCount);
   const auto wasWritten = [&](FnState mode) {
-    return std::find(written.begin() + static_cast<std::ptrdiff_t>(before.writtenCount),
-                     written.end(), PropertyValue{rawValue(mode)}) != written.end();
+    return std::ranges::find(written, PropertyValue{rawValue(mode)}) != written.end();
   };
   for (const auto& [app, mode] : now.overrides) {
     const auto found = before.state.overrides.find(app);
@@ -189,17 +223,17 @@ std::string Session::wrongStorage(const std::string& line, const Before& before)
   if (!now.global || now.global == before.state.global || wasWritten(*now.global)) return {};
   // What is adopted was there: in the keyboard, or in the system preference, which may be an
   // old one where it could not be synchronized.
-  if (hasFailed("synchronize-preferences")) return {};
+  if (hasFailed(sim::PortCall::synchronizePreferences)) return {};
   for (const auto& seen : {before.state.hardware, now.hardware, before.state.preference}) {
     if (seen == now.global) return {};
   }
   return "a global mode was stored that was never there";
 }
 
-std::string Session::wrongLoss(const std::string& line, const Before& before) {
-  if (line.starts_with("defaults ") || hasLogged("Cleared the current app override")) return {};
+std::string Session::wrongLoss(const sim::Action& action, const Before& before) {
+  if (isAnothersHand(action) || hasLogged(stateLogText::clearedOverride)) return {};
   // To Keyrow it looks as if the application had been removed.
-  if (hasFailed("find-application")) return {};
+  if (hasFailed(sim::PortCall::findApplication)) return {};
   const auto now = actualState();
   for (const auto& [app, mode] : before.state.overrides) {
     if (!now.overrides.contains(app) && stage.mac.applications.isInstalled(app)) {
@@ -212,17 +246,23 @@ std::string Session::wrongLoss(const std::string& line, const Before& before) {
 /// Whoever changes the mode by hand takes it from the override; whatever Keyrow writes that
 /// is not the global mode is an override's. Of two instances, one that hung cannot know what
 /// the other one wrote meanwhile.
-std::string Session::wrongAdoption(const std::string& line, const Before& before) {
+std::string Session::wrongAdoption(const sim::Action& action, const Before& before) {
   const bool wasOfOverride = isHardwareOfOverride_;
-  const auto written = stage.mac.hid.writtenValues();
+  const auto written = stage.mac.hid.writtenValues(before.writtenCount);
   const auto global = actualState().global;
-  if (line.starts_with("system-settings ") || line.starts_with("hardware ")) {
+  if (std::holds_alternative<sim::ChangeInSystemSettings>(action) ||
+      std::holds_alternative<sim::ChangeHardware>(action)) {
     isHardwareOfOverride_ = false;
-  } else if (written.size() > before.writtenCount) {
+  } else if (!written.empty()) {
+    // Where nothing is stored, what was written was meant for all applications, unless the one
+    // in front has an override.
+    const auto& frontmost = stage.mac.applications.frontmost();
+    const bool hasOverride = frontmost && stage.storedFnStates().local(*frontmost);
     isHardwareOfOverride_ =
-        before.runningCount <= 1 && (!global || written.back() != PropertyValue{rawValue(*global)});
+        before.runningCount <= 1 && !hasFailed(sim::PortCall::writeDefaults) &&
+        (global ? written.back() != PropertyValue{rawValue(*global)} : hasOverride);
   }
-  const bool isAdopted = hasLogged("Synchronized the stored global function key mode");
+  const bool isAdopted = hasLogged(stateLogText::synchronizedGlobal);
   return isAdopted && wasOfOverride && global == before.state.hardware
              ? "an override became the global mode"
              : "";
@@ -250,47 +290,49 @@ std::string Session::wrongFarewell(const Before& before) {
 /// What is wrong with what a Keyrow left behind that has gone, or has fallen asleep.
 std::string Session::wrongState(const ModeModel::State& left, bool isGone) {
   if (!left.global) return {};
-  const bool mayPreferenceDiffer =
-      hasLogged("Failed to synchronize the global function key mode") ||
-      hasLogged("Failed to read the current function key mode before persisting defaults");
+  const bool mayPreferenceDiffer = hasLogged(stateLogText::failedToSynchronizePreference) ||
+                                   hasLogged(stateLogText::failedToReadBeforePersisting);
   if (left.preference != left.global && !mayPreferenceDiffer) {
     return "the system preference is not the global mode";
   }
-  const bool mayHardwareDiffer =
-      hasLogged("Failed to restore the global function key mode before termination") ||
-      hasLogged("Unable to restore the global function key mode before termination");
+  const bool mayHardwareDiffer = hasLogged(stateLogText::failedToRestoreGlobal) ||
+                                 hasLogged(stateLogText::cannotRestoreGlobal);
   if (isGone && left.hardware != left.global && !mayHardwareDiffer) {
     return "the keyboard is not in the global mode";
   }
   return {};
 }
 
-std::string Session::wrongTap(const std::string& line, const Before& before) {
+std::string Session::wrongTap(const sim::Action& action, const Before& before) {
   auto* process = stage.process();
   if (stage.mac.eventTaps.enabledCount() > 0) {
-    tapOwner_ = tapStarter_ = process ? std::optional{process->processID()} : std::nullopt;
+    // Of several instances, it may be any one's.
+    tapOwner_.reset();
+    if (stage.runningCount() == 1) tapOwner_ = tapStarter_ = process->processID();
     return {};
   }
   const bool isAlone = stage.runningCount() == 1 && !process->isHanging();
-  const bool isExplained = hasLogged("Failed to create the keyboard event tap.") ||
-                           hasLogged("Failed to recover the keyboard event tap") ||
+  const bool isExplained = hasLogged(inputLogText::failedToCreateTap) ||
+                           hasLogged(inputLogText::failedToRecoverTap) ||
                            stage.mac.screen.alerts().size() > before.alertCount;
-  if (isAlone && !isExplained && mustHaveTap(line, before)) {
+  if (isAlone && !isExplained && mustHaveTap(action, before)) {
     return "there is no event tap, and nobody has said why";
   }
-  const bool isExcused = line == "disable tap silently" || isExplained || !isAlone ||
+  const auto* disable = std::get_if<sim::DisableTap>(&action);
+  const bool isExcused = (disable && disable->announcement == 0) || isExplained || !isAlone ||
                          process->processID() != tapOwner_;
   if (isExcused) tapOwner_.reset();
   return tapOwner_ ? "the event tap is dead, and nobody has said why" : "";
 }
 
 /// A launch with both permissions brings a tap, and so does waking up where there was one.
-bool Session::mustHaveTap(const std::string& line, const Before& before) {
+bool Session::mustHaveTap(const sim::Action& action, const Before& before) {
   auto& mac = stage.mac;
-  if (line == "launch keyrow") {
+  if (std::holds_alternative<sim::Launch>(action)) {
     return before.runningCount == 0 && mac.isAccessibilityGranted && mac.isInputMonitoringGranted;
   }
-  return line == "wake" && before.isAsleep && stage.process()->processID() == tapStarter_;
+  return std::holds_alternative<sim::Wake>(action) && before.isAsleep &&
+         stage.process()->processID() == tapStarter_;
 }
 
 bool Session::hasLogged(std::string_view beginning) {
@@ -300,10 +342,11 @@ bool Session::hasLogged(std::string_view beginning) {
 }
 
 /// Whether this call has failed since the line began.
-bool Session::hasFailed(std::string_view call) {
-  return std::ranges::any_of(stage.recentTimeline(), [&](const sim::TimelineEvent& event) {
-    return event.kind == sim::TimelineEvent::Kind::fault && event.text.starts_with(call);
-  });
+bool Session::hasFailed(sim::PortCall call) {
+  const sim::EventPattern failure{sim::TimelineEvent::Kind::fault,
+                                  {std::string{sim::info(call).name}}};
+  return std::ranges::any_of(stage.recentTimeline(),
+                             [&](const auto& event) { return failure.matches(event); });
 }
 
 }  // namespace keyrow::reliability

@@ -43,6 +43,8 @@ class Session {
     ModeModel::State state;
     std::optional<sim::OpenHandles::ProcessID> runningProcess;
     int runningCount = 0;
+    /// What the button of the per-app shortcut says.
+    std::string shortcutTitle;
     std::size_t writtenCount = 0;
     bool isTapWorking = false;
     bool isAsleep = false;
@@ -52,23 +54,24 @@ class Session {
   Before look();
   ModeModel::State actualState();
   bool isDisturbed();
-  /// Lets the model do what the line says; false when it does not know the line.
-  bool tellModel(const std::string& line, const Before& before);
+  /// Lets the model do what the line does; false when it does not know the line.
+  bool tellModel(const sim::Action& action, const Before& before);
+  static bool givesKeysAnotherMeaning(const sim::Action& action, const Before& before);
   bool followFrontmost();
   bool canFollowSwitch() const;
   void adoptActual(bool isSwitch);
   std::string compareWithModel();
 
-  std::string wrongStorage(const std::string& line, const Before& before);
-  std::string wrongLoss(const std::string& line, const Before& before);
-  std::string wrongAdoption(const std::string& line, const Before& before);
+  std::string wrongStorage(const sim::Action& action, const Before& before);
+  std::string wrongLoss(const sim::Action& action, const Before& before);
+  std::string wrongAdoption(const sim::Action& action, const Before& before);
   std::string wrongImage();
   std::string wrongFarewell(const Before& before);
-  std::string wrongTap(const std::string& line, const Before& before);
+  std::string wrongTap(const sim::Action& action, const Before& before);
   std::string wrongState(const ModeModel::State& left, bool isGone);
   bool hasLogged(std::string_view beginning);
-  bool hasFailed(std::string_view call);
-  bool mustHaveTap(const std::string& line, const Before& before);
+  bool hasFailed(sim::PortCall call);
+  bool mustHaveTap(const sim::Action& action, const Before& before);
 
   ModeModel model_;
   bool isModelLeftOut_ = false;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "app/AppLogTexts.h"
 #include "reliability/StageChecks.h"
 #include "reliability/Sweeps.h"
 #include "sim/scenario/ScenarioParser.h"
@@ -43,8 +44,8 @@ std::string text(const Grid& grid) {
 /// it in the wrong mode.
 void prepare(sim::Stage& stage) {
   for (const auto* line :
-       {"install com.example.one", "launch keyrow", "set global special",
-        "set override standard for com.example.one", "front com.example.one", "quit keyrow"}) {
+       {"install com.example.one", "launch keyrow", "front com.example.one", "click right",
+        "choose \"Use F1-F12 in This App Only\"", "quit keyrow"}) {
     sim::playStep(**sim::parseLine(line, 1), stage);
   }
 }
@@ -71,11 +72,8 @@ std::string problemOf(const Grid& grid) {
   scheduler.advance(2min);
 
   const auto log = stage.recentLog();
-  const bool isExplained = std::ranges::any_of(log, [](const LogEntry& entry) {
-    return entry.message ==
-           "A previous instance did not exit during takeover. Continuing with the current "
-           "instance.";
-  });
+  const bool isExplained = std::ranges::any_of(
+      log, [](const LogEntry& entry) { return entry.message == appLogText::instanceDidNotExit; });
   auto* last = stage.process();
   if (!last) return "none is left";
   if (stage.runningCount() > 1 && (!isExplained || grid.hang == sim::Hang::unreachable)) {

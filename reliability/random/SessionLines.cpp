@@ -4,6 +4,7 @@
 
 #include <array>
 #include <ostream>
+#include <sstream>
 #include <string_view>
 
 #include "reliability/Session.h"
@@ -53,16 +54,15 @@ Text portCall() {
 Text userLine() {
   return rc::gen::weightedOneOf<std::string>(
       {{8, before(app(), "front ")},
-       {1, rc::gen::just(std::string{"front none"})},
-       {4, oneOf({"toggle override", "toggle global", "clear override"})},
-       {2, before(mode(), "set global ")},
-       {2, rc::gen::map(rc::gen::pair(mode(), app()),
-                        [](const auto& pair) {
-                          return "set override " + pair.first + " for " + pair.second;
-                        })},
+       {1, oneOf({"front none", "front unnamed"})},
+       {4, oneOf({"press fn+` on internal", "press fn+escape on internal", "click"})},
+       {5, oneOf({"click right\nchoose \"Use F1-F12 by Default\"",
+                  "click right\nchoose \"Use Media & System Controls by Default\"",
+                  "click right\nchoose \"Use F1-F12 in This App Only\"",
+                  "click right\nchoose \"Use Media & System Controls in This App Only\""})},
        {4, rc::gen::map(
                rc::gen::pair(oneOf({"fn+escape", "fn+`", "escape", "f1", "f5", "f12",
-                                    "left-control+escape", "a", "t", "f3", "caps-lock", "fn+f5"}),
+                                    "left-control+escape", "a", "t", "f3", "fn+f5"}),
                              keyboard()),
                [](const auto& pair) { return "press " + pair.first + " on " + pair.second; })},
        {1, rc::gen::map(rc::gen::pair(oneOf({"hold fn+`", "repeat fn+` 3 times", "release fn+`",
@@ -81,6 +81,8 @@ Text userLine() {
                   "unplug keypad", "unplug ghost"})},
        {3, oneOf({"wait 1ms", "wait 120ms", "wait 0.35s", "wait 2s", "wait 10min"})},
        {3, oneOf({"launch keyrow", "quit keyrow", "kill keyrow", "reopen keyrow"})},
+       {1, oneOf({"quit keyrow 501", "kill keyrow 502", "flags-changed F5 with fn",
+                  "press F5 on usb late 5ms"})},
        {5, oneOf({"click",
                   "click right",
                   "close menu",
@@ -101,16 +103,24 @@ Text userLine() {
                   "click \"Accessibility Permission\"",
                   "click \"Apply Fn function to non-Apple vendor external F keys\"",
                   "click \"Include enhanced diagnostics in logs\""})},
-       {2, oneOf({"setting caps-lock-indicator on", "setting caps-lock-indicator off",
-                  "setting external-keys on", "setting external-keys off",
-                  "setting enhanced-diagnostics on", "setting enhanced-diagnostics off",
-                  "setting fn-replacement none", "setting fn-replacement leftControl",
-                  "setting shortcut 17 \"t\"", "setting shortcut default", "click \"Fn + `\"",
-                  "click \"Fn + T\"", "click \"Reset\"", "choose \"Right Option\"",
-                  "choose \"Off\""})},
+       {2,
+        oneOf({"reopen keyrow\ntab General\nclick \"Show Caps Lock indicator\"",
+               "reopen keyrow\ntab General\n"
+               "click \"Apply Fn function to non-Apple vendor external F keys\"",
+               "reopen keyrow\ntab About\nclick \"Include enhanced diagnostics in logs\"",
+               "reopen keyrow\ntab General\nclick \"Fn + `\"\npress t on internal",
+               "defaults write showCapsLockIndicator true", "defaults delete showCapsLockIndicator",
+               "defaults write applyFnModeToExternalFunctionKeys true",
+               "defaults write enhancedDiagnosticsEnabled true",
+               "defaults write enhancedDiagnosticsEnabled false",
+               "defaults write fnReplacementModifier \"leftControl\"",
+               "defaults write localToggleShortcutKeyCode 17", "click \"Fn + `\"",
+               "click \"Fn + T\"", "click \"Reset\"", "choose \"Right Option\"",
+               "choose \"Off\""})},
        {1, oneOf({"preference true", "preference false", "preference none",
                   "defaults write globalFnState 1", "defaults delete globalFnState",
                   "defaults write localFnState com.example.one=0",
+                  "defaults add localFnState com.example.two=standard",
                   "defaults write localFnState \"odd\""})},
        {1,
         oneOf({"answer \"Open Accessibility Settings\"", "login-item on",
@@ -141,9 +151,11 @@ Text otherFault() {
        {2, behind(before(portCall(), "fail "), " always")},
        {1, behind(before(portCall(), "fail "), " 2 times")},
        {1, behind(before(portCall(), "fail "), " after 1")},
+       {1, behind(before(portCall(), "fail "), " 2 times after 2")},
        {4, rc::gen::just(std::string{"repair"})},
        {1, oneOf({"hang keyrow", "hang keyrow unreachable", "hang keyrow unstoppable"})},
-       {2, rc::gen::just(std::string{"resume keyrow"})}});
+       {1, rc::gen::just(std::string{"hang keyrow 501"})},
+       {2, oneOf({"resume keyrow", "resume keyrow 501"})}});
 }
 
 rc::Gen<SessionLines> session() {
@@ -152,9 +164,16 @@ rc::Gen<SessionLines> session() {
   return rc::gen::mapcat(rc::gen::arbitrary<bool>(), [](bool isWithinModel) {
     auto line = rc::gen::weightedOneOf<std::string>(
         {{12, userLine()}, {1, knownFault()}, {isWithinModel ? 0U : 3U, otherFault()}});
-    return rc::gen::map(
-        rc::gen::container<std::vector<std::string>>(std::move(line)),
-        [](std::vector<std::string> lines) { return SessionLines{std::move(lines)}; });
+    return rc::gen::map(rc::gen::container<std::vector<std::string>>(std::move(line)),
+                        [](const std::vector<std::string>& groups) {
+                          SessionLines session;
+                          for (const auto& group : groups) {
+                            std::istringstream lines{group};
+                            for (std::string one; std::getline(lines, one);)
+                              session.lines.push_back(one);
+                          }
+                          return session;
+                        });
   });
 }
 

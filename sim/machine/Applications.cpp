@@ -11,7 +11,30 @@ void Applications::uninstall(std::string_view bundleIdentifier) {
 
 void Applications::activate(std::optional<std::string> bundleIdentifier) {
   frontmost_ = std::move(bundleIdentifier);
+  isFrontmostUnnamed_ = false;
+  if (frontmost_) {
+    std::erase(recent_, *frontmost_);
+    recent_.push_back(*frontmost_);
+  }
   activationObservers_.notify();
+}
+
+void Applications::activateUnnamed() {
+  frontmost_.reset();
+  isFrontmostUnnamed_ = true;
+  activationObservers_.notify();
+}
+
+std::string Applications::nameOfFrontmost() const {
+  if (isFrontmostUnnamed_) return "an application without an identifier";
+  return frontmost_.value_or("nobody");
+}
+
+void Applications::ended(std::string_view bundleIdentifier) {
+  if (!running(bundleIdentifier).empty()) return;
+  std::erase(recent_, bundleIdentifier);
+  if (frontmost_ != bundleIdentifier) return;
+  activate(recent_.empty() ? std::nullopt : std::optional{recent_.back()});
 }
 
 void Applications::started(std::shared_ptr<RunningProcess> process) {

@@ -29,6 +29,7 @@ class Applications {
  public:
   void install(std::string bundleIdentifier) { installed_.insert(std::move(bundleIdentifier)); }
   void uninstall(std::string_view bundleIdentifier);
+  const std::set<std::string, std::less<>>& installed() const { return installed_; }
   bool isInstalled(std::string_view bundleIdentifier) const {
     return installed_.contains(bundleIdentifier);
   }
@@ -36,8 +37,18 @@ class Applications {
   /// The frontmost application; absent when there is none or it has no identifier.
   const std::optional<std::string>& frontmost() const { return frontmost_; }
 
-  /// Brings an application to the front and tells the observers.
+  /// The same in words, for none or one without an identifier, too.
+  std::string nameOfFrontmost() const;
+
+  /// Brings an application to the front and tells the observers; absent stands for none.
   void activate(std::optional<std::string> bundleIdentifier);
+
+  /// Brings an application without a bundle identifier to the front.
+  void activateUnnamed();
+
+  /// The last process of an application has ended. Where it was in front, the application
+  /// that was there before it comes to the front again.
+  void ended(std::string_view bundleIdentifier);
 
   /// Calls `handler` at every activation.
   Registration observeActivation(std::function<void()> handler) {
@@ -52,6 +63,9 @@ class Applications {
  private:
   std::set<std::string, std::less<>> installed_;
   std::optional<std::string> frontmost_;
+  bool isFrontmostUnnamed_ = false;
+  /// Those that have been in front and have an identifier, each once, the last one last.
+  std::vector<std::string> recent_;
   ObserverList<> activationObservers_;
   std::vector<std::shared_ptr<RunningProcess>> processes_;
 };

@@ -8,11 +8,13 @@ namespace keyrow::sim {
 void EventTapServer::insert(std::shared_ptr<ServedTap> tap) {
   const std::scoped_lock guard{mutex_};
   taps_.insert(taps_.begin(), std::move(tap));
+  tell();
 }
 
 void EventTapServer::setEnabled(ServedTap& tap, bool enabled) {
   const std::scoped_lock guard{mutex_};
   tap.isEnabled = enabled && tap.isValid;
+  tell();
 }
 
 bool EventTapServer::isEnabled(const ServedTap& tap) const {
@@ -30,6 +32,7 @@ void EventTapServer::invalidate(ServedTap& tap) {
   tap.isValid = false;
   tap.isEnabled = false;
   std::erase_if(taps_, [&tap](const auto& one) { return one.get() == &tap; });
+  tell();
 }
 
 bool EventTapServer::post(std::uint32_t type, const KeyEvent& event) {
@@ -56,6 +59,7 @@ void EventTapServer::disableAll(std::uint32_t announcedType) {
     {
       const std::scoped_lock guard{mutex_};
       tap->isEnabled = false;
+      tell();
       runLoop = tap->runLoop;
     }
     if (announcedType == 0 || !runLoop) continue;
@@ -67,6 +71,13 @@ int EventTapServer::enabledCount() const {
   const std::scoped_lock guard{mutex_};
   return static_cast<int>(
       std::ranges::count_if(taps_, [](const auto& tap) { return tap->isEnabled; }));
+}
+
+void EventTapServer::tell() {
+  const bool works = std::ranges::any_of(taps_, [](const auto& tap) { return tap->isEnabled; });
+  if (std::exchange(isWorking_, works) == works) return;
+  timeline_.addChange(TimelineEvent::Kind::tap, {}, works ? "missing" : "working",
+                      works ? "working" : "missing");
 }
 
 std::vector<std::shared_ptr<ServedTap>> EventTapServer::valid() const {

@@ -9,6 +9,7 @@
 #include "platform/EventTaps.h"
 #include "sim/machine/OpenHandles.h"
 #include "sim/machine/SimulatedRunLoop.h"
+#include "sim/machine/Timeline.h"
 
 namespace keyrow::sim {
 
@@ -26,6 +27,8 @@ struct ServedTap {
 /// first. Safe to use from any thread.
 class EventTapServer {
  public:
+  explicit EventTapServer(Timeline& timeline) : timeline_{timeline} {}
+
   void insert(std::shared_ptr<ServedTap> tap);
   void setEnabled(ServedTap& tap, bool enabled);
   bool isEnabled(const ServedTap& tap) const;
@@ -43,10 +46,15 @@ class EventTapServer {
 
  private:
   std::vector<std::shared_ptr<ServedTap>> valid() const;
+  /// Puts on the timeline whether a tap works, where that has changed.
+  void tell();
+
+  Timeline& timeline_;
 
   /// Guards the fields below and those of the taps.
   mutable std::mutex mutex_;
   std::vector<std::shared_ptr<ServedTap>> taps_;
+  bool isWorking_ = false;
 };
 
 }  // namespace keyrow::sim

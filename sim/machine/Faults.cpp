@@ -6,7 +6,9 @@ namespace keyrow::sim {
 
 void Faults::fail(PortCall call, std::uint64_t times, std::uint64_t passing) {
   const std::scoped_lock guard{mutex_};
-  plans_[static_cast<std::size_t>(call)] = {passing, times};
+  auto& plan = plans_[static_cast<std::size_t>(call)];
+  plan.passing = passing;
+  plan.failing = times;
 }
 
 void Faults::failOverallCalls(std::set<std::uint64_t> numbers) {
@@ -16,7 +18,7 @@ void Faults::failOverallCalls(std::set<std::uint64_t> numbers) {
 
 void Faults::repair() {
   const std::scoped_lock guard{mutex_};
-  plans_ = {};
+  for (auto& plan : plans_) plan.passing = plan.failing = 0;
 }
 
 void Faults::clear() {
@@ -28,6 +30,7 @@ bool Faults::strikes(PortCall call) {
   const std::scoped_lock guard{mutex_};
   ++overallCount_;
   auto& plan = plans_[static_cast<std::size_t>(call)];
+  ++plan.asked;
   if (plan.passing > 0) {
     --plan.passing;
   } else if (plan.failing > 0) {
@@ -35,6 +38,16 @@ bool Faults::strikes(PortCall call) {
     return true;
   }
   return failingOverallCalls_.contains(overallCount_);
+}
+
+std::uint64_t Faults::failuresLeft(PortCall call) const {
+  const std::scoped_lock guard{mutex_};
+  return plans_[static_cast<std::size_t>(call)].failing;
+}
+
+std::uint64_t Faults::callCount(PortCall call) const {
+  const std::scoped_lock guard{mutex_};
+  return plans_[static_cast<std::size_t>(call)].asked;
 }
 
 std::uint64_t Faults::overallCallCount() const {

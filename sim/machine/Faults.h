@@ -16,7 +16,8 @@ class Faults {
  public:
   static constexpr std::uint64_t always = std::numeric_limits<std::uint64_t>::max();
 
-  /// Lets the next `times` calls fail, after `passing` calls that still work.
+  /// Lets the next `times` calls fail, after `passing` calls that still work, in place of
+  /// what was planned for this call before.
   void fail(PortCall call, std::uint64_t times, std::uint64_t passing = 0);
 
   /// Lets just these calls of all fail, counted from 1 and from the start of the machine.
@@ -31,13 +32,21 @@ class Faults {
   /// Counts a call, and tells whether it is to fail.
   bool strikes(PortCall call);
 
+  /// How many more calls of this kind will fail; 0 when none is to.
+  std::uint64_t failuresLeft(PortCall call) const;
+
   /// How many calls have asked so far.
   std::uint64_t overallCallCount() const;
+
+  /// How many calls of this kind have asked so far.
+  std::uint64_t callCount(PortCall call) const;
 
  private:
   struct Plan {
     std::uint64_t passing = 0;
     std::uint64_t failing = 0;
+    /// How many calls have asked, in all.
+    std::uint64_t asked = 0;
   };
 
   /// Guards all fields.

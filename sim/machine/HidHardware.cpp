@@ -55,9 +55,14 @@ std::string_view HidHardware::modeName() const {
   return nameOfMode(parameters_);
 }
 
-std::vector<PropertyValue> HidHardware::writtenValues() const {
+std::vector<PropertyValue> HidHardware::writtenValues(std::size_t start) const {
   const std::scoped_lock guard{mutex_};
-  return writtenValues_;
+  return {writtenValues_.begin() + static_cast<std::ptrdiff_t>(start), writtenValues_.end()};
+}
+
+std::size_t HidHardware::writtenCount() const {
+  const std::scoped_lock guard{mutex_};
+  return writtenValues_.size();
 }
 
 void HidHardware::noteWrittenValue(const PropertyValue& value) {
@@ -69,8 +74,7 @@ void HidHardware::publish(std::optional<PropertyValue> parameters) {
   const auto before = nameOfMode(parameters_);
   parameters_ = std::move(parameters);
   const auto after = nameOfMode(parameters_);
-  if (before == after) return;
-  timeline_.add(TimelineEvent::Kind::hardware, std::string{before} + " → " + std::string{after});
+  timeline_.addChange(TimelineEvent::Kind::hardware, {}, std::string{before}, std::string{after});
 }
 
 }  // namespace keyrow::sim

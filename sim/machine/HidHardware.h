@@ -29,8 +29,10 @@ class HidHardware {
   /// "HIDFKeyMode" in words: "special", "standard", or "unreadable" for all else.
   std::string_view modeName() const;
 
-  /// Every value that was written through a connection, oldest first.
-  std::vector<PropertyValue> writtenValues() const;
+  /// The values that were written through a connection, oldest first; all of them, or those
+  /// from the `start`-th on, counted from 0.
+  std::vector<PropertyValue> writtenValues(std::size_t start = 0) const;
+  std::size_t writtenCount() const;
   void noteWrittenValue(const PropertyValue& value);
 
  private:

@@ -20,7 +20,7 @@ struct ModifierName {
 /// `NX_DEVICE…KEYMASK` (IOLLEvent.h). A name without a side means the left one.
 constexpr std::array<ModifierName, 14> modifierNames{{
     {"fn", {63, keyEventFlag::secondaryFn}},
-    {"caps-lock", {57, 0x10000}},
+    {"caps-lock", {capsLockKeyCode, 0x10000}},
     {"left-control", {59, keyEventFlag::control | 0x1}},
     {"right-control", {62, keyEventFlag::control | 0x2000}},
     {"left-option", {58, keyEventFlag::option | 0x20}},
@@ -88,7 +88,8 @@ std::string keyEventText(std::uint32_t type, const KeyEvent& event) {
   if (type == keyEventType::keyUp) text += " up";
   if (type == keyEventType::flagsChanged) {
     const auto* modifier = findModifier(event.keyCode);
-    return text + (modifier && (event.flags & modifier->key.flags) != 0 ? " down" : " up");
+    if (modifier) return text + ((event.flags & modifier->key.flags) != 0 ? " down" : " up");
+    text += " flags";
   }
   std::string modifiers;
   for (const auto& [flag, name] : flagNames) {

@@ -6,6 +6,7 @@ namespace keyrow::sim {
 
 void Keyboards::attach(const std::string& name, SimulatedKeyboard keyboard) {
   if (keyboard.registryID) names_.insert_or_assign(*keyboard.registryID, name);
+  everAttached_.insert(name);
   attached_.insert_or_assign(name, std::make_shared<const SimulatedKeyboard>(std::move(keyboard)));
   changeObservers_.notify(Change::attached);
 }
@@ -21,6 +22,12 @@ bool Keyboards::unplug(std::string_view name) {
 std::shared_ptr<const SimulatedKeyboard> Keyboards::find(std::string_view name) const {
   const auto found = attached_.find(name);
   return found == attached_.end() ? nullptr : found->second;
+}
+
+std::vector<std::string> Keyboards::attachedNames() const {
+  std::vector<std::string> names;
+  for (const auto& [name, keyboard] : attached_) names.push_back(name);
+  return names;
 }
 
 void Keyboards::setProperty(std::string_view name, const std::string& key, PropertyValue value) {

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +49,12 @@ class Keyboards {
   /// The device of that name; null when there is none.
   std::shared_ptr<const SimulatedKeyboard> find(std::string_view name) const;
 
+  /// The names of all that are attached.
+  std::vector<std::string> attachedNames() const;
+
+  /// Whether there ever was a device of that name.
+  bool wasAttached(std::string_view name) const { return everAttached_.contains(name); }
+
   /// Changes a property of a device; does nothing when there is none of that name.
   void setProperty(std::string_view name, const std::string& key, PropertyValue value);
 
@@ -72,6 +79,7 @@ class Keyboards {
 
  private:
   std::map<std::string, std::shared_ptr<const SimulatedKeyboard>, std::less<>> attached_;
+  std::set<std::string, std::less<>> everAttached_;
   std::map<std::uint64_t, std::string> names_;
   ObserverList<const KeyboardInput&> inputObservers_;
   ObserverList<Change> changeObservers_;

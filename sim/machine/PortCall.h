@@ -33,6 +33,7 @@ enum class PortCall {
   createKeyEventSource,
   copyDevices,
   readLog,
+  writeDefaults,
 };
 
 /// One port call: the name that scenarios use, and what its failing looks like.
@@ -42,7 +43,7 @@ struct PortCallInfo {
 };
 
 /// In the order of `PortCall`.
-inline constexpr std::array<PortCallInfo, 24> portCalls{{
+inline constexpr std::array<PortCallInfo, 25> portCalls{{
     {"find-service", "IOServiceGetMatchingService finds no service"},
     {"read-service-property", "IORegistryEntryCreateCFProperty gives nothing"},
     {"open-connection", "IOServiceOpen is refused"},
@@ -67,6 +68,7 @@ inline constexpr std::array<PortCallInfo, 24> portCalls{{
     {"create-key-event-source", "CGEventSourceCreate gives nothing"},
     {"copy-devices", "IOHIDManagerCopyDevices gives nothing"},
     {"read-log", "the log store cannot be read"},
+    {"write-defaults", "a setting that is written or removed stays as it was"},
 }};
 
 constexpr const PortCallInfo& info(PortCall call) {

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "sim/machine/ObserverList.h"
+#include "sim/machine/PropertyText.h"
 #include "sim/machine/Timeline.h"
 
 namespace keyrow::sim {
@@ -18,13 +19,13 @@ class Power {
   void sleep() {
     sleepObservers_.notify();
     isAsleep_ = true;
-    timeline_.add(TimelineEvent::Kind::screen, "the Mac sleeps");
+    timeline_.add(TimelineEvent::Kind::screen, {quoted("the Mac sleeps")});
   }
 
   /// Wakes up, and tells the processes.
   void wake() {
     isAsleep_ = false;
-    timeline_.add(TimelineEvent::Kind::screen, "the Mac wakes up");
+    timeline_.add(TimelineEvent::Kind::screen, {quoted("the Mac wakes up")});
     wakeObservers_.notify();
   }
 

@@ -1,7 +1,10 @@
 #include "sim/machine/PropertyStore.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "core/AppSettings.h"
+#include "core/FnState.h"
 #include "sim/machine/PropertyText.h"
 
 namespace keyrow::sim {
@@ -24,13 +27,47 @@ void PropertyStore::setValue(std::string_view domain, std::string_view key,
   const auto before = found == values.end() ? std::nullopt : std::optional{found->second};
   if (before == value) return;
 
-  timeline_.add(kind_, std::string{key} + " = " + propertyText(value));
+  tell(key, before, value);
   if (value) {
     values.insert_or_assign(std::string{key}, *std::move(value));
   } else {
     values.erase(found);
   }
   ++changeCount_;
+}
+
+void PropertyStore::tell(std::string_view key, const std::optional<PropertyValue>& before,
+                         const std::optional<PropertyValue>& after) {
+  const bool isPreference = kind_ == TimelineEvent::Kind::preference;
+  if (!isPreference && key == settingsKey::localFnState && tellOverrides(before, after)) return;
+  std::vector<std::string> terms;
+  if (!isPreference) terms.emplace_back(key);
+  timeline_.addChange(kind_, std::move(terms), propertyText(before), propertyText(after));
+}
+
+/// Tells of each override that came, went or changed; false when that is not all there is to
+/// tell, because there is something else than modes.
+bool PropertyStore::tellOverrides(const std::optional<PropertyValue>& before,
+                                  const std::optional<PropertyValue>& after) {
+  std::map<std::string, std::pair<std::string, std::string>> changes;
+  const auto note = [&](const std::optional<PropertyValue>& value, auto side) {
+    if (!value) return true;
+    if (!value->dictionary()) return false;
+    return std::ranges::all_of(*value->dictionary(), [&](const auto& entry) {
+      const auto* raw = entry.second.integer();
+      const auto mode = raw ? fnStateFromRawValue(*raw) : std::nullopt;
+      auto& change = changes.try_emplace(entry.first, "none", "none").first->second;
+      change.*side = mode == FnState::standard ? "standard" : "special";
+      return mode.has_value();
+    });
+  };
+  using Sides = std::pair<std::string, std::string>;
+  if (!note(before, &Sides::first) || !note(after, &Sides::second)) return false;
+  std::erase_if(changes, [](const auto& one) { return one.second.first == one.second.second; });
+  for (auto& [app, sides] : changes) {
+    timeline_.addChange(TimelineEvent::Kind::override_, {app}, sides.first, sides.second);
+  }
+  return !changes.empty();
 }
 
 PropertyDictionary PropertyStore::domain(std::string_view domain) const {

@@ -17,7 +17,8 @@ namespace keyrow::sim {
 /// Safe to use from any thread.
 class PropertyStore {
  public:
-  /// Changes appear on the timeline as events of this kind.
+  /// Changes appear on the timeline as events of this kind: `preference` for the system
+  /// preference, `defaults` for settings.
   PropertyStore(Timeline& timeline, TimelineEvent::Kind kind) : timeline_{timeline}, kind_{kind} {}
 
   std::optional<PropertyValue> value(std::string_view domain, std::string_view key) const;
@@ -35,6 +36,11 @@ class PropertyStore {
   int writeCount() const;
 
  private:
+  void tell(std::string_view key, const std::optional<PropertyValue>& before,
+            const std::optional<PropertyValue>& after);
+  bool tellOverrides(const std::optional<PropertyValue>& before,
+                     const std::optional<PropertyValue>& after);
+
   Timeline& timeline_;
   const TimelineEvent::Kind kind_;
   /// Guards the fields below.

@@ -1,5 +1,7 @@
 #include "sim/machine/PropertyText.h"
 
+#include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <sstream>
@@ -12,6 +14,12 @@ std::string quoted(std::string_view text) {
     if (c == '"' || c == '\\') result += '\\';
     if (c == '\n') {
       result += "\\n";
+    } else if (c == '\t') {
+      result += "\\t";
+    } else if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
+      std::array<char, 8> escape{};
+      std::snprintf(escape.data(), escape.size(), "\\u{%02X}", static_cast<unsigned>(c));
+      result += escape.data();
     } else {
       result += c;
     }
@@ -45,12 +53,15 @@ std::string propertyText(const std::optional<PropertyValue>& value) {
   if (const auto* number = value->floatingPoint()) {
     return numberText(*number);
   }
-  std::string text{"{"};
+  if (value->dictionary()->empty()) return "{}";
+  std::string text;
   for (const auto& [key, entry] : *value->dictionary()) {
-    if (text.size() > 1) text += ' ';
-    text += key + "=" + propertyText(entry);
+    if (!text.empty()) text += ' ';
+    text += key + "=" +
+            (entry.dictionary() && !entry.dictionary()->empty() ? "{" + propertyText(entry) + "}"
+                                                                : propertyText(entry));
   }
-  return text + "}";
+  return text;
 }
 
 }  // namespace keyrow::sim

@@ -7,7 +7,8 @@
 
 namespace keyrow::sim {
 
-/// The value as scenarios write it: true, 3, 0.5, "text", {key=value}; "none" when absent.
+/// The value as scenarios write it: true, 3, 0.5, "text", key=value ...; "none" when absent,
+/// and {} for a dictionary without entries.
 std::string propertyText(const std::optional<PropertyValue>& value);
 
 /// The text in quotation marks, with the escapes that scenarios use.

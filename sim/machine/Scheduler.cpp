@@ -22,6 +22,11 @@ void Scheduler::cancel(const Ticket& ticket) {
   cancelled = pending_.extract(ticket);
 }
 
+void Scheduler::allow(std::uint64_t count) {
+  const std::scoped_lock guard{mutex_};
+  allowedCount_ = eventCount_ + count;
+}
+
 void Scheduler::runReady() {
   while (runNextUntil(now())) {
   }
@@ -41,6 +46,7 @@ bool Scheduler::runNextUntil(Duration deadline) {
   {
     const std::scoped_lock guard{mutex_};
     if (pending_.empty() || pending_.begin()->first.first > deadline) return false;
+    if (++eventCount_ > allowedCount_) throw TooMuchHappens{};
     next = pending_.extract(pending_.begin());
     time_ = std::max(time_, next.key().first);
   }

@@ -1,13 +1,22 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <exception>
 #include <functional>
+#include <limits>
 #include <map>
 #include <mutex>
 #include <utility>
 
 namespace keyrow::sim {
+
+/// Thrown where so much happens at once that it has to be a mistake.
+class TooMuchHappens : public std::exception {
+ public:
+  const char* what() const noexcept override { return "too much happens"; }
+};
 
 /// Virtual time, and what is to happen in it. Time passes only in `advance`, and then
 /// at once. Work may be scheduled from any thread; it runs in the thread that runs the
@@ -26,6 +35,13 @@ class Scheduler {
   /// Drops work that has not run; does nothing when it has.
   void cancel(const Ticket& ticket);
 
+  /// Counts something that happened, other than work that was scheduled.
+  void noteEvent() { ++eventCount_; }
+
+  /// From now on no more than so many events and pieces of work may come; then `runReady`
+  /// and `advance` throw `TooMuchHappens`. Without this there is no limit.
+  void allow(std::uint64_t count);
+
   /// Runs what is due now, and what that makes due now.
   void runReady();
 
@@ -35,10 +51,12 @@ class Scheduler {
  private:
   bool runNextUntil(Duration deadline);
 
-  /// Guards all fields.
+  std::atomic<std::uint64_t> eventCount_{0};
+  /// Guards the fields below.
   mutable std::mutex mutex_;
   Duration time_{0};
   std::uint64_t scheduledCount_ = 0;
+  std::uint64_t allowedCount_ = std::numeric_limits<std::uint64_t>::max();
   std::map<Ticket, std::function<void()>> pending_;
 };
 

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "sim/machine/PropertyText.h"
-
 namespace keyrow::sim {
 
 int Screen::showAlert(const Alert& alert) {
@@ -14,7 +12,13 @@ int Screen::showAlert(const Alert& alert) {
   auto pressed = std::prev(alert.buttons.end());
   if (!answers_.empty()) {
     const auto found = std::ranges::find(alert.buttons, answers_.front());
-    if (found != alert.buttons.end()) pressed = found;
+    if (found != alert.buttons.end()) {
+      pressed = found;
+    } else {
+      wrongAnswer_ = "the alert " + quoted(alert.messageText) + " has no button " +
+                     quoted(answers_.front()) + ", but";
+      for (const auto button : alert.buttons) wrongAnswer_ += " " + quoted(button);
+    }
     answers_.pop_front();
   }
   note("the user presses " + quoted(*pressed));

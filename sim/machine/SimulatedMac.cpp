@@ -20,13 +20,12 @@ std::uint64_t SimulatedMac::machAbsoluteTime() const {
          machTimebase.numer;
 }
 
-bool SimulatedMac::strikes(PortCall call) {
+bool SimulatedMac::call(PortCall call) {
   trace.add(info(call).name);
   crashPoints.pass();
-  if (!faults.strikes(call)) return false;
-  timeline.add(TimelineEvent::Kind::fault,
-               std::string{info(call).name} + ": " + std::string{info(call).failure});
-  return true;
+  if (!faults.strikes(call)) return true;
+  timeline.add(TimelineEvent::Kind::fault, {std::string{info(call).name}});
+  return false;
 }
 
 void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
@@ -37,14 +36,13 @@ void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
 
 void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
   if (!eventTaps.post(type, event)) return;
-  timeline.add(TimelineEvent::Kind::key, keyEventText(type, event) + " reaches " +
-                                             applications.frontmost().value_or("nobody"));
+  timeline.add(TimelineEvent::Kind::key,
+               {quoted(keyEventText(type, event) + " reaches " + applications.nameOfFrontmost())});
   keyEventObservers_.notify(type, event);
 }
 
 void SimulatedMac::setCapsLock(bool isOn, const std::string& keyboard) {
-  /// `kVK_CapsLock` (HIToolbox Events.h), `kCGEventFlagMaskAlphaShift` (CGEventTypes.h).
-  constexpr std::uint16_t capsLockKeyCode = 57;
+  /// `kCGEventFlagMaskAlphaShift` (CGEventTypes.h).
   constexpr std::uint64_t alphaShift = 0x10000;
   isCapsLockOn = isOn;
   keyboards.setProperty(keyboard, "HIDCapsLockState", isOn);
@@ -54,8 +52,13 @@ void SimulatedMac::setCapsLock(bool isOn, const std::string& keyboard) {
 }
 
 void SimulatedMac::sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard,
-                             std::uint32_t usagePage) {
-  keyboards.deliver({std::move(keyboard), usagePage, machAbsoluteTime()});
+                             std::uint32_t usagePage, std::chrono::nanoseconds lateness) {
+  const KeyboardInput input{std::move(keyboard), usagePage, machAbsoluteTime()};
+  if (lateness.count() == 0) {
+    keyboards.deliver(input);
+  } else {
+    scheduler.schedule(lateness, [this, input] { keyboards.deliver(input); });
+  }
 }
 
 }  // namespace keyrow::sim

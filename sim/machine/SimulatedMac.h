@@ -54,7 +54,7 @@ class SimulatedMac {
   DistributedNotifications distributedNotifications{scheduler};
   Power power{timeline};
   Screen screen{timeline};
-  EventTapServer eventTaps;
+  EventTapServer eventTaps{timeline};
   PortTrace trace;
 
   /// Every system-defined event that was posted.
@@ -97,8 +97,9 @@ class SimulatedMac {
   /// Mach absolute time in ticks, by `machTimebase`; 0 when that is no time base.
   std::uint64_t machAbsoluteTime() const;
 
-  /// Asks `faults` about a port call, and puts a failing one on the timeline.
-  bool strikes(PortCall call);
+  /// A process makes a port call, which is traced, and at which it may be killed. True when
+  /// the call goes through; one that fails is on the timeline.
+  bool call(PortCall call);
 
   /// The user changes the mode in System Settings: hardware and preference at once.
   void changeModeInSystemSettings(bool standardFunctionKeys);
@@ -115,8 +116,9 @@ class SimulatedMac {
   /// Caps Lock is switched on or off, on the keyboard of that name if there is one.
   void setCapsLock(bool isOn, const std::string& keyboard);
 
-  /// Lets a keyboard send one input of a usage page, now.
-  void sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard, std::uint32_t usagePage);
+  /// Lets a keyboard send one input of a usage page, now. It may arrive later.
+  void sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard, std::uint32_t usagePage,
+                 std::chrono::nanoseconds lateness = {});
 
  private:
   ObserverList<std::uint32_t, const KeyEvent&> keyEventObservers_;

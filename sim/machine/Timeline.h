@@ -4,6 +4,7 @@
 #include <functional>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "sim/machine/Scheduler.h"
@@ -19,40 +20,56 @@ struct TimelineEvent {
     preference,
     /// A stored setting changed.
     defaults,
+    /// The stored override of an application changed.
+    override_,
+    /// The status item changed.
+    status,
     /// A line was logged.
     log,
-    /// A port call failed.
-    fault,
-    /// The status item changed.
-    statusItem,
     /// The user sees something else, or the Mac itself changes.
     screen,
-    /// A process ended.
-    process,
     /// A key reached an application, or the system.
     key,
+    /// There is a working event tap where there was none, or the other way round.
+    tap,
+    /// A process started, ended, hangs or answers again.
+    process,
+    /// A port call failed.
+    fault,
   };
 
   /// Time since the machine was switched on.
   std::chrono::nanoseconds time;
   Kind kind;
-  std::string text;
+  /// What happened, word by word, as scenarios write it behind the kind's word: texts are
+  /// quoted, and an arrow stands between the two sides of a change.
+  std::vector<std::string> terms;
 };
+
+/// The word for a kind of events, in scenarios and on the timeline: "hardware", "status" …
+std::string_view wordOf(TimelineEvent::Kind kind);
+
+/// The event as one types it, such as: hardware special -> standard
+std::string textOf(const TimelineEvent& event);
 
 /// Everything observable, in the order in which it happened. Safe to use from any thread.
 class Timeline {
  public:
   using Listener = std::function<void(const TimelineEvent&)>;
 
-  /// Events take their time from `scheduler`.
-  explicit Timeline(const Scheduler& scheduler) : scheduler_{scheduler} {}
+  /// Events take their time from `scheduler`, and count there as something that happened.
+  explicit Timeline(Scheduler& scheduler) : scheduler_{scheduler} {}
 
-  void add(TimelineEvent::Kind kind, std::string text);
+  void add(TimelineEvent::Kind kind, std::vector<std::string> terms);
 
-  /// Everything so far.
+  /// Adds "before -> after" behind the terms that say of what; nothing when they are equal.
+  void addChange(TimelineEvent::Kind kind, std::vector<std::string> terms, std::string before,
+                 std::string after);
+
+  /// Everything since the beginning, or since it was last told to forget.
   std::vector<TimelineEvent> events() const;
 
-  /// Forgets everything so far, for runs so long that it would fill the memory.
+  /// Forgets everything so far.
   void clear();
 
   /// Calls `listener` at every event from now on, in the thread that added it. It must
@@ -60,7 +77,7 @@ class Timeline {
   void setListener(Listener listener);
 
  private:
-  const Scheduler& scheduler_;
+  Scheduler& scheduler_;
   /// Guards the fields below.
   mutable std::mutex mutex_;
   std::vector<TimelineEvent> events_;

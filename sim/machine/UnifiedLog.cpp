@@ -1,7 +1,10 @@
 #include "sim/machine/UnifiedLog.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
+
+#include "sim/machine/PropertyText.h"
 
 namespace keyrow::sim {
 
@@ -16,15 +19,27 @@ void UnifiedLog::write(Line line) {
   // Held for both, so that the timeline has the lines in the same order.
   const std::scoped_lock guard{mutex_};
   const auto& entry = line.entry;
-  timeline_.add(
-      TimelineEvent::Kind::log,
-      entry.category + (entry.level == LogLevel::error ? " error: " : ": ") + entry.message);
+  timeline_.add(TimelineEvent::Kind::log,
+                {entry.category, std::string{logLevelName(entry.level)}, quoted(entry.message)});
   lines_.push_back(std::move(line));
 }
 
-std::vector<UnifiedLog::Line> UnifiedLog::lines() const {
+std::vector<UnifiedLog::Line> UnifiedLog::lines(std::size_t start) const {
   const std::scoped_lock guard{mutex_};
-  return lines_;
+  return {lines_.begin() + static_cast<std::ptrdiff_t>(start), lines_.end()};
+}
+
+std::vector<UnifiedLog::Line> UnifiedLog::linesSince(
+    std::chrono::system_clock::time_point date) const {
+  const std::scoped_lock guard{mutex_};
+  const auto start =
+      std::ranges::lower_bound(lines_, date, {}, [](const Line& line) { return line.entry.date; });
+  return {start, lines_.end()};
+}
+
+std::size_t UnifiedLog::size() const {
+  const std::scoped_lock guard{mutex_};
+  return lines_.size();
 }
 
 void UnifiedLog::clear() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <mutex>
 #include <vector>
 
@@ -21,8 +23,14 @@ class UnifiedLog {
 
   void write(Line line);
 
-  /// Everything written so far, oldest first.
-  std::vector<Line> lines() const;
+  /// Everything written so far, oldest first, or what follows the first `start` lines.
+  std::vector<Line> lines(std::size_t start = 0) const;
+
+  /// What was written at this time or later.
+  std::vector<Line> linesSince(std::chrono::system_clock::time_point date) const;
+
+  /// How many lines there are.
+  std::size_t size() const;
 
   /// Forgets everything so far, for runs so long that it would fill the memory.
   void clear();

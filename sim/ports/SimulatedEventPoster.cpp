@@ -52,14 +52,14 @@ std::string mediaKeyName(std::int64_t keyType) {
 
 void SimulatedEventPoster::post(const SystemDefinedEvent& event) {
   constexpr std::int64_t pressed = 0xA00;
-  context_.mac.timeline.add(
-      TimelineEvent::Kind::key,
-      mediaKeyName(event.data1 >> 16) + ((event.data1 & 0xFFFF) == pressed ? " down" : " up"));
+  context_.mac.timeline.add(TimelineEvent::Kind::key,
+                            {quoted(mediaKeyName(event.data1 >> 16) +
+                                    ((event.data1 & 0xFFFF) == pressed ? " down" : " up"))});
   context_.mac.systemDefinedEvents.push_back(event);
 }
 
 std::unique_ptr<KeyEventSource> SimulatedEventPoster::createKeyEventSource() {
-  if (context_.mac.strikes(PortCall::createKeyEventSource)) return nullptr;
+  if (!context_.mac.call(PortCall::createKeyEventSource)) return nullptr;
   return std::make_unique<Source>(context_);
 }
 

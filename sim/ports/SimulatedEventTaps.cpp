@@ -14,8 +14,8 @@ class Tap final : public EventTap {
         handle_{context.mac.openHandles, "EventTap", context.processID} {}
 
   void setEnabled(bool enabled) override {
-    mac_.trace.add(enabled ? "enable event tap" : "disable event tap");
-    if (enabled && mac_.strikes(PortCall::enableEventTap)) return;
+    if (!enabled) mac_.trace.add("disable event tap");
+    if (enabled && !mac_.call(PortCall::enableEventTap)) return;
     mac_.eventTaps.setEnabled(*served_, enabled);
   }
   bool isEnabled() override { return mac_.eventTaps.isEnabled(*served_); }
@@ -76,7 +76,7 @@ thread_local std::shared_ptr<Handle> threadRunLoop;
 std::shared_ptr<EventTap> SimulatedEventTaps::createTap(std::uint64_t eventsOfInterest,
                                                         TappedEventHandler& handler) {
   auto& mac = context_.mac;
-  if (mac.strikes(PortCall::createEventTap)) return nullptr;
+  if (!mac.call(PortCall::createEventTap)) return nullptr;
   if (!mac.isAccessibilityGranted || !mac.isInputMonitoringGranted) return nullptr;
   auto served = std::make_shared<ServedTap>();
   served->eventsOfInterest = eventsOfInterest;
@@ -88,7 +88,7 @@ std::shared_ptr<EventTap> SimulatedEventTaps::createTap(std::uint64_t eventsOfIn
 }
 
 std::shared_ptr<RunLoopSource> SimulatedEventTaps::createRunLoopSource(EventTap& tap) {
-  if (context_.mac.strikes(PortCall::createRunLoopSource)) return nullptr;
+  if (!context_.mac.call(PortCall::createRunLoopSource)) return nullptr;
   return std::make_shared<Source>(context_, static_cast<Tap&>(tap).served());
 }
 

@@ -13,7 +13,7 @@ class SimulatedFiles final : public Files {
   std::string temporaryDirectory() override { return "/tmp"; }
 
   bool writeAtomically(const std::string& path, std::string_view contents) override {
-    if (mac_.strikes(PortCall::writeFile)) return false;
+    if (!mac_.call(PortCall::writeFile)) return false;
     mac_.files.insert_or_assign(path, std::string{contents});
     return true;
   }

@@ -3,7 +3,7 @@
 namespace keyrow::sim {
 
 std::optional<PropertyValue> SimulatedGlobalPreferences::copyValue(std::string_view key) {
-  if (mac_.strikes(PortCall::copyPreference)) return std::nullopt;
+  if (!mac_.call(PortCall::copyPreference)) return std::nullopt;
   const std::scoped_lock guard{mutex_};
   const auto found = copy_.find(key);
   return found == copy_.end() ? std::nullopt : std::optional{found->second};
@@ -16,7 +16,7 @@ void SimulatedGlobalPreferences::setValue(std::string_view key, const PropertyVa
 }
 
 bool SimulatedGlobalPreferences::synchronize() {
-  if (mac_.strikes(PortCall::synchronizePreferences)) return false;
+  if (!mac_.call(PortCall::synchronizePreferences)) return false;
   const std::scoped_lock guard{mutex_};
   for (const auto& [key, value] : changes_) mac_.globalPreferences.setValue(domain, key, value);
   changes_.clear();

@@ -19,12 +19,12 @@ class Device final : public HidDevice {
       : mac_{mac}, keyboard_{std::move(keyboard)} {}
 
   std::optional<std::uint64_t> registryEntryID() override {
-    if (mac_.strikes(PortCall::registryEntryID)) return std::nullopt;
+    if (!mac_.call(PortCall::registryEntryID)) return std::nullopt;
     return keyboard_->registryID;
   }
 
   std::optional<PropertyValue> property(std::string_view key) override {
-    if (mac_.strikes(PortCall::readDeviceProperty)) return std::nullopt;
+    if (!mac_.call(PortCall::readDeviceProperty)) return std::nullopt;
     const auto found = keyboard_->properties.find(key);
     return found == keyboard_->properties.end() ? std::nullopt : std::optional{found->second};
   }
@@ -71,7 +71,7 @@ class Manager final : public HidManager {
 
   std::vector<std::unique_ptr<HidDevice>> devices() override {
     std::vector<std::unique_ptr<HidDevice>> found;
-    if (mac_.strikes(PortCall::copyDevices)) return found;
+    if (!mac_.call(PortCall::copyDevices)) return found;
     for (const auto& keyboard : mac_.keyboards.all()) {
       if (matchesDevice(*keyboard)) found.push_back(std::make_unique<Device>(mac_, keyboard));
     }
@@ -94,7 +94,7 @@ class Manager final : public HidManager {
   }
 
   IOReturn open() override {
-    if (mac_.strikes(PortCall::openHidManager)) return SimulatedHidSystem::refusal;
+    if (!mac_.call(PortCall::openHidManager)) return SimulatedHidSystem::refusal;
     isOpen_ = true;
     return ioReturnSuccess;
   }

@@ -10,14 +10,14 @@ class Connection final : public HidConnection {
       : mac_{mac}, handle_{mac.openHandles, "HidConnection", process} {}
 
   IOReturn setParameter(std::string_view key, const PropertyValue& value) override {
-    if (mac_.strikes(PortCall::setHidParameter)) return SimulatedHidSystem::refusal;
+    if (!mac_.call(PortCall::setHidParameter)) return SimulatedHidSystem::refusal;
     mac_.hid.noteWrittenValue(value);
     mac_.hid.setParameter(key, value);
     return ioReturnSuccess;
   }
 
   std::expected<bool, IOReturn> modifierLockState(std::int32_t selector) override {
-    if (mac_.strikes(PortCall::readModifierLockState) || selector != capsLockState) {
+    if (!mac_.call(PortCall::readModifierLockState) || selector != capsLockState) {
       return std::unexpected{SimulatedHidSystem::refusal};
     }
     return mac_.isCapsLockOn;
@@ -34,14 +34,14 @@ class Service final : public HidService {
       : mac_{mac}, process_{process}, handle_{mac.openHandles, "HidService", process} {}
 
   std::optional<PropertyValue> property(std::string_view key) override {
-    if (mac_.strikes(PortCall::readServiceProperty)) return std::nullopt;
+    if (!mac_.call(PortCall::readServiceProperty)) return std::nullopt;
     if (key != "HIDParameters") return std::nullopt;
     return mac_.hid.parameters();
   }
 
   std::expected<std::unique_ptr<HidConnection>, IOReturn> open(
       std::uint32_t connectionType) override {
-    if (mac_.strikes(PortCall::openConnection)) {
+    if (!mac_.call(PortCall::openConnection)) {
       return std::unexpected{SimulatedHidSystem::refusal};
     }
     if (connectionType != hidParamConnectType) {
@@ -59,7 +59,7 @@ class Service final : public HidService {
 }  // namespace
 
 std::unique_ptr<HidService> SimulatedHidSystem::matchingService(std::string_view className) {
-  if (mac_.strikes(PortCall::findService) || className != hidSystemClass) return nullptr;
+  if (!mac_.call(PortCall::findService) || className != hidSystemClass) return nullptr;
   return std::make_unique<Service>(mac_, process_);
 }
 

@@ -13,13 +13,13 @@ class SimulatedLoginItem final : public LoginItem {
   bool isEnabled() override { return mac_.loginItemStatus == LoginItemStatus::enabled; }
 
   void registerItem() override {
-    if (mac_.strikes(PortCall::registerLoginItem)) return;
+    if (!mac_.call(PortCall::registerLoginItem)) return;
     mac_.loginItemStatus =
         mac_.loginItemsNeedApproval ? LoginItemStatus::requiresApproval : LoginItemStatus::enabled;
   }
 
   void unregisterItem() override {
-    if (mac_.strikes(PortCall::unregisterLoginItem)) return;
+    if (!mac_.call(PortCall::unregisterLoginItem)) return;
     mac_.loginItemStatus = LoginItemStatus::notRegistered;
   }
 

@@ -24,6 +24,7 @@ SimulatedProcess::SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID pro
 
 bool SimulatedProcess::launch() {
   context_.mac.applications.started(running_);
+  note("launched");
   const auto kept = contents_;
   try {
     kept->keyrow.appDelegate().applicationDidFinishLaunching();
@@ -37,7 +38,7 @@ void SimulatedProcess::terminate() {
   if (hasEnded()) return;
   contents_->keyrow.appDelegate().applicationWillTerminate();
   context_.mac.whenKeyrowQuits();
-  note("has quit");
+  note("quit");
   end();
 }
 
@@ -51,7 +52,7 @@ void SimulatedProcess::reopen() {
 
 void SimulatedProcess::kill() {
   if (hasEnded()) return;
-  note("was killed");
+  note("killed");
   end();
 }
 
@@ -66,8 +67,7 @@ void SimulatedProcess::resume() {
 }
 
 void SimulatedProcess::note(const std::string& what) {
-  context_.mac.timeline.add(TimelineEvent::Kind::process,
-                            "Keyrow " + std::to_string(processID()) + " " + what);
+  context_.mac.timeline.add(TimelineEvent::Kind::process, {std::to_string(processID()), what});
 }
 
 void SimulatedProcess::end() {
@@ -76,8 +76,10 @@ void SimulatedProcess::end() {
   contents_->platform.eventTaps.endThreads();
   running_->isTerminated = true;
   // Not now: the code that ends the process may be its own.
-  const auto ticket =
-      context_.mac.scheduler.schedule(Scheduler::Duration{0}, [this] { contents_.reset(); });
+  const auto ticket = context_.mac.scheduler.schedule(Scheduler::Duration{0}, [this] {
+    contents_.reset();
+    if (context_.bundleIdentifier) context_.mac.applications.ended(*context_.bundleIdentifier);
+  });
   tidyUp_ =
       DelayedCall{[&scheduler = context_.mac.scheduler, ticket] { scheduler.cancel(ticket); }};
 }

@@ -27,9 +27,11 @@ void SimulatedStatusItemView::setScopeIndicator(bool hidden,
                                                 std::optional<std::string_view> toolTip) {
   if (!exists()) return;
   const auto before = dot();
+  const auto toolTipBefore = toolTipText();
   isScopeIndicatorHidden_ = hidden;
   scopeToolTip_ = toolTip;
   change("dot", before, dot());
+  change("tooltip", toolTipBefore, toolTipText());
 }
 
 void SimulatedStatusItemView::setHighlighted(bool highlighted) { isHighlighted_ = highlighted; }
@@ -41,6 +43,10 @@ void SimulatedStatusItemView::popUpMenu(const std::vector<MenuItem>& items) {
 std::string SimulatedStatusItemView::dot() const {
   if (isCapsLockIndicatorHidden_) return isScopeIndicatorHidden_ ? "none" : "override";
   return isScopeIndicatorHidden_ ? "caps-lock" : "both";
+}
+
+std::string SimulatedStatusItemView::toolTipText() const {
+  return scopeToolTip_ ? quoted(*scopeToolTip_) : "none";
 }
 
 void SimulatedStatusItemView::click(ClickEvent event) {
@@ -87,11 +93,9 @@ void SimulatedStatusItemView::closeMenu() {
   context_.mainThread->deliver([this] { actions_->menuDidClose(); });
 }
 
-void SimulatedStatusItemView::change(std::string_view what, const std::string& before,
-                                     const std::string& now) {
-  if (before == now) return;
-  context_.mac.timeline.add(TimelineEvent::Kind::statusItem,
-                            std::string{what} + " " + before + " → " + now);
+void SimulatedStatusItemView::change(std::string what, std::string before, std::string now) {
+  context_.mac.timeline.addChange(TimelineEvent::Kind::status, {std::move(what)}, std::move(before),
+                                  std::move(now));
 }
 
 }  // namespace keyrow::sim

@@ -42,7 +42,8 @@ class SimulatedStatusItemView final : public StatusItemView {
   void closeMenu();
 
  private:
-  void change(std::string_view what, const std::string& before, const std::string& now);
+  void change(std::string what, std::string before, std::string now);
+  std::string toolTipText() const;
 
   const ProcessContext& context_;
   StatusItemActions* actions_ = nullptr;

@@ -34,14 +34,12 @@ std::unique_ptr<Logger> SimulatedSystemLog::makeLogger(std::string_view subsyste
 
 std::expected<std::vector<LogEntry>, SystemError> SimulatedSystemLog::entriesSince(
     std::chrono::system_clock::time_point date) {
-  if (mac_.strikes(PortCall::readLog)) {
+  if (!mac_.call(PortCall::readLog)) {
     return std::unexpected{SystemError{std::nullopt, "OSLogErrorDomain", -50}};
   }
   std::vector<LogEntry> entries;
-  for (auto& line : mac_.log.lines()) {
-    if (line.process == process_ && line.entry.date >= date) {
-      entries.push_back(std::move(line.entry));
-    }
+  for (auto& line : mac_.log.linesSince(date)) {
+    if (line.process == process_) entries.push_back(std::move(line.entry));
   }
   return entries;
 }

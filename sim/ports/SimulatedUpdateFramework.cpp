@@ -1,5 +1,7 @@
 #include "sim/ports/SimulatedUpdateFramework.h"
 
+#include "core/AppSettings.h"
+
 namespace keyrow::sim {
 
 void SimulatedUpdateFramework::start(UpdateFrameworkDelegate& delegate) {
@@ -13,6 +15,17 @@ void SimulatedUpdateFramework::start(UpdateFrameworkDelegate& delegate) {
 void SimulatedUpdateFramework::checkForUpdates() {
   context_.mac.trace.add("check for updates");
   context_.mac.screen.note("Sparkle checks for updates");
+}
+
+bool SimulatedUpdateFramework::automaticallyChecksForUpdates() {
+  const auto stored = context_.mac.defaults.value(context_.bundleIdentifier.value_or(""),
+                                                  settingsKey::SUEnableAutomaticChecks);
+  return !stored || stored->boolValue().value_or(true);
+}
+
+void SimulatedUpdateFramework::setAutomaticallyChecksForUpdates(bool checks) {
+  context_.mac.defaults.setValue(context_.bundleIdentifier.value_or(""),
+                                 settingsKey::SUEnableAutomaticChecks, checks);
 }
 
 void SimulatedUpdateFramework::findUpdate(const std::string& version, bool inImmediateFocus) {

@@ -14,8 +14,10 @@ class SimulatedUpdateFramework final : public UpdateFramework {
 
   void start(UpdateFrameworkDelegate& delegate) override;
   void checkForUpdates() override;
-  bool automaticallyChecksForUpdates() override { return automaticallyChecks_; }
-  void setAutomaticallyChecksForUpdates(bool checks) override { automaticallyChecks_ = checks; }
+  /// Sparkle keeps the switch in the application's user defaults; it is on where it was never
+  /// touched.
+  bool automaticallyChecksForUpdates() override;
+  void setAutomaticallyChecksForUpdates(bool checks) override;
 
   bool isStarted() const { return delegate_ != nullptr; }
 
@@ -29,7 +31,6 @@ class SimulatedUpdateFramework final : public UpdateFramework {
  private:
   const ProcessContext& context_;
   UpdateFrameworkDelegate* delegate_ = nullptr;
-  bool automaticallyChecks_ = true;
 };
 
 }  // namespace keyrow::sim

@@ -19,12 +19,10 @@ class SimulatedUserDefaults final : public UserDefaults {
   }
   std::uint64_t changeCount() override { return mac_.defaults.changeCount(); }
   void setObject(std::string_view key, const PropertyValue& value) override {
-    mac_.crashPoints.pass();
-    mac_.defaults.setValue(domain_, key, value);
+    if (mac_.call(PortCall::writeDefaults)) mac_.defaults.setValue(domain_, key, value);
   }
   void removeObject(std::string_view key) override {
-    mac_.crashPoints.pass();
-    mac_.defaults.setValue(domain_, key, std::nullopt);
+    if (mac_.call(PortCall::writeDefaults)) mac_.defaults.setValue(domain_, key, std::nullopt);
   }
 
  private:

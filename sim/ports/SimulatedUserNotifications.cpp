@@ -17,7 +17,7 @@ void SimulatedUserNotifications::requestAuthorization(
   auto& mac = context_.mac;
   mac.trace.add("request notification authorization");
   std::optional<SystemError> error;
-  if (mac.strikes(PortCall::requestNotificationAuthorization)) {
+  if (!mac.call(PortCall::requestNotificationAuthorization)) {
     error = notAllowed();
   }
   // The user takes a moment to answer.
@@ -32,7 +32,7 @@ void SimulatedUserNotifications::add(
     const UserNotification& notification,
     std::function<void(const std::optional<SystemError>& error)> completion) {
   auto& mac = context_.mac;
-  if (mac.strikes(PortCall::addNotification) || !mac.notifications.isAuthorized) {
+  if (!mac.call(PortCall::addNotification) || !mac.notifications.isAuthorized) {
     completion(notAllowed());
     return;
   }

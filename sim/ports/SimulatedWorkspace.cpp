@@ -30,12 +30,12 @@ class Application final : public RunningApplication {
 }  // namespace
 
 std::optional<std::string> SimulatedWorkspace::frontmostBundleIdentifier() {
-  if (context_.mac.strikes(PortCall::frontmostApplication)) return std::nullopt;
+  if (!context_.mac.call(PortCall::frontmostApplication)) return std::nullopt;
   return context_.mac.applications.frontmost();
 }
 
 bool SimulatedWorkspace::isApplicationInstalled(std::string_view bundleIdentifier) {
-  if (context_.mac.strikes(PortCall::findApplication)) return false;
+  if (!context_.mac.call(PortCall::findApplication)) return false;
   return context_.mac.applications.isInstalled(bundleIdentifier);
 }
 
@@ -69,7 +69,7 @@ bool SimulatedWorkspace::isURL(std::string_view text) {
 }
 
 bool SimulatedWorkspace::openURL(std::string_view url) {
-  if (context_.mac.strikes(PortCall::openURL)) return false;
+  if (!context_.mac.call(PortCall::openURL)) return false;
   context_.mac.screen.open(url);
   return true;
 }

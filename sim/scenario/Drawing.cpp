@@ -11,6 +11,12 @@ namespace keyrow::sim {
 
 namespace {
 
+bool isHeading(const MenuItem& item) {
+  return !item.isSeparator && item.action == MenuAction::none;
+}
+
+}  // namespace
+
 std::string keyText(const MenuItem& item) {
   if (item.keyEquivalent.empty()) return {};
   const std::string key = item.keyEquivalent == "\t" ? "⇥" : item.keyEquivalent;
@@ -24,12 +30,6 @@ std::string keyText(const MenuItem& item) {
   }
   return "⌘" + key;
 }
-
-bool isHeading(const MenuItem& item) {
-  return !item.isSeparator && item.action == MenuAction::none;
-}
-
-}  // namespace
 
 std::string drawStatusItem(const SimulatedStatusItemView& item) {
   if (!item.exists()) return "none";

@@ -18,8 +18,8 @@ struct Unit {
   double nanoseconds;
 };
 
-constexpr std::array<Unit, 5> units{
-    {{"ns", 1}, {"ms", 1e6}, {"s", 1e9}, {"min", 60e9}, {"h", 3600e9}}};
+constexpr std::array<Unit, 6> units{
+    {{"ns", 1}, {"ms", 1e6}, {"s", 1e9}, {"min", 60e9}, {"h", 3600e9}, {"d", 24 * 3600e9}}};
 
 template <typename Number>
 std::optional<Number> parseWhole(std::string_view text, int base = 10) {
@@ -71,10 +71,58 @@ std::string shortened(std::string_view word) {
 }  // namespace
 
 bool LineReader::accept(std::string_view word) {
-  const auto* token = peek();
-  if (!token || token->isQuoted || token->text != word) return false;
+  if (!at(word)) return false;
   ++next_;
   return true;
+}
+
+bool LineReader::at(std::string_view word) const {
+  const auto* token = peek();
+  return token && !token->isQuoted && token->text == word;
+}
+
+bool LineReader::atNumber() const {
+  const auto* token = peek();
+  return token && !token->isQuoted && parseWhole<std::uint64_t>(token->text);
+}
+
+std::optional<std::string> LineReader::maybeOneOf(std::span<const std::string_view> words) {
+  const auto found = std::ranges::find_if(words, [this](auto word) { return accept(word); });
+  return found == words.end() ? std::nullopt : std::optional{std::string{*found}};
+}
+
+std::optional<std::uint64_t> LineReader::maybeTimes(std::uint64_t largest) {
+  if (!atNumber()) return std::nullopt;
+  const auto times = number(largest);
+  require("times");
+  return times;
+}
+
+std::optional<std::string> LineReader::maybeQuoted() {
+  const auto* token = peek();
+  if (!token || !token->isQuoted || token->valueStart) return std::nullopt;
+  ++next_;
+  return quoted(token->text);
+}
+
+std::string LineReader::bundleIdentifier() {
+  constexpr std::string_view expected = "a bundle identifier, such as com.apple.TextEdit";
+  const auto* token = peek();
+  if (!token || token->isQuoted || token->text.find_first_of("={}") != std::string::npos) {
+    fail(expected);
+  }
+  ++next_;
+  return token->text;
+}
+
+std::pair<std::string, FnState> LineReader::override_() {
+  constexpr std::string_view expected =
+      "APP=MODE, such as com.apple.TextEdit=special or com.apple.TextEdit=standard";
+  auto [app, value] = property(expected);
+  const auto* mode = value ? value->string() : nullptr;
+  if (mode && *mode == "special") return {std::move(app), FnState::special};
+  if (mode && *mode == "standard") return {std::move(app), FnState::standard};
+  failBefore(expected);
 }
 
 void LineReader::require(std::string_view word) {
@@ -118,7 +166,7 @@ std::optional<FnState> LineReader::modeOrNone() {
 std::chrono::nanoseconds LineReader::duration() {
   const auto* token = peek();
   const auto duration = token ? parseDuration(token->text) : std::nullopt;
-  if (!duration) fail("a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h");
+  if (!duration) fail("a duration of at most 1000h, such as 350ms, 0.35s, 5min, 1h or 2d");
   ++next_;
   return *duration;
 }
@@ -147,22 +195,27 @@ std::uint64_t LineReader::number(std::uint64_t largest) {
 }
 
 PropertyValue LineReader::value() {
-  if (atProperty()) {
+  constexpr std::string_view expected =
+      "a value: true, false, a number, a \"quoted text\", {}, or KEY=VALUE ... without braces";
+  const auto* token = peek();
+  if (atProperty() && token->text.front() != '{') {
     PropertyDictionary dictionary;
-    while (!atEnd()) {
+    while (atProperty()) {
+      const auto& word = line_->tokens[next_];
+      const auto text = std::string_view{word.text}.substr(*word.valueStart);
+      if (!word.isQuoted && !parsePlainValue(text))
+        fail("KEY= with a value: true, false, a number, a \"quoted text\" or {}");
       auto entry = property("KEY=VALUE");
-      if (!entry.value) failBefore("a value other than none");
       dictionary.insert_or_assign(std::move(entry.key), *std::move(entry.value));
     }
     return dictionary;
   }
-  const auto* token = peek();
   if (token && token->isQuoted) {
     ++next_;
     return token->text;
   }
   auto value = token ? parsePlainValue(token->text) : std::nullopt;
-  if (!value) fail("a value: true, false, a number, a \"quoted text\", {} or KEY=VALUE ...");
+  if (!value) fail(expected);
   ++next_;
   return *std::move(value);
 }

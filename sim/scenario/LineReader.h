@@ -26,11 +26,33 @@ class LineReader {
   /// Takes the next word when it is this one.
   bool accept(std::string_view word);
 
+  /// Whether the next word is this one.
+  bool at(std::string_view word) const;
+
+  /// Whether the next word is a number.
+  bool atNumber() const;
+
   /// Takes the next word, which must be this one.
   void require(std::string_view word);
 
   /// Takes the next word, which must be one of these; gives its index.
   std::size_t oneOf(std::span<const std::string_view> words);
+
+  /// Takes the next word when it is one of these; absent when it is not.
+  std::optional<std::string> maybeOneOf(std::span<const std::string_view> words);
+
+  /// Takes "N times" with a number up to `largest`; absent when no number follows.
+  std::optional<std::uint64_t> maybeTimes(std::uint64_t largest);
+
+  /// Takes a "quoted text", and gives it with its quotation marks as the timeline prints it;
+  /// absent when none follows.
+  std::optional<std::string> maybeQuoted();
+
+  /// Takes a bundle identifier: a word without quotation marks, "=" and braces.
+  std::string bundleIdentifier();
+
+  /// Takes APP=MODE.
+  std::pair<std::string, FnState> override_();
 
   /// Takes the next word or text, whatever it is; `expected` says what belongs here.
   std::string word(std::string_view expected);
@@ -44,7 +66,7 @@ class LineReader {
   /// Takes a mode, or the word "none".
   std::optional<FnState> modeOrNone();
 
-  /// Takes a number with a unit: ns, ms, s, min or h. Only a signed one may begin with
+  /// Takes a number with a unit: ns, ms, s, min, h or d. Only a signed one may begin with
   /// "+" or "-".
   std::chrono::nanoseconds duration();
   std::chrono::nanoseconds signedDuration();
@@ -53,7 +75,7 @@ class LineReader {
   std::uint64_t number(std::uint64_t largest);
 
   /// Takes a value: true, false, a number, a "quoted text", {}, or key=value ... for a
-  /// dictionary up to the end of the line.
+  /// dictionary.
   PropertyValue value();
 
   /// Takes a value, or the word "none".

@@ -31,4 +31,9 @@ std::vector<std::pair<std::string, std::string>> paneState(SimulatedPlatform& pl
           {"auto-update", onOrOff(about.isAutoUpdateChecked)}};
 }
 
+std::vector<std::string> controlTitles(SimulatedPlatform& platform) {
+  (void)platform;
+  return {};
+}
+
 }  // namespace keyrow::sim

@@ -1,30 +1,22 @@
 #include "sim/scenario/Prompt.h"
 
-#include <array>
-#include <string>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <utility>
 
 #include "sim/machine/PropertyText.h"
 #include "sim/scenario/Drawing.h"
+#include "sim/scenario/Help.h"
+#include "sim/scenario/Language.h"
+#include "sim/scenario/PaneState.h"
+#include "sim/scenario/ScenarioFile.h"
 #include "sim/scenario/ScenarioParser.h"
-#include "sim/scenario/TimelinePrinter.h"
 
 namespace keyrow::sim {
 
 namespace {
-
-/// A line of the input; absent at its end. Of a line without an end no more is kept than
-/// it takes to see that it is too long.
-std::optional<std::string> readLine(std::istream& in) {
-  std::string line;
-  char c = 0;
-  bool any = false;
-  while (in.get(c)) {
-    any = true;
-    if (c == '\n') return line;
-    if (line.size() <= maximumLineLength) line += c;
-  }
-  return any ? std::optional{line} : std::nullopt;
-}
 
 std::string modeText(std::optional<FnState> state) {
   return state ? std::string{keyrow::modeText(*state)} : "none";
@@ -34,141 +26,299 @@ std::string windowText(const SimulatedSettingsWindowView& window) {
   return window.isVisible() ? std::string{window.selectedTab().title} : "closed";
 }
 
-void printStatus(std::ostream& out, Stage& stage) {
-  out << "  frontmost   " << stage.mac.applications.frontmost().value_or("none") << '\n'
-      << "  keyboard    " << stage.mac.hid.modeName() << '\n'
-      << "  global      " << modeText(stage.storedFnStates().global()) << '\n';
-  for (const auto& app : stage.storedFnStates().localBundleIdentifiers()) {
-    out << "  override    " << app << ": " << modeText(stage.storedFnStates().local(app)) << '\n';
-  }
-  if (!stage.process()) {
-    out << "  keyrow      not running\n";
-    return;
-  }
-  auto& keyrow = stage.process()->keyrow();
-  out << "  keyrow      running, "
-      << (keyrow.modePolicy().isLocalScopeActive() ? "override in force" : "global mode in force")
-      << '\n'
-      << "  menu bar    " << drawStatusItem(stage.process()->statusItem()) << '\n'
-      << "  window      " << windowText(stage.process()->settingsWindow()) << '\n'
-      << "  shortcut    Fn+" << keyrow.settings().localToggleShortcut().displayName << '\n';
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const auto& word : words) text += (text.empty() ? "" : ", ") + word;
+  return text.empty() ? "none" : text;
 }
 
-void printHardware(std::ostream& out, const Stage& stage) {
-  out << "  HIDParameters                " << propertyText(stage.mac.hid.parameters()) << '\n'
-      << "  com.apple.keyboard.fnState   "
-      << propertyText(stage.mac.globalPreferences.value(GlobalPreferences::domain,
-                                                        FnStateController::fnStateDefaultsKey))
-      << '\n';
-  for (const auto& [handle, count] : stage.mac.openHandles.all()) {
-    out << "  open                         " << count << " " << handle.first << '\n';
-  }
+/// The line as a scenario holds it.
+std::string lineOf(const Step& step) {
+  if (!step.isComment()) return step.text;
+  return step.text.empty() ? "#" : "# " + step.text;
 }
 
-void printLog(std::ostream& out, Stage& stage) {
-  if (stage.process()) {
-    out << stage.process()->keyrow().diagnosticsLog().recentLogReport() << '\n';
-  } else {
-    out << "  Keyrow is not running, so it cannot read its log.\n";
-  }
+}  // namespace
+
+LineSource linesOf(std::istream& in) {
+  return [&in]() -> std::optional<std::string> {
+    std::string line;
+    char c = 0;
+    bool any = false;
+    while (in.get(c)) {
+      any = true;
+      if (c == '\n') return line;
+      if (line.size() <= maximumLineLength) line += c;
+    }
+    return any ? std::optional{line} : std::nullopt;
+  };
 }
 
-/// Opens the menu and leaves it open, so that something can be chosen.
-void printMenu(std::ostream& out, Stage& stage) {
-  if (!stage.process()) {
-    out << "  Keyrow is not running, so it has no menu.\n";
-    return;
-  }
-  auto& item = stage.process()->statusItem();
-  if (!item.menu()) item.click(ClickEvent::rightMouseDown);
-  if (item.menu()) out << drawMenu(*item.menu());
-}
-
-void printCommands(std::ostream& out, std::span<const Command> commands, std::string_view word) {
-  for (const auto& command : commands) {
-    if (!command.words.starts_with(word)) continue;
-    out << "  " << command.usage << "\n      " << command.summary << '\n';
+Prompt::Prompt(std::ostream& out, PromptStyle style)
+    : out_{out},
+      style_{style},
+      printer_{out, Detail::timeline, style.inColour},
+      stage_{std::make_unique<Stage>()} {
+  listen();
+  if (style_.isInteractive) {
+    out_ << "A simulated Mac, just switched on. Try: launch keyrow, then help. exit leaves.\n";
   }
 }
 
-/// Draws what the open settings window shows.
-void printSettings(std::ostream& out, Stage& stage) {
-  if (!stage.process() || !stage.process()->settingsWindow().isVisible()) {
-    out << "  The settings window is closed. Try: reopen keyrow\n";
-    return;
+PlayResult Prompt::run(const LineSource& nextLine) {
+  while (const auto line = nextLine()) {
+    if (*line == "exit") break;
+    ++lineNumber_;
+    takeLine(*line);
+    out_ << std::flush;
   }
-  out << drawSettings(stage.process()->simulatedPlatform());
+  return result_;
+}
+
+void Prompt::takeLine(const std::string& line) {
+  if (!answer(line)) playLine(line);
 }
 
 /// Does what only the prompt knows; false when the line is something else.
-bool answer(std::ostream& out, Stage& stage, std::string_view line) {
-  constexpr std::string_view help = "help";
-  if (line == "status") {
-    printStatus(out, stage);
+bool Prompt::answer(std::string_view line) {
+  const auto blank = std::min(line.find(' '), line.size());
+  const auto word = line.substr(0, blank);
+  const std::string rest{line.substr(std::min(line.size(), blank + 1))};
+  if (word == "help") {
+    printHelp(out_, rest);
+  } else if (word == "save") {
+    save(rest);
+  } else if (word == "play") {
+    playFile(rest);
+  } else if (line == "undo") {
+    undo();
+  } else if (line == "status") {
+    printStatus();
   } else if (line == "menu") {
-    printMenu(out, stage);
+    printMenu();
   } else if (line == "settings") {
-    printSettings(out, stage);
-  } else if (line == "hardware") {
-    printHardware(out, stage);
-  } else if (line == "log") {
-    printLog(out, stage);
-  } else if (line == help || line.starts_with("help ")) {
-    printHelp(out, line.substr(std::min(line.size(), help.size() + 1)));
+    printSettings();
+  } else if (line == "system") {
+    printHardware();
+  } else if (line == "report") {
+    printLog();
   } else {
     return false;
   }
   return true;
 }
 
-}  // namespace
-
-PlayResult runPrompt(std::istream& in, std::ostream& out, PromptStyle style) {
-  Stage stage;
-  TimelinePrinter printer{out, Detail::timeline, style.inColour};
-  stage.mac.timeline.setListener(
-      [&printer](const TimelineEvent& event) { printer.didHappen(event); });
-  const Scenario session{.name = "line", .steps = {}};
-  if (style.isInteractive) {
-    out << "A simulated Mac, just switched on. Try: launch keyrow, then help. exit leaves.\n";
+void Prompt::playLine(const std::string& line) {
+  const auto parsed = parseLine(line, lineNumber_);
+  if (!parsed) {
+    out_ << "line:" << lineNumber_ << ":" << parsed.error().column << ": " << parsed.error().message
+         << '\n';
+    if (!style_.isInteractive) ++result_.unplayableLines;
+    return;
   }
-
-  PlayResult result;
-  for (std::size_t number = 1;; ++number) {
-    if (style.isInteractive) out << "> " << std::flush;
-    const auto line = readLine(in);
-    if (!line || *line == "exit") return result;
-    if (answer(out, stage, *line)) continue;
-
-    const auto step = parseLine(*line, number);
-    if (!step) {
-      out << "line:" << number << ":" << step.error().column << ": " << step.error().message
-          << '\n';
-      ++result.unplayableLines;
-      continue;
-    }
-    if (!*step) continue;
-    if (!style.isInteractive) printer.willPlay(**step, stage.mac);
-    const auto outcome = playStep(**step, stage);
-    printer.didPlay(session, **step, outcome);
-    if (outcome.kind == Outcome::Kind::unplayable) ++result.unplayableLines;
-    if (outcome.kind == Outcome::Kind::unmet) ++result.unmetExpectations;
+  if (!*parsed) return;
+  const auto& step = **parsed;
+  if (!style_.isInteractive) printer_.willPlay(step, stage_->mac);
+  const auto outcome = playStep(step, *stage_);
+  printer_.didPlay({.name = "line", .steps = {}}, step, outcome);
+  const bool isUnplayable =
+      outcome.kind == Outcome::Kind::unplayable || outcome.kind == Outcome::Kind::endless;
+  if (!isUnplayable || !style_.isInteractive) result_.count(step, outcome);
+  if (outcome.kind == Outcome::Kind::endless) {
+    replay();
+  } else if (!isUnplayable) {
+    played_.push_back(step);
+  }
+  const auto* action = step.action();
+  if (style_.isInteractive && action && std::holds_alternative<Wait>(*action)) {
+    printer_.showTime(stage_->mac);
   }
 }
 
-void printHelp(std::ostream& out, std::string_view word) {
-  for (const auto group : actions()) printCommands(out, group, word);
-  for (const auto group : expectations()) printCommands(out, group, word);
-  constexpr std::array<std::string_view, 7> promptOnly{
-      "status            where things stand",
-      "menu              the menu of Keyrow's item",
-      "settings          the open pane of the settings window",
-      "hardware          the HID system as it is",
-      "log               the log report that goes with a bug report",
-      "help [WORD]       this list, or what begins with WORD",
-      "exit              leaves"};
-  if (!word.empty()) return;
-  for (const auto line : promptOnly) out << "  " << line << '\n';
+void Prompt::playFile(const std::string& path) {
+  const auto text = readScenarioFile(path);
+  if (!text) {
+    out_ << path << ": " << text.error() << '\n';
+    if (!style_.isInteractive) ++result_.unplayableLines;
+    return;
+  }
+  const auto scenario = parseScenario(path, *text);
+  if (!scenario) {
+    for (const auto& error : scenario.error()) {
+      out_ << path << ":" << error.line << ":" << error.column << ": " << error.message << '\n';
+    }
+    if (!style_.isInteractive) ++result_.unplayableLines;
+    return;
+  }
+  for (const auto& step : scenario->steps) {
+    printer_.willPlay(step, stage_->mac);
+    const auto outcome = playStep(step, *stage_);
+    printer_.didPlay(*scenario, step, outcome);
+    result_.count(step, outcome);
+    if (outcome.kind == Outcome::Kind::endless) replay();
+    if (outcome.kind == Outcome::Kind::unplayable || outcome.kind == Outcome::Kind::endless) return;
+    played_.push_back(step);
+  }
+}
+
+void Prompt::save(const std::string& path) {
+  if (path.empty()) {
+    out_ << "  save needs the name of a file.\n";
+    return;
+  }
+  const bool isOurs = std::ranges::find(saved_, path) != saved_.end();
+  std::error_code ignored;
+  if (!isOurs && std::filesystem::exists(path, ignored)) {
+    out_ << "  " << path << " is there already; choose another name.\n";
+    return;
+  }
+  std::ofstream file{path};
+  for (const auto& step : played_) file << lineOf(step) << '\n';
+  file.close();
+  if (!file) {
+    out_ << "  " << path << " could not be written.\n";
+    return;
+  }
+  saved_.push_back(path);
+  out_ << "  " << played_.size() << (played_.size() == 1 ? " line" : " lines") << " saved.\n";
+}
+
+void Prompt::undo() {
+  if (played_.empty()) {
+    out_ << "  There is nothing to take back.\n";
+    return;
+  }
+  const auto last = lineOf(played_.back());
+  played_.pop_back();
+  replay();
+  out_ << "  Taken back: " << last << '\n';
+}
+
+void Prompt::replay() {
+  stage_ = std::make_unique<Stage>();
+  for (const auto& step : played_) playStep(step, *stage_);
+  listen();
+}
+
+void Prompt::listen() {
+  stage_->mac.timeline.setListener(
+      [this](const TimelineEvent& event) { printer_.didHappen(event); });
+}
+
+void Prompt::printStatus() {
+  auto& mac = stage_->mac;
+  const auto stored = stage_->storedFnStates();
+  out_ << "  time        " << printer_.dateAndTime(mac.scheduler.now())
+       << (mac.power.isAsleep() ? ", asleep" : "") << '\n'
+       << "  frontmost   " << mac.applications.nameOfFrontmost() << '\n'
+       << "  hardware    " << mac.hid.modeName() << '\n'
+       << "  keyboards   " << joined(mac.keyboards.attachedNames()) << '\n'
+       << "  permissions accessibility " << (mac.isAccessibilityGranted ? "granted" : "revoked")
+       << ", input-monitoring " << (mac.isInputMonitoringGranted ? "granted" : "revoked") << '\n'
+       << "  tap         " << (mac.eventTaps.enabledCount() > 0 ? "working" : "missing") << '\n'
+       << "  global      " << modeText(stored.global()) << '\n';
+  for (const auto& app : stored.localBundleIdentifiers()) {
+    out_ << "  override    " << app << ": " << modeText(stored.local(app)) << '\n';
+  }
+  auto* process = stage_->process();
+  if (!process) {
+    out_ << "  keyrow      not running\n";
+    return;
+  }
+  auto& keyrow = process->keyrow();
+  out_ << "  keyrow      " << stage_->runningProcesses()
+       << (process->isHanging() ? ", hanging" : "") << ", "
+       << (keyrow.modePolicy().isLocalScopeActive() ? "override in force" : "global mode in force")
+       << '\n'
+       << "  status      " << drawStatusItem(process->statusItem()) << '\n'
+       << "  window      " << windowText(process->settingsWindow()) << '\n'
+       << "  shortcut    Fn+" << keyrow.settings().localToggleShortcut().displayName << '\n';
+}
+
+/// Opens the menu and leaves it open, so that something can be chosen.
+void Prompt::printMenu() {
+  auto* process = stage_->process();
+  if (!process) {
+    out_ << "  Keyrow is not running, so it has no menu.\n";
+    return;
+  }
+  if (!process->statusItem().menu()) playLine("click right");
+  if (const auto* menu = process->statusItem().menu()) out_ << drawMenu(*menu);
+}
+
+void Prompt::printSettings() {
+  auto* process = stage_->process();
+  if (!process || !process->settingsWindow().isVisible()) {
+    out_ << "  The settings window is closed. Try: reopen keyrow\n";
+    return;
+  }
+  out_ << drawSettings(process->simulatedPlatform());
+}
+
+void Prompt::printHardware() {
+  const auto& mac = stage_->mac;
+  out_ << "  HIDParameters                " << propertyText(mac.hid.parameters()) << '\n'
+       << "  com.apple.keyboard.fnState   "
+       << propertyText(mac.globalPreferences.value(GlobalPreferences::domain,
+                                                   FnStateController::fnStateDefaultsKey))
+       << '\n';
+  for (const auto& [handle, count] : mac.openHandles.all()) {
+    out_ << "  open                         " << count << " " << handle.first << '\n';
+  }
+}
+
+void Prompt::printLog() {
+  auto* process = stage_->process();
+  if (process) {
+    out_ << process->keyrow().diagnosticsLog().recentLogReport() << '\n';
+  } else {
+    out_ << "  Keyrow is not running, so it cannot read its log.\n";
+  }
+}
+
+std::vector<std::string> Prompt::completions(std::string_view line) {
+  const auto quote = line.find('"');
+  const auto blank = line.rfind(' ');
+  const auto start = quote != std::string_view::npos   ? quote
+                     : blank != std::string_view::npos ? blank + 1
+                                                       : 0;
+  const auto typed = line.substr(start);
+  const auto before = line.substr(0, start);
+
+  std::set<std::string> words;
+  if (before.empty()) {
+    words.insert("expect");
+    for (const auto& entry : promptWords) words.emplace(entry.words);
+    for (const auto& part : language()) {
+      for (const auto& word : part.actions) words.emplace(word.words);
+    }
+  } else if (before == "expect ") {
+    words.insert("no");
+    for (const auto& part : language()) {
+      for (const auto& word : part.expectations) words.emplace(word.words);
+    }
+  } else {
+    auto& mac = stage_->mac;
+    for (const auto& app : mac.applications.installed()) words.insert(app);
+    for (const auto& name : mac.keyboards.attachedNames()) words.insert(name);
+    for (const auto* word : {"special", "standard", "none", "keyrow", "on"}) words.insert(word);
+    for (const auto& call : portCalls) words.emplace(call.name);
+    for (const auto key : settingsKey::all) words.emplace(key);
+    if (auto* process = stage_->process()) {
+      if (const auto* menu = process->statusItem().menu()) {
+        for (const auto& item : *menu) {
+          if (item.action != MenuAction::none) words.insert(sim::quoted(item.title));
+        }
+      }
+      for (const auto& title : controlTitles(process->simulatedPlatform())) {
+        words.insert(sim::quoted(title));
+      }
+    }
+  }
+  std::vector<std::string> found;
+  std::ranges::copy_if(words, std::back_inserter(found),
+                       [&](const std::string& word) { return word.starts_with(typed); });
+  return found;
 }
 
 }  // namespace keyrow::sim

@@ -2,30 +2,30 @@
 
 #include <cstddef>
 #include <string>
+#include <variant>
 #include <vector>
 
-#include "sim/scenario/Command.h"
+#include "sim/scenario/Action.h"
 
 namespace keyrow::sim {
 
 /// One line of a scenario.
 struct Step {
-  enum class Kind {
-    /// A comment on a line of its own: what a reader is told.
-    comment,
-    action,
-    expectation,
-  };
+  /// A comment on a line of its own: what a reader is told.
+  struct Comment {};
 
   /// From 1.
   std::size_t line = 0;
   /// Where its first word begins, from 1.
   std::size_t column = 0;
-  Kind kind = Kind::comment;
   /// The line without indentation and comment; of a comment, what follows the "#".
   std::string text;
-  /// Empty for a comment.
-  Play play;
+  std::variant<Comment, Action, Check> content;
+
+  bool isComment() const { return std::holds_alternative<Comment>(content); }
+  bool isExpectation() const { return std::holds_alternative<Check>(content); }
+  /// What it does; null for a comment and an expectation.
+  const Action* action() const { return std::get_if<Action>(&content); }
 };
 
 /// A parsed scenario.

@@ -3,60 +3,99 @@
 #include <algorithm>
 #include <utility>
 
+#include "sim/scenario/Language.h"
+
 namespace keyrow::sim {
 
 namespace {
 
-/// Whether this is the command that the line begins with.
-bool begins(LineReader& line, const Command& command) {
-  const auto blank = command.words.find(' ');
+/// Whether this is what the line begins with.
+template <typename Parsed>
+bool begins(LineReader& line, const Word<Parsed>& word) {
+  const auto blank = word.words.find(' ');
   auto attempt = line;
-  if (!attempt.accept(command.words.substr(0, blank))) return false;
-  if (blank != std::string_view::npos && !attempt.accept(command.words.substr(blank + 1))) {
+  if (!attempt.accept(word.words.substr(0, blank))) return false;
+  if (blank != std::string_view::npos && !attempt.accept(word.words.substr(blank + 1))) {
     return false;
   }
   line = attempt;
   return true;
 }
 
-Play parseCommand(LineReader& line, std::span<const std::span<const Command>> groups) {
-  for (const auto group : groups) {
-    for (const auto& command : group) {
-      if (!begins(line, command)) continue;
-      auto play = command.parse(line);
-      line.end();
-      return play;
+std::optional<Action> parseAction(LineReader& line) {
+  for (const auto& part : language()) {
+    for (const auto& word : part.actions) {
+      if (begins(line, word)) return word.parse(line);
     }
   }
-  return nullptr;
+  return std::nullopt;
 }
 
-std::string expectationNames() {
+/// The word that an expectation begins with; fails when there is none.
+const ExpectationWord& expectationWord(LineReader& line) {
   std::string names;
-  for (const auto group : expectations()) {
-    for (const auto& command : group) {
+  for (const auto& part : language()) {
+    for (const auto& word : part.expectations) {
+      if (begins(line, word)) return word;
       if (!names.empty()) names += ", ";
-      names += command.words.substr(command.words.find(' ') + 1);
+      names += word.words;
     }
   }
-  return names;
+  line.fail("one of " + names);
+}
+
+/// Takes the word of an event where nothing about it follows: any event of that kind.
+std::optional<TimelineEvent::Kind> bareEvent(LineReader& line) {
+  for (int index = 0; index <= static_cast<int>(TimelineEvent::Kind::fault); ++index) {
+    const auto kind = static_cast<TimelineEvent::Kind>(index);
+    auto attempt = line;
+    if (!attempt.accept(wordOf(kind)) || !(attempt.atEnd() || attempt.at("then"))) continue;
+    line = attempt;
+    return kind;
+  }
+  return std::nullopt;
+}
+
+/// Takes an event; fails for what only asks how things stand.
+EventPattern parseEvent(LineReader& line) {
+  if (const auto kind = bareEvent(line)) return {*kind, {}};
+  auto expectation = expectationWord(line).parse(line);
+  if (auto* event = std::get_if<EventPattern>(&expectation)) return std::move(*event);
+  line.failBefore("something that happens, such as: hardware special -> standard");
+}
+
+/// Takes what follows "expect".
+Check parseExpectation(LineReader& line) {
+  constexpr std::uint64_t mostTimes = 1'000'000;
+  EventExpectation events;
+  if (line.accept("no")) {
+    events.inOrder.push_back(parseEvent(line));
+    events.times = 0;
+  } else {
+    auto expectation = expectationWord(line).parse(line);
+    if (auto* check = std::get_if<Check>(&expectation)) return std::move(*check);
+    events.inOrder.push_back(std::get<EventPattern>(std::move(expectation)));
+    if (const auto times = line.maybeTimes(mostTimes)) {
+      events.times = *times;
+    } else {
+      while (line.accept("then")) events.inOrder.push_back(parseEvent(line));
+    }
+  }
+  return [events](Stage& stage) { return events.check(stage.recentTimeline()); };
 }
 
 Step parseTokens(const TokenizedLine& tokens, std::size_t number) {
   LineReader line{tokens};
-  Step step{.line = number,
-            .column = tokens.tokens.front().column,
-            .kind = Step::Kind::action,
-            .text = {},
-            .play = {}};
-  step.play = parseCommand(line, actions());
-  if (step.play) return step;
-
-  step.kind = Step::Kind::expectation;
-  step.play = parseCommand(line, expectations());
-  if (step.play) return step;
-  if (line.accept("expect")) line.fail("one of " + expectationNames());
-  line.fail("an action such as front or launch, or expect");
+  Step step{.line = number, .column = tokens.tokens.front().column, .text = {}, .content = {}};
+  if (auto action = parseAction(line)) {
+    step.content = *std::move(action);
+  } else if (line.accept("expect")) {
+    step.content = parseExpectation(line);
+  } else {
+    line.fail("an action such as front or launch, or expect");
+  }
+  line.end();
+  return step;
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -91,9 +130,8 @@ std::expected<std::optional<Step>, LineError> parseLine(std::string_view line, s
     if (!tokens->comment) return std::nullopt;
     return Step{.line = number,
                 .column = 1,
-                .kind = Step::Kind::comment,
                 .text = std::string{trimmed(*tokens->comment)},
-                .play = {}};
+                .content = Step::Comment{}};
   }
   try {
     auto step = parseTokens(*tokens, number);
@@ -117,8 +155,7 @@ std::expected<Scenario, std::vector<ScenarioError>> parseScenario(std::string na
       scenario.steps.push_back(**std::move(step));
     }
   }
-  const bool onlyComments = std::ranges::all_of(
-      scenario.steps, [](const Step& step) { return step.kind == Step::Kind::comment; });
+  const bool onlyComments = std::ranges::all_of(scenario.steps, &Step::isComment);
   if (errors.empty() && onlyComments) {
     errors.push_back({0, 0, "expected a scenario, found no action and no expectation"});
   }

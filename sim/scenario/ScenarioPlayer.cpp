@@ -2,6 +2,23 @@
 
 namespace keyrow::sim {
 
+namespace {
+
+Outcome playAction(const Action& action, Stage& stage) {
+  stage.beginAction();
+  try {
+    auto outcome = std::visit([&](const auto& line) { return line.play(stage); }, action);
+    stage.mac.scheduler.runReady();
+    if (outcome.kind != Outcome::Kind::done) return outcome;
+  } catch (const TooMuchHappens&) {
+    return {Outcome::Kind::endless, "this line would cause more than a million events"};
+  }
+  const auto wrongAnswer = stage.mac.screen.takeWrongAnswer();
+  return wrongAnswer.empty() ? Outcome{} : unplayable(wrongAnswer);
+}
+
+}  // namespace
+
 PlayResult& PlayResult::operator+=(const PlayResult& other) {
   metExpectations += other.metExpectations;
   unmetExpectations += other.unmetExpectations;
@@ -9,13 +26,20 @@ PlayResult& PlayResult::operator+=(const PlayResult& other) {
   return *this;
 }
 
+void PlayResult::count(const Step& step, const Outcome& outcome) {
+  if (outcome.kind == Outcome::Kind::unmet) {
+    ++unmetExpectations;
+  } else if (outcome.kind != Outcome::Kind::done) {
+    ++unplayableLines;
+  } else if (step.isExpectation()) {
+    ++metExpectations;
+  }
+}
+
 Outcome playStep(const Step& step, Stage& stage) {
-  if (step.kind == Step::Kind::comment) return {};
-  if (step.kind == Step::Kind::expectation) return step.play(stage);
-  stage.beginAction();
-  auto outcome = step.play(stage);
-  stage.mac.scheduler.runReady();
-  return outcome;
+  if (const auto* action = step.action()) return playAction(*action, stage);
+  const auto* check = std::get_if<Check>(&step.content);
+  return check ? (*check)(stage) : Outcome{};
 }
 
 PlayResult playScenario(const Scenario& scenario, PlayListener& listener) {
@@ -29,12 +53,8 @@ PlayResult playScenario(const Scenario& scenario, PlayListener& listener) {
     listener.willPlay(step, stage.mac);
     const auto outcome = playStep(step, stage);
     listener.didPlay(scenario, step, outcome);
-    if (outcome.kind == Outcome::Kind::unplayable) {
-      ++result.unplayableLines;
-      break;
-    }
-    if (step.kind != Step::Kind::expectation) continue;
-    ++(outcome.kind == Outcome::Kind::done ? result.metExpectations : result.unmetExpectations);
+    result.count(step, outcome);
+    if (result.unplayableLines > 0) break;
   }
   return result;
 }

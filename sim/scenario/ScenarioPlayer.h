@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sim/scenario/Command.h"
+#include "sim/scenario/Outcome.h"
 #include "sim/scenario/Scenario.h"
 #include "sim/scenario/Stage.h"
 
@@ -29,6 +29,8 @@ struct PlayResult {
   int unplayableLines = 0;
 
   PlayResult& operator+=(const PlayResult& other);
+  /// Counts what came of a line.
+  void count(const Step& step, const Outcome& outcome);
 };
 
 /// Plays one line on the stage.

@@ -19,15 +19,47 @@ SimulatedProcess* Stage::process() {
   return nullptr;
 }
 
+SimulatedProcess* Stage::process(OpenHandles::ProcessID processID) {
+  const auto found = std::ranges::find_if(processes_, [processID](const auto& process) {
+    return process->processID() == processID && !process->hasEnded();
+  });
+  return found == processes_.end() ? nullptr : found->get();
+}
+
 int Stage::runningCount() {
   return static_cast<int>(
       std::ranges::count_if(processes_, [](const auto& process) { return !process->hasEnded(); }));
 }
 
-bool Stage::isRunning(OpenHandles::ProcessID processID) {
-  return std::ranges::any_of(processes_, [processID](const auto& process) {
-    return process->processID() == processID && !process->hasEnded();
-  });
+std::string Stage::runningProcesses() const {
+  std::string list;
+  for (const auto& process : processes_) {
+    if (process->hasEnded()) continue;
+    list += (list.empty() ? "" : " ") + std::to_string(process->processID());
+  }
+  return list.empty() ? "none" : list;
+}
+
+Outcome Stage::tell(std::optional<OpenHandles::ProcessID> processID,
+                    const std::function<Outcome(SimulatedProcess&)>& action) {
+  auto* meant = processID ? process(*processID) : process();
+  if (meant) return action(*meant);
+  if (!processID || !process()) return unplayable("Keyrow is not running");
+  return unplayable("Keyrow " + std::to_string(*processID) + " is not running, but " +
+                    runningProcesses());
+}
+
+Outcome Stage::noSuchKeyboard(std::string_view name) const {
+  auto message = "no keyboard " + std::string{name} + " is attached";
+  std::string others;
+  for (const auto& other : mac.keyboards.attachedNames()) {
+    others += (others.empty() ? ", but " : ", ") + other;
+  }
+  return unplayable(message + others);
+}
+
+Outcome Stage::keyrowMissing(std::string_view expected) {
+  return unmet("expected " + std::string{expected} + ", but Keyrow is not running");
 }
 
 SimulatedProcess& Stage::startKeyrow() {
@@ -35,10 +67,13 @@ SimulatedProcess& Stage::startKeyrow() {
   return *processes_.back();
 }
 
-void Stage::changeKey(const std::string& keyboard, const NamedKey& key, bool isDown) {
+void Stage::changeKey(const std::optional<std::string>& keyboard, const NamedKey& key, bool isDown,
+                      std::chrono::nanoseconds lateness) {
   /// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
   constexpr std::uint32_t keyboardPage = 7;
-  if (const auto device = mac.keyboards.find(keyboard)) mac.sendInput(device, keyboardPage);
+  if (const auto device = keyboard ? mac.keyboards.find(*keyboard) : nullptr) {
+    mac.sendInput(device, keyboardPage, lateness);
+  }
 
   if (isDown) {
     heldFlags_ |= key.flags;
@@ -52,24 +87,24 @@ void Stage::changeKey(const std::string& keyboard, const NamedKey& key, bool isD
 }
 
 void Stage::beginAction() {
+  constexpr std::uint64_t mostEvents = 1'000'000;
   std::erase_if(processes_, [](const auto& process) { return process->hasEnded(); });
-  logLinesBefore_ = mac.log.lines().size();
-  eventsBefore_ = mac.timeline.events().size();
+  logLinesBefore_ = mac.log.size();
+  mac.timeline.clear();
+  mac.scheduler.allow(mostEvents);
+  for (std::size_t call = 0; call < callsBefore_.size(); ++call) {
+    callsBefore_[call] = mac.faults.callCount(static_cast<PortCall>(call));
+  }
 }
 
 std::vector<LogEntry> Stage::recentLog() const {
   std::vector<LogEntry> entries;
-  const auto lines = mac.log.lines();
-  for (auto index = logLinesBefore_; index < lines.size(); ++index) {
-    entries.push_back(lines[index].entry);
-  }
+  for (auto& line : mac.log.lines(logLinesBefore_)) entries.push_back(std::move(line.entry));
   return entries;
 }
 
-std::vector<TimelineEvent> Stage::recentTimeline() const {
-  auto events = mac.timeline.events();
-  events.erase(events.begin(), events.begin() + static_cast<std::ptrdiff_t>(eventsBefore_));
-  return events;
+std::uint64_t Stage::recentCallCount(PortCall call) const {
+  return mac.faults.callCount(call) - callsBefore_[static_cast<std::size_t>(call)];
 }
 
 }  // namespace keyrow::sim

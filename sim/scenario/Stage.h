@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <chrono>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,6 +12,7 @@
 #include "sim/machine/KeyText.h"
 #include "sim/machine/SimulatedMac.h"
 #include "sim/ports/SimulatedProcess.h"
+#include "sim/scenario/Outcome.h"
 
 namespace keyrow::sim {
 
@@ -17,14 +21,34 @@ namespace keyrow::sim {
 class Stage {
  public:
   Stage();
+  /// What happens while everything is taken apart is not for the timeline.
+  ~Stage() { mac.timeline.setListener({}); }
+  Stage(const Stage&) = delete;
+  Stage& operator=(const Stage&) = delete;
 
   SimulatedMac mac;
 
   /// The Keyrow that was launched last of those that still run; null when none runs.
   SimulatedProcess* process();
 
+  /// The Keyrow with this process identifier; null when it does not run.
+  SimulatedProcess* process(OpenHandles::ProcessID processID);
+
   int runningCount();
-  bool isRunning(OpenHandles::ProcessID processID);
+
+  /// The process identifiers of those that run, in the order of their launch, or "none".
+  std::string runningProcesses() const;
+
+  /// Does something to the Keyrow with this process identifier, or to the one that was
+  /// launched last where none is given. Says so where it does not run.
+  Outcome tell(std::optional<OpenHandles::ProcessID> processID,
+               const std::function<Outcome(SimulatedProcess&)>& action);
+
+  /// That no keyboard of this name is attached, and which ones are.
+  Outcome noSuchKeyboard(std::string_view name) const;
+
+  /// That something was expected, but Keyrow is not running.
+  static Outcome keyrowMissing(std::string_view expected);
 
   /// Makes one more process for Keyrow, which does nothing yet.
   SimulatedProcess& startKeyrow();
@@ -32,19 +56,23 @@ class Stage {
   /// Starts one more Keyrow.
   void launchKeyrow() { startKeyrow().launch(); }
 
-  /// A key goes down or comes up: the keyboard of that name, unless it is "none", sends an
-  /// input, and a key event follows.
-  void changeKey(const std::string& keyboard, const NamedKey& key, bool isDown);
+  /// A key goes down or comes up: the keyboard of that name, where there is one, sends an
+  /// input, which arrives so much later than the key event.
+  void changeKey(const std::optional<std::string>& keyboard, const NamedKey& key, bool isDown,
+                 std::chrono::nanoseconds lateness = {});
 
   /// Marks where an action begins: expectations about what happened look at what came
-  /// after.
+  /// after. No more than a million events may come of it.
   void beginAction();
 
   /// What was logged since the last action began.
   std::vector<LogEntry> recentLog() const;
 
   /// What happened since the last action began.
-  std::vector<TimelineEvent> recentTimeline() const;
+  std::vector<TimelineEvent> recentTimeline() const { return mac.timeline.events(); }
+
+  /// How often this call was made since the last action began.
+  std::uint64_t recentCallCount(PortCall call) const;
 
   /// Where modes are stored, whether Keyrow runs or not.
   StoredFnStates storedFnStates() { return StoredFnStates{defaults_}; }
@@ -60,7 +88,7 @@ class Stage {
   /// Of the modifiers that are held.
   std::uint64_t heldFlags_ = 0;
   std::size_t logLinesBefore_ = 0;
-  std::size_t eventsBefore_ = 0;
+  std::array<std::uint64_t, portCalls.size()> callsBefore_{};
 };
 
 }  // namespace keyrow::sim

@@ -28,9 +28,16 @@ class TimelinePrinter final : public PlayListener {
   void didHappen(const TimelineEvent& event) override;
   void didPlay(const Scenario& scenario, const Step& step, const Outcome& outcome) override;
 
+  /// Prints what time it is on the machine.
+  void showTime(const SimulatedMac& mac);
+
+  /// Date and time of day, such as: 2024-03-01 08:00:00.000
+  static std::string dateAndTime(std::chrono::nanoseconds sinceSwitchedOn);
+
  private:
   std::string painted(std::string_view style, std::string_view text) const;
-  /// The time of day, or as many blanks when it was printed just before.
+  /// The time of day, or as many blanks when it was printed just before. Prints the date first
+  /// where it is another one.
   std::string timeColumn(std::chrono::nanoseconds time);
 
   std::ostream& out_;
@@ -38,6 +45,7 @@ class TimelinePrinter final : public PlayListener {
   const bool inColour_;
   bool followsComment_ = false;
   std::string lastTime_;
+  std::string lastDate_ = "2024-03-01";
 };
 
 }  // namespace keyrow::sim

@@ -3,6 +3,7 @@
 #include <utf8proc.h>
 
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <utility>
 
@@ -44,11 +45,17 @@ class Tokenizer {
       const auto length =
           utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(line_.data() + at),
                            static_cast<utf8proc_ssize_t>(line_.size() - at), &scalar);
-      const bool isControl = scalar < 0x20 && scalar != '\t';
-      if (length <= 0 || isControl || scalar == 0x7F) {
-        std::array<char, 64> text{};
-        std::snprintf(text.data(), text.size(), "expected UTF-8 text, found the byte 0x%02X",
-                      static_cast<unsigned>(static_cast<unsigned char>(line_[at])));
+      const bool isControl = (scalar < 0x20 && scalar != '\t') || scalar == 0x7F;
+      if (length <= 0 || isControl) {
+        std::array<char, 80> text{};
+        if (length <= 0) {
+          std::snprintf(text.data(), text.size(), "expected UTF-8 text, found the byte 0x%02X",
+                        static_cast<unsigned>(static_cast<unsigned char>(line_[at])));
+        } else {
+          std::snprintf(text.data(), text.size(),
+                        "expected text, found the control character U+%04X",
+                        static_cast<unsigned>(scalar));
+        }
         return LineError{columnAt(at), text.data()};
       }
       at += static_cast<std::size_t>(length);
@@ -76,6 +83,35 @@ class Tokenizer {
     return std::nullopt;
   }
 
+  /// Takes what stands behind a backslash.
+  std::optional<LineError> takeEscape(std::string& text) {
+    constexpr std::string_view expected =
+        R"(expected \", \\, \n, \t or a character such as \u{1B})";
+    const auto start = position_ - 1;
+    constexpr std::string_view escapes = "\"\\nt";
+    constexpr std::string_view meanings = "\"\\\n\t";
+    const char c = position_ < line_.size() ? line_[position_++] : ' ';
+    if (const auto which = escapes.find(c); which != std::string_view::npos) {
+      text += meanings[which];
+      return std::nullopt;
+    }
+    const auto end = line_.find('}', position_);
+    const bool isNumber =
+        c == 'u' && line_.substr(position_).starts_with('{') && end != std::string_view::npos;
+    const auto* digits = line_.data() + position_ + 1;
+    std::int32_t scalar = -1;
+    if (!isNumber ||
+        std::from_chars(digits, line_.data() + end, scalar, 16).ptr != line_.data() + end ||
+        !utf8proc_codepoint_valid(scalar)) {
+      return LineError{columnAt(start), std::string{expected}};
+    }
+    std::array<utf8proc_uint8_t, 4> bytes{};
+    const auto length = utf8proc_encode_char(scalar, bytes.data());
+    text.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
+    position_ = end + 1;
+    return std::nullopt;
+  }
+
   std::optional<LineError> takeQuoted(std::string& text) {
     const auto start = position_++;
     while (position_ < line_.size()) {
@@ -85,15 +121,7 @@ class Tokenizer {
         text += c;
         continue;
       }
-      constexpr std::string_view escapes = "\"\\nt";
-      constexpr std::string_view meanings = "\"\\\n\t";
-      const auto which =
-          position_ < line_.size() ? escapes.find(line_[position_]) : std::string_view::npos;
-      if (which == std::string_view::npos) {
-        return LineError{columnAt(position_ - 1), R"(expected \", \\, \n or \t)"};
-      }
-      text += meanings[which];
-      ++position_;
+      if (const auto error = takeEscape(text)) return error;
     }
     return LineError{columnAt(start),
                      "expected a closing quotation mark for the text that begins here"};

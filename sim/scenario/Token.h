@@ -33,8 +33,8 @@ struct TokenizedLine {
 };
 
 /// Takes a line apart. In quoted text, \" \\ \n and \t stand for a quotation mark, a
-/// backslash, a line feed and a tab. Fails for a text without an end, for an unknown
-/// escape, and for what is no UTF-8 text.
+/// backslash, a line feed and a tab, and \u{1B} for the character of this number. Fails for a text
+/// without an end, for an unknown escape, and for what is no UTF-8 text.
 std::expected<TokenizedLine, LineError> tokenize(std::string_view line);
 
 }  // namespace keyrow::sim

@@ -33,7 +33,7 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           "find-application", "open-hid-manager", "frontmost-application",
           // The prompt, then the tap.
           "is process trusted", "is process trusted", "create-event-tap", "create-run-loop-source",
-          "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable event tap", "enable-event-tap",
+          "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable-event-tap",
           "observe activation", "observe wake", "observe sleep",
           "observe CapsLockIndicatorSettingDidChange",
           "observe NSApplicationDidBecomeActiveNotification",

@@ -20,7 +20,11 @@ class AppDelegatePermissionTest : public AppDelegateFixture {
   std::vector<std::string> seen() const {
     std::vector<std::string> texts;
     for (const auto& event : mac.timeline.events()) {
-      if (event.kind == TimelineEvent::Kind::screen) texts.push_back(event.text);
+      if (event.kind == TimelineEvent::Kind::screen) {
+        // Without its quotation marks.
+        const auto& text = event.terms.front();
+        texts.push_back(text.substr(1, text.size() - 2));
+      }
     }
     return texts;
   }

@@ -65,7 +65,8 @@ class CoreTest : public SimulatedMacTest {
 
   /// All of Keyrow's settings, for example `{globalFnState=1}`.
   std::string storedSettings() const {
-    return propertyText(PropertyValue{mac.defaults.domain(appIdentifier)});
+    const auto stored = mac.defaults.domain(appIdentifier);
+    return stored.empty() ? "{}" : "{" + propertyText(PropertyValue{stored}) + "}";
   }
 
   /// Every value that was sent to the hardware, oldest first.

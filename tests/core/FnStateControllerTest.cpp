@@ -92,9 +92,9 @@ TEST_F(FnStateControllerTest, FailsToReadWhenAnyCallOfTheReadFails) {
 TEST_F(FnStateControllerTest, SendsTheRawValueOfTheModeAndTouchesNoOtherParameter) {
   mac.hid.setParameter("HIDInitialKeyRepeat", 25);
   ASSERT_TRUE(controller().writeFnState(FnState::standard).has_value());
-  EXPECT_EQ(propertyText(mac.hid.parameters()), "{HIDFKeyMode=1 HIDInitialKeyRepeat=25}");
+  EXPECT_EQ(propertyText(mac.hid.parameters()), "HIDFKeyMode=1 HIDInitialKeyRepeat=25");
   ASSERT_TRUE(controller().writeFnState(FnState::special).has_value());
-  EXPECT_EQ(propertyText(mac.hid.parameters()), "{HIDFKeyMode=0 HIDInitialKeyRepeat=25}");
+  EXPECT_EQ(propertyText(mac.hid.parameters()), "HIDFKeyMode=0 HIDInitialKeyRepeat=25");
   EXPECT_THAT(writtenValues(), ElementsAre("1", "0"));
   EXPECT_THAT(logLines(), IsEmpty());
 }

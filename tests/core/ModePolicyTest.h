@@ -86,17 +86,19 @@ class ModePolicyTest : public CoreTest {
   static std::string shortText(const TimelineEvent& event) {
     switch (event.kind) {
       case TimelineEvent::Kind::hardware:
-        return "hardware " + event.text.substr(event.text.rfind(' ') + 1);
+        return "hardware " + event.terms.back();
       case TimelineEvent::Kind::defaults:
-        return "store " + event.text.substr(0, event.text.find(' '));
+        return "store " + event.terms.front();
+      case TimelineEvent::Kind::override_:
+        return "store localFnState";
       case TimelineEvent::Kind::fault:
-        return "fault " + event.text.substr(0, event.text.find(':'));
+        return "fault " + event.terms.front();
       case TimelineEvent::Kind::preference:
         return "preference";
       case TimelineEvent::Kind::log:
         return "log";
       default:
-        return event.text;
+        return textOf(event);
     }
   }
 

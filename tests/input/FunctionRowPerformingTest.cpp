@@ -21,7 +21,10 @@ class FunctionRowPerformingTest : public KeyEventFixture {
     KeyEventFixture::SetUp();
     store("applyFnModeToExternalFunctionKeys", true);
     mac.timeline.setListener([this](const TimelineEvent& event) {
-      if (event.kind == TimelineEvent::Kind::key) keys_.push_back(event.text);
+      if (event.kind != TimelineEvent::Kind::key) return;
+      // Without its quotation marks.
+      const auto& text = event.terms.front();
+      keys_.push_back(text.substr(1, text.size() - 2));
     });
   }
 

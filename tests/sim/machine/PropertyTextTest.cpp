@@ -37,10 +37,10 @@ INSTANTIATE_TEST_SUITE_P(Values, PropertyTextTest,
                              {"a\"b\\c\nd", "\"a\\\"b\\\\c\\nd\""},
                              {"é😀", "\"é😀\""},
                              {PropertyDictionary{}, "{}"},
-                             {PropertyDictionary{{"a", 1}}, "{a=1}"},
+                             {PropertyDictionary{{"a", 1}}, "a=1"},
                              {PropertyDictionary{
                                   {"b", "x"}, {"a", true}, {"c", PropertyDictionary{{"d", -3}}}},
-                              "{a=true b=\"x\" c={d=-3}}"},
+                              "a=true b=\"x\" c={d=-3}"},
                          }));
 
 TEST(PropertyTextNumberTest, AFloatingPointNumberNeverReadsAsAnInteger) {
@@ -57,14 +57,15 @@ TEST(PropertyTextNumberTest, AFloatingPointNumberReadsBackAsItself) {
   EXPECT_EQ(std::stod(propertyText(1.0 / 3)), 1.0 / 3);
 }
 
-TEST(QuotedTest, EscapesQuotationMarksBackslashesAndNewlinesOnly) {
+TEST(QuotedTest, EscapesQuotationMarksBackslashesAndControlCharactersOnly) {
   EXPECT_EQ(quoted(""), "\"\"");
   EXPECT_EQ(quoted("plain text"), "\"plain text\"");
   EXPECT_EQ(quoted("say \"hi\""), "\"say \\\"hi\\\"\"");
   EXPECT_EQ(quoted("\\"), "\"\\\\\"");
   EXPECT_EQ(quoted("\\n"), "\"\\\\n\"");
   EXPECT_EQ(quoted("\n\n"), "\"\\n\\n\"");
-  EXPECT_EQ(quoted("\t'{}="), "\"\t'{}=\"");
+  EXPECT_EQ(quoted("\t'{}="), "\"\\t'{}=\"");
+  EXPECT_EQ(quoted("\x1B[31m\x7F"), "\"\\u{1B}[31m\\u{7F}\"");
 }
 
 }  // namespace

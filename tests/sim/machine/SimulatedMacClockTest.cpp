@@ -48,13 +48,12 @@ TEST_F(SimulatedMacClockTest, SystemSettingsChangesHardwareAndPreferenceTogether
 TEST_F(SimulatedMacClockTest, AFailingPortCallIsOnTheTimeline) {
   mac.scheduler.advance(2s);
   mac.faults.fail(PortCall::openHidManager, 1);
-  EXPECT_TRUE(mac.strikes(PortCall::openHidManager));
-  EXPECT_FALSE(mac.strikes(PortCall::openHidManager));
+  EXPECT_FALSE(mac.call(PortCall::openHidManager));
+  EXPECT_TRUE(mac.call(PortCall::openHidManager));
   const auto events = mac.timeline.events();
   ASSERT_EQ(events.size(), 1U);
   EXPECT_EQ(events[0].time, 2s);
-  EXPECT_EQ(events[0].kind, TimelineEvent::Kind::fault);
-  EXPECT_EQ(events[0].text, "open-hid-manager: IOHIDManagerOpen is refused");
+  EXPECT_EQ(textOf(events[0]), "fault open-hid-manager");
 }
 
 }  // namespace

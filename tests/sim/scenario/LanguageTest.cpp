@@ -6,18 +6,33 @@
 #include <regex>
 
 #include "sim/machine/PortCall.h"
+#include "sim/scenario/Help.h"
+#include "sim/scenario/Language.h"
 #include "sim/scenario/ScenarioParser.h"
 
 namespace keyrow::sim {
 namespace {
 
-std::vector<Command> wholeLanguage() {
-  std::vector<Command> commands;
-  for (const auto group : actions()) commands.insert(commands.end(), group.begin(), group.end());
-  for (const auto group : expectations()) {
-    commands.insert(commands.end(), group.begin(), group.end());
+/// A line of the language, as far as it is written down.
+struct Described {
+  std::string beginning;
+  std::string usage;
+  std::string example;
+};
+
+std::vector<Described> wholeLanguage() {
+  std::vector<Described> lines;
+  for (const auto& part : language()) {
+    for (const auto& word : part.actions) {
+      lines.push_back(
+          {std::string{word.words}, std::string{word.usage}, std::string{word.example}});
+    }
+    for (const auto& word : part.expectations) {
+      lines.push_back({"expect " + std::string{word.words}, std::string{word.usage},
+                       std::string{word.example}});
+    }
   }
-  return commands;
+  return lines;
 }
 
 std::string documentation() {
@@ -27,20 +42,41 @@ std::string documentation() {
   return std::regex_replace(text, std::regex{R"(\\\|)"}, "|");
 }
 
-TEST(LanguageTest, EveryCommandHasAnExampleThatParses) {
-  for (const auto& command : wholeLanguage()) {
-    const auto step = parseLine(command.example, 1);
-    EXPECT_TRUE(step) << command.example << ": " << (step ? "" : step.error().message);
-    EXPECT_TRUE(command.example.starts_with(command.words)) << command.example;
+TEST(LanguageTest, EveryLineHasAnExampleThatParses) {
+  for (const auto& line : wholeLanguage()) {
+    const auto step = parseLine(line.example, 1);
+    EXPECT_TRUE(step) << line.example << ": " << (step ? "" : step.error().message);
+    EXPECT_TRUE(line.example.starts_with(line.beginning)) << line.example;
   }
 }
 
-TEST(LanguageTest, TheDocumentationHasEveryCommandWithItsExample) {
+TEST(LanguageTest, NoBackDoorsAreLeft) {
+  for (const auto* line :
+       {"set global special", "toggle override", "clear override", "setting shortcut default"}) {
+    EXPECT_FALSE(parseLine(line, 1)) << line;
+  }
+}
+
+TEST(LanguageTest, TheDocumentationHasEveryLineWithItsExample) {
   const auto documented = documentation();
-  for (const auto& command : wholeLanguage()) {
-    EXPECT_NE(documented.find("`" + std::string{command.usage} + "`"), std::string::npos)
-        << command.usage;
-    EXPECT_NE(documented.find(command.example), std::string::npos) << command.example;
+  for (const auto& line : wholeLanguage()) {
+    EXPECT_NE(documented.find("`" + line.usage + "`"), std::string::npos) << line.usage;
+    EXPECT_NE(documented.find(line.example), std::string::npos) << line.example;
+  }
+  for (const auto& form : eventForms) {
+    EXPECT_NE(documented.find("`" + std::string{form.usage} + "`"), std::string::npos)
+        << form.usage;
+  }
+}
+
+TEST(LanguageTest, TheDocumentationHasEveryPlaceholderAndEveryWordOfThePrompt) {
+  const auto documented = documentation();
+  for (const auto& entry : placeholders) {
+    EXPECT_NE(documented.find("| `" + std::string{entry.usage} + "` | "), std::string::npos)
+        << entry.usage;
+  }
+  for (const auto& entry : promptWords) {
+    EXPECT_NE(documented.find(entry.usage), std::string::npos) << entry.usage;
   }
 }
 
@@ -51,6 +87,15 @@ TEST(LanguageTest, TheDocumentationHasEveryCallThatCanFail) {
     EXPECT_NE(documented.find(row), std::string::npos) << row;
   }
 }
+
+/// What can be expected, in the order of the language.
+#define EXPECTATIONS                                                                              \
+  "hardware, preference, defaults, override, global, scope, key, tap, source, shortcut, status, " \
+  "menu, window, screen, pane, process, leaks, log, report, fault, calls, draft, attachment, "    \
+  "notification"
+
+#define VALUES \
+  "a value: true, false, a number, a \"quoted text\", {}, or KEY=VALUE ... without braces"
 
 struct WrongLine {
   std::string_view line;
@@ -74,34 +119,44 @@ INSTANTIATE_TEST_SUITE_P(
                   "expected an action such as front or launch, or expect, found \"frnt\""},
         WrongLine{"\"front\" x", 1,
                   "expected an action such as front or launch, or expect, found \"front\""},
-        WrongLine{"  front", 8, "expected a bundle identifier or none, found the end of the line"},
+        WrongLine{"  front", 8,
+                  "expected a bundle identifier, such as com.apple.TextEdit, found the end of the "
+                  "line"},
         WrongLine{"front a b", 9, "expected the end of the line, found \"b\""},
-        WrongLine{"expect everything", 8,
-                  "expected one of hardware, preference, global, override, scope, defaults, log, "
-                  "source, shortcut, report, leaks, status, menu, window, screen, instances, tap, "
-                  "key, pane, draft, attachment, notification, found "
-                  "\"everything\""},
-        WrongLine{"expect", 7,
-                  "expected one of hardware, preference, global, override, scope, defaults, log, "
-                  "source, shortcut, report, leaks, status, menu, window, screen, instances, tap, "
-                  "key, pane, draft, attachment, notification, found "
-                  "the end of the line"},
+        WrongLine{"expect everything", 8, "expected one of " EXPECTATIONS ", found \"everything\""},
+        WrongLine{"expect", 7, "expected one of " EXPECTATIONS ", found the end of the line"},
+        WrongLine{"expect no global", 17,
+                  "expected special, standard or none, found the end of the line"},
+        WrongLine{"expect no global special", 18,
+                  "expected something that happens, such as: hardware special -> standard, found "
+                  "\"special\""},
+        WrongLine{"expect hardware special -> on", 28,
+                  "expected special, standard or unreadable, found \"on\""},
+        WrongLine{"expect key \"A\" 2", 17, "expected \"times\", found the end of the line"},
+        WrongLine{"expect log then global none", 24,
+                  "expected something that happens, such as: hardware special -> standard, found "
+                  "\"none\""},
         WrongLine{"expect hardware 1", 17, "expected special, standard or unreadable, found \"1\""},
-        WrongLine{"wait soon", 6,
-                  "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h, found "
-                  "\"soon\""},
-        WrongLine{"wait -1s", 6,
-                  "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h, found "
-                  "\"-1s\""},
-        WrongLine{"wait 1001h", 6,
-                  "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h, found "
-                  "\"1001h\""},
-        WrongLine{"wait 1.2.3s", 6,
-                  "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h, found "
-                  "\"1.2.3s\""},
-        WrongLine{"wait s", 6,
-                  "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h, found "
-                  "\"s\""},
+        WrongLine{
+            "wait soon", 6,
+            "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min, 1h or 2d, found "
+            "\"soon\""},
+        WrongLine{
+            "wait -1s", 6,
+            "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min, 1h or 2d, found "
+            "\"-1s\""},
+        WrongLine{
+            "wait 1001h", 6,
+            "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min, 1h or 2d, found "
+            "\"1001h\""},
+        WrongLine{
+            "wait 1.2.3s", 6,
+            "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min, 1h or 2d, found "
+            "\"1.2.3s\""},
+        WrongLine{
+            "wait s", 6,
+            "expected a duration of at most 1000h, such as 350ms, 0.35s, 5min, 1h or 2d, found "
+            "\"s\""},
         WrongLine{"expect source usb1 at 10ms", 23,
                   "expected a signed duration, such as +10ms or -0.2s, found \"10ms\""},
         WrongLine{"launch missiles", 8, "expected \"keyrow\", found \"missiles\""},
@@ -120,37 +175,65 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"press fn+ on usb1", 7,
                   "expected keys joined by +, such as A, F5, fn+` or left-control+Escape, found "
                   "\"fn+\""},
-        WrongLine{"fail everything", 6,
-                  "expected find-service, read-service-property, open-connection, "
-                  "set-hid-parameter, read-modifier-lock-state, copy-preference, "
-                  "synchronize-preferences, find-application, frontmost-application, "
-                  "create-event-tap, create-run-loop-source, enable-event-tap, open-hid-manager, "
-                  "registry-entry-id, read-device-property, open-url, register-login-item, "
-                  "unregister-login-item, write-file, request-notification-authorization, "
-                  "add-notification, create-key-event-source, copy-devices or read-log, found "
-                  "\"everything\""},
+        WrongLine{
+            "fail everything", 6,
+            "expected find-service, read-service-property, open-connection, "
+            "set-hid-parameter, read-modifier-lock-state, copy-preference, "
+            "synchronize-preferences, find-application, frontmost-application, "
+            "create-event-tap, create-run-loop-source, enable-event-tap, open-hid-manager, "
+            "registry-entry-id, read-device-property, open-url, register-login-item, "
+            "unregister-login-item, write-file, request-notification-authorization, "
+            "add-notification, create-key-event-source, copy-devices, read-log or write-defaults, "
+            "found "
+            "\"everything\""},
         WrongLine{"fail read-log many times", 15,
-                  "expected a whole number up to 1000000, found \"many\""},
-        WrongLine{"defaults write key value", 20,
-                  "expected a value: true, false, a number, a \"quoted text\", {} or KEY=VALUE "
-                  "..., found \"value\""},
-        WrongLine{"defaults write key a=1 b", 24, "expected KEY=VALUE, found \"b\""},
-        WrongLine{"defaults write key a=none", 20,
-                  "expected a value other than none, found \"a=none\""},
+                  "expected always, N times or after N, found \"many\""},
+        WrongLine{"defaults write globalFnStat 1", 16,
+                  "expected globalFnState, localFnState, showCapsLockIndicator, "
+                  "applyFnModeToExternalFunctionKeys, enhancedDiagnosticsEnabled, "
+                  "fnReplacementModifier, localToggleShortcutKeyCode, "
+                  "localToggleShortcutDisplayName, localToggleShortcutMenuKeyEquivalent, "
+                  "hasPromptedAccessibility or SUEnableAutomaticChecks, found \"globalFnStat\""},
+        WrongLine{"defaults write globalFnState value", 30, "expected " VALUES ", found \"value\""},
+        WrongLine{"defaults write localFnState {com.apple.TextEdit=1}", 29,
+                  "expected " VALUES ", found \"{com.apple.TextEdit=1}\""},
+        WrongLine{"defaults write localFnState a={b=1}", 29,
+                  "expected KEY= with a value: true, false, a number, a \"quoted text\" or {}, "
+                  "found \"a={b=1}\""},
+        WrongLine{"defaults write localFnState a=special", 29,
+                  "expected KEY= with a value: true, false, a number, a \"quoted text\" or {}, "
+                  "found \"a=special\""},
+        WrongLine{"defaults write localFnState a=1 b", 33,
+                  "expected the end of the line, found \"b\""},
+        WrongLine{"defaults add localFnState a=1", 27,
+                  "expected APP=MODE, such as com.apple.TextEdit=special or "
+                  "com.apple.TextEdit=standard, found \"a=1\""},
+        WrongLine{"defaults add globalFnState a=special", 14,
+                  "expected \"localFnState\", found \"globalFnState\""},
+        WrongLine{"install \"a b\"", 9,
+                  "expected a bundle identifier, such as com.apple.TextEdit, found \"a b\""},
+        WrongLine{"press caps-lock on usb1", 7,
+                  "expected keys other than Caps Lock, for which there is caps-lock on|off, found "
+                  "\"caps-lock\""},
+        WrongLine{"flags-changed A+B", 15, "expected a single key, found \"A+B\""},
+        WrongLine{"flags-changed A with B", 22,
+                  "expected modifiers joined by +, such as fn+shift, found \"B\""},
+        WrongLine{"info SUFeedUrl none", 6,
+                  "expected CFBundleShortVersionString, CFBundleVersion or SUFeedURL, found "
+                  "\"SUFeedUrl\""},
+        WrongLine{"quit keyrow now", 13, "expected the end of the line, found \"now\""},
         WrongLine{"hardware Colour=1", 10,
                   "expected special, standard, HIDFKeyMode=VALUE or HIDParameters=VALUE, found "
                   "\"Colour=1\""},
-        WrongLine{"setting shortcut 65536", 18,
-                  "expected a whole number up to 65535, found \"65536\""},
-        WrongLine{"setting shortcut 1 x", 20,
-                  "expected what the key types, in quotes, found \"x\""},
         WrongLine{"expect log state \"no end", 18,
                   "expected a closing quotation mark for the text that begins here"},
-        WrongLine{"expect log state \"\\x\"", 19, "expected \\\", \\\\, \\n or \\t"},
+        WrongLine{"expect log state \"\\x\"", 19,
+                  "expected \\\", \\\\, \\n, \\t or a character such as \\u{1B}"},
         WrongLine{"expect log state \"a\"b", 21, "expected a blank after the quoted text"},
         WrongLine{"front \xC3\x28", 7, "expected UTF-8 text, found the byte 0xC3"},
-        WrongLine{"front \x1B[31m", 7, "expected UTF-8 text, found the byte 0x1B"},
-        WrongLine{std::string_view{"\0", 1}, 1, "expected UTF-8 text, found the byte 0x00"}));
+        WrongLine{"front \x1B[31m", 7, "expected text, found the control character U+001B"},
+        WrongLine{std::string_view{"\0", 1}, 1,
+                  "expected text, found the control character U+0000"}));
 
 TEST(ScenarioParserTest, ALineMayBeAsLongAsAllowedAndNotLonger) {
   const std::string longest = "front " + std::string(maximumLineLength - 6, 'x');
@@ -194,13 +277,15 @@ TEST(ScenarioParserTest, KeepsLinesCommentsAndTheirPlaces) {
       parseScenario("name", "# Once\n\n  front none  # nobody\nexpect leaks none");
   ASSERT_TRUE(scenario);
   ASSERT_EQ(scenario->steps.size(), 3U);
-  EXPECT_EQ(scenario->steps[0].kind, Step::Kind::comment);
+  EXPECT_TRUE(scenario->steps[0].isComment());
   EXPECT_EQ(scenario->steps[0].text, "Once");
-  EXPECT_EQ(scenario->steps[1].kind, Step::Kind::action);
+  ASSERT_TRUE(scenario->steps[1].action());
+  const auto* front = std::get_if<Front>(scenario->steps[1].action());
+  EXPECT_TRUE(front && !front->app && !front->isUnnamed);
   EXPECT_EQ(scenario->steps[1].text, "front none");
   EXPECT_EQ(scenario->steps[1].line, 3U);
   EXPECT_EQ(scenario->steps[1].column, 3U);
-  EXPECT_EQ(scenario->steps[2].kind, Step::Kind::expectation);
+  EXPECT_TRUE(scenario->steps[2].isExpectation());
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 
 #include <sstream>
 
-#include "sim/scenario/Prompt.h"
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/TimelinePrinter.h"
 
@@ -58,35 +57,47 @@ INSTANTIATE_TEST_SUITE_P(
               "play.txt:2:1: expected the scope to be local, but it is global"},
         Unmet{"expect scope local",
               "play.txt:1:1: expected the scope to be local, but Keyrow is not running"},
-        Unmet{"defaults write a b=\"c\" d=true\nexpect defaults a 3",
-              "play.txt:2:1: expected the setting a to be 3, but it is {b=\"c\" d=true}"},
-        Unmet{"preference true\nlaunch keyrow\nexpect log nothing",
-              "play.txt:3:1: expected nothing in the log, but the log says\n"
-              "    state notice \"Initialized the stored global function key mode from System "
+        Unmet{"defaults write localFnState b=\"c\" d=true\nexpect defaults localFnState 3",
+              "play.txt:2:1: expected the setting localFnState to be 3, but it is b=\"c\" d=true"},
+        Unmet{"preference true\nlaunch keyrow\nexpect no log",
+              "play.txt:3:1: expected no log, but there was:\n"
+              "    log state notice \"Initialized the stored global function key mode from System "
               "Settings: standard function keys.\""},
-        Unmet{"preference true\nlaunch keyrow\nwait 500ms\n"
-              "expect log state \"Initialized the stored global function key mode from System "
-              "Settings: standard function keys.\"",
-              "play.txt:4:1: expected in the log: state \"Initialized the stored global function "
-              "key mode from System Settings: standard function keys.\", but nothing was logged"},
-        Unmet{"preference true\nlaunch keyrow\n"
-              "expect log state error \"Initialized the stored global function key mode from "
-              "System Settings: standard function keys.\"",
-              "play.txt:3:1: expected in the log: state error \"Initialized the stored global "
-              "function key mode from System Settings: standard function keys.\", but the log "
-              "says\n    state notice \"Initialized the stored global function key mode from "
-              "System Settings: standard function keys.\""},
+        Unmet{"preference true\nlaunch keyrow\nwait 500ms\nexpect log state \"Initialized.\"",
+              "play.txt:4:1: expected log state \"Initialized.\", but there was nothing like it"},
+        Unmet{"preference true\nlaunch keyrow\nexpect log state error",
+              "play.txt:3:1: expected log state error, but there was:\n"
+              "    log state notice \"Initialized the stored global function key mode from System "
+              "Settings: standard function keys.\""},
+        Unmet{"preference true\nlaunch keyrow\nexpect log state 2 times",
+              "play.txt:3:1: expected log state 2 times, but there was:\n"
+              "    log state notice \"Initialized the stored global function key mode from System "
+              "Settings: standard function keys.\""},
+        Unmet{"press A on none\nexpect key \"A up reaches nobody\" then key \"A down reaches "
+              "nobody\"",
+              "play.txt:2:1: expected key \"A up reaches nobody\" then key \"A down reaches "
+              "nobody\", but there was:\n"
+              "    key \"A down reaches nobody\"\n"
+              "    key \"A up reaches nobody\""},
+        Unmet{"hardware standard\nhardware special\nexpect hardware special -> standard",
+              "play.txt:3:1: expected hardware special -> standard, but there was:\n"
+              "    hardware standard -> special"},
+        Unmet{"launch keyrow\nexpect calls set-hid-parameter 2",
+              "play.txt:2:1: expected the number of calls of set-hid-parameter to be 2, but it is "
+              "1"},
         Unmet{"keyboard k transport=USB\nlaunch keyrow\npress A on k\nexpect source none",
               "play.txt:4:1: expected the source of a key event now to be none, but it is k"},
         Unmet{"launch keyrow\nexpect shortcut \"F5\"",
               "play.txt:2:1: expected the shortcut to be F5, but it is `"},
-        Unmet{"launch keyrow\nexpect status image=fn",
+        Unmet{"launch keyrow\nexpect status image fn",
               "play.txt:2:1: expected the status item's image to be fn, but it is globe"},
-        Unmet{"launch keyrow\nexpect status image=globe dot=override",
+        Unmet{"launch keyrow\nexpect status image globe dot override",
               "play.txt:2:1: expected the status item's dot to be override, but it is none"},
-        Unmet{"launch keyrow\nexpect status dot=none tooltip=\"Local F-Key Mode\"",
-              "play.txt:2:1: expected the dot's tool tip to be Local F-Key Mode, but it is none"},
-        Unmet{"expect status image=fn",
+        Unmet{"launch keyrow\nexpect status dot none tooltip \"Local F-Key Mode\"",
+              "play.txt:2:1: expected the status item's tooltip to be \"Local F-Key Mode\", but it "
+              "is "
+              "none"},
+        Unmet{"expect status image fn",
               "play.txt:1:1: expected a status item, but Keyrow is not running"},
         Unmet{"launch keyrow\nexpect menu \"Quit\" enabled",
               "play.txt:2:1: expected an open menu, but there is none"},
@@ -98,18 +109,34 @@ INSTANTIATE_TEST_SUITE_P(
               "play.txt:2:1: expected the settings window to be General, but it is closed"},
         Unmet{"expect window closed",
               "play.txt:1:1: expected a settings window, but Keyrow is not running"},
-        Unmet{"sleep\nexpect screen nothing",
-              "play.txt:2:1: expected nothing on the screen, but there is\n    the Mac sleeps"},
+        Unmet{"launch keyrow\nclick right\nexpect menu \"Quit\" enabled at 1",
+              "play.txt:3:1: expected the place of the menu item \"Quit\" to be 1, but it is 6"},
+        Unmet{"launch keyrow\nclick right\nexpect menu \"Quit\" enabled key \"\"",
+              "play.txt:3:1: expected the key of the menu item \"Quit\" to be \"\", but it is "
+              "\"⌘q\""},
+        Unmet{"launch keyrow\nclick right\nexpect menu \"Quit\" enabled tooltip \"x\"",
+              "play.txt:3:1: expected the tool tip of the menu item \"Quit\" to be \"x\", but it "
+              "is \"\""},
+        Unmet{"launch keyrow\nclick right\nexpect menu closed",
+              "play.txt:3:1: expected the menu to be closed, but it is open"},
+        Unmet{"sleep\nexpect no screen",
+              "play.txt:2:1: expected no screen, but there was:\n    screen \"the Mac sleeps\""},
         Unmet{"expect screen \"x\"",
-              "play.txt:1:1: expected \"x\" on the screen, but there is nothing"},
+              "play.txt:1:1: expected screen \"x\", but there was nothing like it"},
         Unmet{"expect tap working",
               "play.txt:1:1: expected the event tap to be working, but it is missing"},
-        Unmet{"press A on none\nexpect key nothing",
-              "play.txt:2:1: expected nothing from the keys, but there is\n    A down reaches "
-              "nobody\n"
-              "    A up reaches nobody"},
-        Unmet{"expect instances 1",
-              "play.txt:1:1: expected the number of running instances to be 1, but it is 0"},
+        Unmet{"press A on none\nexpect no key",
+              "play.txt:2:1: expected no key, but there was:\n"
+              "    key \"A down reaches nobody\"\n"
+              "    key \"A up reaches nobody\""},
+        Unmet{"front unnamed\npress A on none\nexpect key \"A down reaches nobody\"",
+              "play.txt:3:1: expected key \"A down reaches nobody\", but there was:\n"
+              "    key \"A down reaches an application without an identifier\"\n"
+              "    key \"A up reaches an application without an identifier\""},
+        Unmet{"expect process 501",
+              "play.txt:1:1: expected the processes of Keyrow to be 501, but it is none"},
+        Unmet{"launch keyrow\nkill keyrow\nexpect process 501 quit",
+              "play.txt:3:1: expected process 501 quit, but there was:\n    process 501 killed"},
         Unmet{"launch keyrow\nexpect report \"x\"",
               "play.txt:2:1: expected the log report to hold \"x\", but it is\n"
               "No recent Keyrow logs were available."}));
@@ -142,6 +169,8 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"front com.example.app", "play.txt:1:1: com.example.app is not installed"},
         Unmet{"uninstall com.example.app", "play.txt:1:1: com.example.app is not installed"},
         Unmet{"unplug usb1", "play.txt:1:1: no keyboard usb1 is attached"},
+        Unmet{"keyboard a\nkeyboard b\nunplug usb1",
+              "play.txt:3:1: no keyboard usb1 is attached, but a, b"},
         Unmet{"press A on usb1", "play.txt:1:1: no keyboard usb1 is attached"},
         Unmet{"click", "play.txt:1:1: Keyrow is not running"},
         Unmet{"click \"Quit\"", "play.txt:1:1: Keyrow is not running"},
@@ -157,11 +186,95 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"launch keyrow\ntab About", "play.txt:2:1: the settings window is closed"},
         Unmet{"launch keyrow\nchoose \"Quit\"", "play.txt:2:1: no menu is open"},
         Unmet{"launch keyrow\nclick right\nchoose \"Quiet\"",
-              "play.txt:3:1: the menu does not offer Quiet"},
+              "play.txt:3:1: the menu does not offer \"Quiet\", but \"Use F1-F12 by Default\", "
+              "\"Settings…\", \"Quit\""},
         Unmet{"wake", "play.txt:1:1: the Mac is awake"},
         Unmet{"sleep\nsleep", "play.txt:2:1: the Mac sleeps already"},
         Unmet{"quit keyrow", "play.txt:1:1: Keyrow is not running"},
-        Unmet{"kill keyrow", "play.txt:1:1: Keyrow is not running"}));
+        Unmet{"kill keyrow", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"launch keyrow\nquit keyrow 499", "play.txt:2:1: Keyrow 499 is not running, but 501"},
+        Unmet{"launch keyrow\nresume keyrow", "play.txt:2:1: Keyrow 501 does not hang"},
+        Unmet{"launch keyrow\nclose menu", "play.txt:2:1: no menu is open"},
+        Unmet{"launch keyrow\nclose window", "play.txt:2:1: the settings window is closed"},
+        Unmet{"front none\nlaunch keyrow\nclick right\nchoose \"Use F1-F12 in This App Only\"",
+              "play.txt:4:1: \"Use F1-F12 in This App Only\" is disabled; the menu offers \"Use "
+              "F1-F12 by Default\", \"Settings…\", \"Quit\""},
+        Unmet{"launch keyrow\nreopen keyrow\nchoose \"Left Option\"\nchoose \"Fn\"",
+              "play.txt:4:1: the pop-up does not offer \"Fn\", but \"Off\", \"Left Control\", "
+              "\"Left Option\", \"Left Command\", \"Left Shift\", \"Right Control\", \"Right "
+              "Option\", \"Right Command\", \"Right Shift\""},
+        Unmet{"launch keyrow\nreopen keyrow\ntab About\nchoose \"Off\"",
+              "play.txt:4:1: there is no pop-up in this tab"},
+        Unmet{"launch keyrow\nexpect pane colour \"red\"",
+              "play.txt:2:1: the settings window shows nothing called colour, but permission, "
+              "permission-tip, permission-help, login-item, caps-lock-indicator, external-keys, "
+              "shortcut, reset, shortcut-hint, replacement, replacement-hint, version, "
+              "diagnostics, auto-update"},
+        Unmet{"defaults write localFnState 1\ndefaults add localFnState a=special",
+              "play.txt:2:1: localFnState is no dictionary, but 1"},
+        Unmet{"fail read-log 2 times\nfail read-log",
+              "play.txt:2:1: read-log is to fail already, 2 times; repair ends that"},
+        Unmet{
+            "fail create-event-tap always\nanswer \"Cancel\"\nlaunch keyrow",
+            "play.txt:3:1: the alert \"Keyrow could not start keyboard monitoring\" has no button "
+            "\"Cancel\", but \"Open Accessibility Settings\" \"OK\""}));
+
+TEST(PlayTest, ALineThatWouldNeverEndIsStopped) {
+  Stage stage;
+  stage.mac.scheduler.schedule(std::chrono::nanoseconds{1}, [&stage] {
+    struct Again {
+      Scheduler& scheduler;
+      void operator()() const { scheduler.schedule(std::chrono::nanoseconds{1}, *this); }
+    };
+    Again{stage.mac.scheduler}();
+  });
+  const auto outcome = playStep(**parseLine("wait 1h", 1), stage);
+  EXPECT_EQ(outcome.kind, Outcome::Kind::endless);
+  EXPECT_EQ(outcome.message, "this line would cause more than a million events");
+}
+
+TEST(PlayTest, TheUpdaterRemembersItsSwitch) {
+  const auto played = play(
+      "launch keyrow\nreopen keyrow\ntab About\nexpect pane auto-update on\n"
+      "click \"Automatically check for updates\"\nexpect pane auto-update off\n"
+      "quit keyrow\nlaunch keyrow\nreopen keyrow\ntab About\nexpect pane auto-update off\n");
+  EXPECT_EQ(played.output, "");
+}
+
+TEST(PlayTest, WhoeverWasInFrontBeforeKeyrowComesBackWhenItEnds) {
+  const auto played = play(
+      "install com.example.app\nfront com.example.app\nlaunch keyrow\nreopen keyrow\n"
+      "press A on none\nexpect key \"A down reaches app.keyrow.Keyrow\"\n"
+      "kill keyrow\npress A on none\nexpect key \"A down reaches com.example.app\"\n");
+  EXPECT_EQ(played.output, "");
+}
+
+TEST(PlayTest, AKeyCanBeReleasedAfterItsKeyboardWasTakenAway) {
+  const auto played = play(
+      "keyboard k\nhold A on k\nunplug k\nrelease A on k\n"
+      "expect key \"A up reaches nobody\"\n");
+  EXPECT_EQ(played.output, "");
+}
+
+TEST(PlayTest, AnInputMayComeLaterThanItsEvent) {
+  const auto played = play(
+      "keyboard k transport=USB\nlaunch keyrow\npress A on k late 5ms\nexpect source none\n"
+      "wait 5ms\nexpect source k at -5ms\n");
+  EXPECT_EQ(played.output, "");
+}
+
+TEST(PlayTest, EveryKeyCanSendAFlagsChangedEvent) {
+  const auto played = play(
+      "flags-changed F5 with fn+shift\nexpect key \"F5 flags with fn+shift reaches nobody\"\n");
+  EXPECT_EQ(played.output, "");
+}
+
+TEST(PlayTest, AFailingWriteOfTheDefaultsStoresNothing) {
+  const auto played = play(
+      "launch keyrow\nfail write-defaults\nclick\nexpect fault write-defaults\n"
+      "expect hardware special -> standard\nexpect defaults globalFnState 0\n");
+  EXPECT_EQ(played.output, "");
+}
 
 TEST(PlayTest, TheMachineStaysOnForAHundredYearsAndNotLonger) {
   std::string text;
@@ -207,83 +320,25 @@ TEST(PlayTest, TheTimelineReadsLikeAStory) {
             "                wait 1.5s\n"
             "  08:00:01.500  fail set-hid-parameter\n"
             "                launch keyrow\n"
-            "                  menu bar  image none → globe\n"
-            "                  stored    hasPromptedAccessibility = true\n"
-            "                  stored    globalFnState = 0\n"
-            "                  fault     set-hid-parameter: IOHIDSetCFTypeParameter is refused\n"
-            "                  log       state error: Failed to apply the stored global function "
-            "key mode: Failed to write the function key mode.\n"
+            "                  process 501 launched\n"
+            "                  status image none -> globe\n"
+            "                  defaults hasPromptedAccessibility none -> true\n"
+            "                  tap missing -> working\n"
+            "                  defaults globalFnState none -> 0\n"
+            "                  fault set-hid-parameter\n"
+            "                  log state error \"Failed to apply the stored global function key "
+            "mode: Failed to write the function key mode.\"\n"
             "                ✓ global special\n");
 }
 
-std::string prompt(const std::string& input, PlayResult& result) {
-  std::istringstream in{input};
-  std::ostringstream out;
-  result = runPrompt(in, out, {});
-  return out.str();
-}
-
-TEST(PromptTest, ShowsWhereThingsStand) {
-  PlayResult result;
-  EXPECT_EQ(prompt("status\nhardware\nlog\nexit\nnever read\n", result),
-            "  frontmost   none\n"
-            "  keyboard    special\n"
-            "  global      none\n"
-            "  keyrow      not running\n"
-            "  HIDParameters                {HIDFKeyMode=0}\n"
-            "  com.apple.keyboard.fnState   none\n"
-            "  Keyrow is not running, so it cannot read its log.\n");
-  EXPECT_EQ(result.unplayableLines, 0);
-}
-
-TEST(PromptTest, ShowsARunningKeyrow) {
-  PlayResult result;
-  const auto output = prompt(
-      "defaults write localFnState com.apple.finder=1\nfront com.apple.finder\nlaunch "
-      "keyrow\nstatus\nhardware\nlog\n",
-      result);
-  EXPECT_THAT(output, testing::EndsWith("  frontmost   com.apple.finder\n"
-                                        "  keyboard    standard\n"
-                                        "  global      none\n"
-                                        "  override    com.apple.finder: standard function keys\n"
-                                        "  keyrow      running, override in force\n"
-                                        "  menu bar    [fn] blue dot, \"Local F-Key Mode\"\n"
-                                        "  window      closed\n"
-                                        "  shortcut    Fn+`\n"
-                                        "  HIDParameters                {HIDFKeyMode=1}\n"
-                                        "  com.apple.keyboard.fnState   none\n"
-                                        "  open                         1 EventTap\n"
-                                        "  open                         1 HidManager\n"
-                                        "  open                         1 RunLoopSource\n"
-                                        "  open                         8 observer\n"
-                                        "  open                         1 thread\n"
-                                        "No recent Keyrow logs were available.\n"));
-}
-
-TEST(PromptTest, GoesOnAfterAWrongLine) {
-  PlayResult result;
-  const auto output = prompt(std::string(2 * maximumLineLength, 'x') +
-                                 "\nwait\n\n# nothing\nexpect hardware "
-                                 "standard\nexpect hardware special",
-                             result);
-  EXPECT_EQ(output,
-            "line:1:4097: expected the end of the line after 4096 bytes at most\n"
-            "line:2:5: expected a duration of at most 1000h, such as 350ms, 0.35s, 5min or 1h, "
-            "found the end of the line\n"
-            "\n  nothing\n"
-            "line:5:1: expected the hardware to be standard, but it is special\n"
-            "\n                ✓ hardware special\n");
-  EXPECT_EQ(result.unplayableLines, 2);
-  EXPECT_EQ(result.unmetExpectations, 1);
-}
-
-TEST(PromptTest, HelpsWithTheWholeLanguageOrAPartOfIt) {
-  PlayResult result;
-  EXPECT_EQ(prompt("help wait\n", result), "  wait DURATION\n      Time passes.\n");
-  const auto all = prompt("help\n", result);
-  for (const auto& command : keyrowCommands()) {
-    EXPECT_THAT(all, testing::HasSubstr(std::string{command.summary}));
-  }
+TEST(PlayTest, ANewDayIsToldByItsDate) {
+  const auto played = play("wait 15h\nwait 2d\nfront none", Detail::timeline);
+  EXPECT_EQ(played.output,
+            "\nplay.txt\n"
+            "  08:00:00.000  wait 15h\n"
+            "  23:00:00.000  wait 2d\n"
+            "  2024-03-03\n"
+            "  23:00:00.000  front none\n");
 }
 
 }  // namespace

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <variant>
+
+#include "sim/scenario/AppLines.h"
+#include "sim/scenario/FaultLines.h"
+#include "sim/scenario/KeyLines.h"
+#include "sim/scenario/MachineLines.h"
+#include "sim/scenario/ModeLines.h"
+#include "sim/scenario/ProcessLines.h"
+#include "sim/scenario/ScreenLines.h"
+#include "sim/scenario/ServiceLines.h"
+
+namespace keyrow::sim {
+
+/// What a line does, with its arguments. Whoever wants to know what a line was asks this;
+/// `std::visit` makes sure that no kind of line is forgotten.
+using Action =
+    std::variant<Install, Uninstall, Front, ChangeInSystemSettings, ChangeHardware,
+                 ChangePreference, WriteDefaults, AddOverride, AttachKeyboard, Unplug, Press,
+                 HoldDown, Repeat, Release, ChangeFlags, SwitchCapsLock, DisableTap, ClickItem,
+                 ClickControl, Choose, CloseMenu, CloseWindow, SelectTab, Answer, Wait, Sleep, Wake,
+                 ChangePermission, Launch, Reopen, Quit, Kill, HangUp, Resume, PostTakeover, Fail,
+                 Repair, SetMailService, SwitchLoginItem, RequireApproval, AllowNotifications,
+                 FindUpdate, AttendUpdate, FinishUpdate, OpenNotification, SetInfo>;
+
+/// Asks whether something holds, or has happened since the last line that is no expectation.
+using Check = std::function<Outcome(Stage&)>;
+
+}  // namespace keyrow::sim

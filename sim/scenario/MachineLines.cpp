@@ -1,0 +1,71 @@
+#include "sim/scenario/MachineLines.h"
+
+#include <array>
+
+#include "sim/scenario/Language.h"
+
+namespace keyrow::sim {
+
+Outcome Wait::play(Stage& stage) const {
+  using namespace std::chrono_literals;
+  constexpr auto longestUptime = 24h * 36525;
+  if (stage.mac.scheduler.now() + duration > longestUptime) {
+    return unplayable("the machine cannot stay on for more than a hundred years");
+  }
+  stage.mac.scheduler.advance(duration);
+  return {};
+}
+
+Outcome Sleep::play(Stage& stage) const {
+  if (stage.mac.power.isAsleep()) return unplayable("the Mac sleeps already");
+  stage.mac.power.sleep();
+  return {};
+}
+
+Outcome Wake::play(Stage& stage) const {
+  if (!stage.mac.power.isAsleep()) return unplayable("the Mac is awake");
+  stage.mac.power.wake();
+  return {};
+}
+
+Outcome ChangePermission::play(Stage& stage) const {
+  auto& mac = stage.mac;
+  (which == Which::accessibility ? mac.isAccessibilityGranted : mac.isInputMonitoringGranted) =
+      isGranted;
+  return {};
+}
+
+namespace {
+
+Action parseWait(LineReader& line) { return Wait{line.duration()}; }
+
+Action parseSleep(LineReader&) { return Sleep{}; }
+
+Action parseWake(LineReader&) { return Wake{}; }
+
+Action permission(LineReader& line, bool isGranted) {
+  constexpr std::array<std::string_view, 2> permissions{"accessibility", "input-monitoring"};
+  return ChangePermission{static_cast<ChangePermission::Which>(line.oneOf(permissions)), isGranted};
+}
+
+Action parseGrant(LineReader& line) { return permission(line, true); }
+
+Action parseRevoke(LineReader& line) { return permission(line, false); }
+
+constexpr std::array<ActionWord, 5> actions{{
+    {"wait", "wait DURATION", "Time passes.", "wait 0.35s", parseWait},
+    {"sleep", "sleep", "The Mac falls asleep.", "sleep", parseSleep},
+    {"wake", "wake", "The Mac wakes up.", "wake", parseWake},
+    {"grant", "grant accessibility|input-monitoring",
+     "The user allows Keyrow to control the computer, or to monitor its keys, as it is in the "
+     "beginning.",
+     "grant accessibility", parseGrant},
+    {"revoke", "revoke accessibility|input-monitoring", "The user takes a permission back.",
+     "revoke accessibility", parseRevoke},
+}};
+
+}  // namespace
+
+LanguagePart machineLines() { return {actions, {}}; }
+
+}  // namespace keyrow::sim

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <chrono>
+
+#include "sim/scenario/Stage.h"
+
+namespace keyrow::sim {
+
+/// Time passes.
+struct Wait {
+  std::chrono::nanoseconds duration;
+  Outcome play(Stage& stage) const;
+};
+
+/// The Mac falls asleep.
+struct Sleep {
+  Outcome play(Stage& stage) const;
+};
+
+/// The Mac wakes up.
+struct Wake {
+  Outcome play(Stage& stage) const;
+};
+
+/// The user gives Keyrow a permission, or takes it back.
+struct ChangePermission {
+  enum class Which { accessibility, inputMonitoring };
+  Which which;
+  bool isGranted;
+  Outcome play(Stage& stage) const;
+};
+
+}  // namespace keyrow::sim

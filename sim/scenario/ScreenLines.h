@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+
+#include "sim/scenario/Stage.h"
+
+namespace keyrow::sim {
+
+/// The user clicks Keyrow's item in the menu bar.
+struct ClickItem {
+  ClickEvent event;
+  Outcome play(Stage& stage) const;
+};
+
+/// The user clicks a control of the settings window.
+struct ClickControl {
+  std::string title;
+  Outcome play(Stage& stage) const;
+};
+
+/// The user chooses from the open menu, or from the pop-up of the settings window.
+struct Choose {
+  std::string title;
+  Outcome play(Stage& stage) const;
+};
+
+/// The user closes the menu.
+struct CloseMenu {
+  Outcome play(Stage& stage) const;
+};
+
+/// The user closes the settings window.
+struct CloseWindow {
+  Outcome play(Stage& stage) const;
+};
+
+/// The user selects a tab of the settings window.
+struct SelectTab {
+  std::string title;
+  Outcome play(Stage& stage) const;
+};
+
+/// What the user will press in the next alert.
+struct Answer {
+  std::string button;
+  Outcome play(Stage& stage) const;
+};
+
+}  // namespace keyrow::sim
