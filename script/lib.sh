@@ -17,3 +17,12 @@ refuse() {
   printf '%s\n' "$usage" >&2
   exit 2
 }
+
+# need_writable FOLDER: ends here, saying what to do, when nothing can be put into the folder.
+need_writable() {
+  local folder=$1
+  until [[ -e $folder ]]; do folder=$(dirname "$folder"); done
+  [[ -w $folder ]] && return
+  echo "${0##*/}: $1 cannot be written. Clone Keyrow to a folder of your own, and build there." >&2
+  exit 1
+}
