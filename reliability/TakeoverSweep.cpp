@@ -32,7 +32,7 @@ struct Grid {
 std::string text(const Grid& grid) {
   std::string instances;
   for (unsigned index = 0; index < instanceCount; ++index) {
-    if ((grid.hanging >> index) & 1U) instances += " " + std::to_string(index + 1);
+    if ((grid.hanging >> index) & 1U) instances.append(" ").append(std::to_string(index + 1));
   }
   constexpr std::array ways{"reachable", "unreachable", "unstoppable"};
   return "launched every " + std::to_string(grid.interval / 1ms) + " ms, with" +
