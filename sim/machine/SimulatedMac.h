@@ -66,8 +66,8 @@ class SimulatedMac {
   /// The contents of the files that were written, by path.
   std::map<std::string, std::string> files;
 
-  /// What is in Keyrow's Info.plist.
-  PropertyDictionary infoDictionary{{"CFBundleShortVersionString", "1.0"},
+  /// What is in Keyrow's Info.plist: the version is that of the build.
+  PropertyDictionary infoDictionary{{"CFBundleShortVersionString", KEYROW_VERSION},
                                     {"CFBundleVersion", "1"},
                                     {"SUFeedURL", "https://keyrow.example/appcast.xml"}};
 

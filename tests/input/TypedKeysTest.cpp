@@ -18,7 +18,8 @@ TEST_F(TypedKeysTest, LeaveNoTrace) {
   store("enhancedDiagnosticsEnabled", true);
   store("applyFnModeToExternalFunctionKeys", true);
   std::vector<std::string> traces;
-  mac.timeline.setListener([&traces](const TimelineEvent& trace) { traces.push_back(trace.text); });
+  mac.timeline.setListener(
+      [&traces](const TimelineEvent& trace) { traces.push_back(textOf(trace)); });
   const std::set<std::uint16_t> topRow{96, 97, 98, 99, 100, 101, 103, 109, 111, 118, 120, 122};
   for (std::uint16_t keyCode = 0; keyCode < 128; ++keyCode) {
     if (topRow.contains(keyCode)) continue;
