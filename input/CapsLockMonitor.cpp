@@ -46,6 +46,16 @@ std::optional<bool> CapsLockMonitor::cachedCapsLockState() const {
   return std::ranges::any_of(deviceStates_, [](const auto& state) { return state.second; });
 }
 
+std::optional<bool> CapsLockMonitor::systemCapsLockState() const {
+  auto service = hidSystem_.matchingService(hidSystemClass);
+  if (!service) return std::nullopt;
+  const auto connection = service->open(hidParamConnectType);
+  service.reset();
+  if (!connection) return std::nullopt;
+  const auto isLocked = (*connection)->modifierLockState(capsLockState);
+  return isLocked ? std::optional{*isLocked} : std::nullopt;
+}
+
 void CapsLockMonitor::refreshCapsLockIfEnabled() {
   if (!settings_.showCapsLockIndicator()) return;
   refreshCapsLockDeviceStates();

@@ -9,6 +9,7 @@
 #include "core/AppSettings.h"
 #include "platform/EventMonitors.h"
 #include "platform/HidManagers.h"
+#include "platform/HidSystem.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/SystemLog.h"
@@ -32,10 +33,11 @@ class CapsLockPresenter {
 class CapsLockMonitor {
  public:
   /// `hardwareLog` is the logger of the "hardware" category.
-  CapsLockMonitor(HidManagers& hidManagers, EventMonitors& eventMonitors,
+  CapsLockMonitor(HidManagers& hidManagers, HidSystem& hidSystem, EventMonitors& eventMonitors,
                   NotificationCenter& notificationCenter, MainQueue& mainQueue,
                   const AppSettings& settings, Logger& hardwareLog)
       : hidManagers_{hidManagers},
+        hidSystem_{hidSystem},
         eventMonitors_{eventMonitors},
         notificationCenter_{notificationCenter},
         mainQueue_{mainQueue},
@@ -55,6 +57,10 @@ class CapsLockMonitor {
   /// Whether any keyboard reports Caps Lock; absent when no keyboard reports anything.
   std::optional<bool> cachedCapsLockState() const;
 
+  /// What the HID system says, whichever keyboard it has that from; absent when it cannot
+  /// be read.
+  std::optional<bool> systemCapsLockState() const;
+
   /// Asks the keyboards and updates the indicator, if the user wants to see it.
   void refreshCapsLockIfEnabled();
 
@@ -73,6 +79,7 @@ class CapsLockMonitor {
   void performCapsLockRefresh();
 
   HidManagers& hidManagers_;
+  HidSystem& hidSystem_;
   EventMonitors& eventMonitors_;
   NotificationCenter& notificationCenter_;
   MainQueue& mainQueue_;

@@ -49,7 +49,7 @@ void StatusBarController::updateCapsLockIndicator() {
     return;
   }
   auto isLocked = capsLockMonitor_.cachedCapsLockState();
-  if (!isLocked) isLocked = systemCapsLockState();
+  if (!isLocked) isLocked = capsLockMonitor_.systemCapsLockState();
   if (!isLocked || isLocked == lastCapsLockLockedState_) return;
   lastCapsLockLockedState_ = isLocked;
   statusItem_.setCapsLockIndicatorHidden(!*isLocked);
@@ -133,16 +133,6 @@ void StatusBarController::afterMenu() {
   if (!shouldOpenSettingsAfterMenuClose_) return;
   shouldOpenSettingsAfterMenuClose_ = false;
   settingsWindowController_.show();
-}
-
-std::optional<bool> StatusBarController::systemCapsLockState() const {
-  auto service = hidSystem_.matchingService(hidSystemClass);
-  if (!service) return std::nullopt;
-  const auto connection = service->open(hidParamConnectType);
-  service.reset();
-  if (!connection) return std::nullopt;
-  const auto isLocked = (*connection)->modifierLockState(capsLockState);
-  return isLocked ? std::optional{*isLocked} : std::nullopt;
 }
 
 }  // namespace keyrow

@@ -7,7 +7,6 @@
 #include "core/StoredFnStates.h"
 #include "input/CapsLockMonitor.h"
 #include "platform/Application.h"
-#include "platform/HidSystem.h"
 #include "platform/MainQueue.h"
 #include "platform/Workspace.h"
 #include "ui/SettingsWindowController.h"
@@ -24,15 +23,14 @@ class StatusBarController final : public ModePresenter,
   StatusBarController(StatusItemView& statusItem, ModePolicy& modePolicy,
                       const StoredFnStates& storedFnStates, const AppSettings& settings,
                       const CapsLockMonitor& capsLockMonitor,
-                      SettingsWindowController& settingsWindowController, HidSystem& hidSystem,
-                      Workspace& workspace, Application& application, MainQueue& mainQueue)
+                      SettingsWindowController& settingsWindowController, Workspace& workspace,
+                      Application& application, MainQueue& mainQueue)
       : statusItem_{statusItem},
         modePolicy_{modePolicy},
         storedFnStates_{storedFnStates},
         settings_{settings},
         capsLockMonitor_{capsLockMonitor},
         settingsWindowController_{settingsWindowController},
-        hidSystem_{hidSystem},
         workspace_{workspace},
         application_{application},
         mainQueue_{mainQueue} {}
@@ -72,7 +70,6 @@ class StatusBarController final : public ModePresenter,
   void hideCapsLockIndicator();
   void popUpMenu();
   void afterMenu();
-  std::optional<bool> systemCapsLockState() const;
 
   StatusItemView& statusItem_;
   ModePolicy& modePolicy_;
@@ -80,7 +77,6 @@ class StatusBarController final : public ModePresenter,
   const AppSettings& settings_;
   const CapsLockMonitor& capsLockMonitor_;
   SettingsWindowController& settingsWindowController_;
-  HidSystem& hidSystem_;
   Workspace& workspace_;
   Application& application_;
   MainQueue& mainQueue_;

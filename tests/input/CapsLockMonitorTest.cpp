@@ -159,6 +159,7 @@ TEST_F(CapsLockMonitorTest, IsReadyToListenBeforeItOpensItsManager) {
   FakeHidManagers managers;
   const auto& platform = process->platform();
   CapsLockMonitor onFakes{managers,
+                          platform.hidSystem,
                           platform.eventMonitors,
                           platform.notificationCenter,
                           platform.mainQueue,
@@ -169,6 +170,19 @@ TEST_F(CapsLockMonitorTest, IsReadyToListenBeforeItOpensItsManager) {
   onFakes.applyCapsLockIndicatorSetting();
   EXPECT_THAT(managers.calls, ElementsAre("create", "device matching", "register for devices",
                                           "register for removals", "schedule", "open"));
+}
+
+TEST_F(CapsLockMonitorTest, TellsWhatTheSystemSaysOrNothing) {
+  for (const bool isOn : {true, false}) {
+    mac.isCapsLockOn = isOn;
+    EXPECT_EQ(monitor().systemCapsLockState(), isOn);
+  }
+  for (const auto call :
+       {PortCall::findService, PortCall::openConnection, PortCall::readModifierLockState}) {
+    mac.faults.fail(call, 1);
+    EXPECT_EQ(monitor().systemCapsLockState(), std::nullopt) << info(call).name;
+  }
+  EXPECT_EQ(mac.openHandles.count("HidService") + mac.openHandles.count("HidConnection"), 0);
 }
 
 TEST_F(CapsLockMonitorTest, SwitchedOffDuringABurstItStaysOff) {
