@@ -44,18 +44,15 @@ std::string errorText(KeyboardControllerError error) {
   return std::string{errorDescription(error)};
 }
 
-DiagnosticsLog::DiagnosticsLog(SystemLog& systemLog, Bundle& bundle, Clock& clock, Text& text)
-    : systemLog_{systemLog},
-      clock_{clock},
-      text_{text},
-      subsystem_{bundle.identifier().value_or(std::string{appIdentifier})} {
+DiagnosticsLog::DiagnosticsLog(const Uses& uses)
+    : use_{uses}, subsystem_{uses.bundle.identifier().value_or(std::string{appIdentifier})} {
   std::ranges::transform(categoryNames, loggers_.begin(), [this](std::string_view category) {
-    return systemLog_.makeLogger(subsystem_, category);
+    return use_.systemLog.makeLogger(subsystem_, category);
   });
 }
 
 std::string DiagnosticsLog::recentLogReport() {
-  auto entries = systemLog_.entriesSince(clock_.now() - reportWindow);
+  auto entries = use_.systemLog.entriesSince(use_.clock.now() - reportWindow);
   if (!entries) return "Recent logs could not be loaded: " + errorText(entries.error());
 
   std::erase_if(*entries, [this](const LogEntry& entry) { return !isOurs(entry); });
@@ -67,7 +64,7 @@ std::string DiagnosticsLog::recentLogReport() {
     if (index > dropped) report += '\n';
     report += reportLine((*entries)[index]);
   }
-  auto tail = text_.lastCharacters(report, maximumReportCharacters);
+  auto tail = use_.text.lastCharacters(report, maximumReportCharacters);
   if (tail.size() == report.size()) return report;
   return "[Truncated to the most recent " + std::to_string(maximumReportCharacters) +
          " characters]\n" + tail;

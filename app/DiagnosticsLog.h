@@ -36,7 +36,14 @@ std::string errorText(KeyboardControllerError error);
 /// four categories, and reads the application's recent lines back.
 class DiagnosticsLog {
  public:
-  DiagnosticsLog(SystemLog& systemLog, Bundle& bundle, Clock& clock, Text& text);
+  struct Uses {
+    SystemLog& systemLog;
+    Bundle& bundle;
+    Clock& clock;
+    Text& text;
+  };
+
+  explicit DiagnosticsLog(const Uses& uses);
 
   Logger& logger(LogCategory category) { return *loggers_[static_cast<std::size_t>(category)]; }
 
@@ -48,9 +55,7 @@ class DiagnosticsLog {
  private:
   bool isOurs(const LogEntry& entry) const;
 
-  SystemLog& systemLog_;
-  Clock& clock_;
-  Text& text_;
+  const Uses use_;
   /// The bundle's identifier, or else `appIdentifier`.
   const std::string subsystem_;
   std::array<std::unique_ptr<Logger>, 4> loggers_;

@@ -40,10 +40,10 @@ std::optional<FnReplacementModifier> AppSettings::fnReplacementModifier() const 
 
 void AppSettings::setFnReplacementModifier(std::optional<FnReplacementModifier> modifier) {
   if (!modifier) {
-    userDefaults_.removeObject(settingsKey::fnReplacementModifier);
+    use_.userDefaults.removeObject(settingsKey::fnReplacementModifier);
     return;
   }
-  userDefaults_.setObject(settingsKey::fnReplacementModifier, rawValue(*modifier));
+  use_.userDefaults.setObject(settingsKey::fnReplacementModifier, rawValue(*modifier));
 }
 
 std::uint16_t AppSettings::localToggleShortcutKeyCode() const {
@@ -63,18 +63,18 @@ LocalToggleShortcut AppSettings::localToggleShortcut() const {
 }
 
 void AppSettings::setLocalToggleShortcut(const LocalToggleShortcut& shortcut) {
-  userDefaults_.setObject(settingsKey::localToggleShortcutKeyCode, int{shortcut.keyCode});
-  userDefaults_.setObject(settingsKey::localToggleShortcutDisplayName, shortcut.displayName);
-  userDefaults_.setObject(settingsKey::localToggleShortcutMenuKeyEquivalent,
-                          shortcut.menuKeyEquivalent.value_or(""));
-  notificationCenter_.post(settingsNotification::LocalToggleShortcutSettingDidChange);
+  use_.userDefaults.setObject(settingsKey::localToggleShortcutKeyCode, int{shortcut.keyCode});
+  use_.userDefaults.setObject(settingsKey::localToggleShortcutDisplayName, shortcut.displayName);
+  use_.userDefaults.setObject(settingsKey::localToggleShortcutMenuKeyEquivalent,
+                              shortcut.menuKeyEquivalent.value_or(""));
+  use_.notificationCenter.post(settingsNotification::LocalToggleShortcutSettingDidChange);
 }
 
 void AppSettings::resetLocalToggleShortcut() {
-  userDefaults_.removeObject(settingsKey::localToggleShortcutKeyCode);
-  userDefaults_.removeObject(settingsKey::localToggleShortcutDisplayName);
-  userDefaults_.removeObject(settingsKey::localToggleShortcutMenuKeyEquivalent);
-  notificationCenter_.post(settingsNotification::LocalToggleShortcutSettingDidChange);
+  use_.userDefaults.removeObject(settingsKey::localToggleShortcutKeyCode);
+  use_.userDefaults.removeObject(settingsKey::localToggleShortcutDisplayName);
+  use_.userDefaults.removeObject(settingsKey::localToggleShortcutMenuKeyEquivalent);
+  use_.notificationCenter.post(settingsNotification::LocalToggleShortcutSettingDidChange);
 }
 
 bool AppSettings::hasPromptedAccessibility() const {
@@ -82,33 +82,33 @@ bool AppSettings::hasPromptedAccessibility() const {
 }
 
 void AppSettings::setHasPromptedAccessibility() {
-  userDefaults_.setObject(settingsKey::hasPromptedAccessibility, true);
+  use_.userDefaults.setObject(settingsKey::hasPromptedAccessibility, true);
 }
 
 LocalToggleShortcut AppSettings::makeLocalToggleShortcut(
     std::uint16_t keyCode, std::optional<std::string_view> characters) const {
-  return keyrow::makeLocalToggleShortcut(keyCode, characters, text_);
+  return keyrow::makeLocalToggleShortcut(keyCode, characters, use_.text);
 }
 
 bool AppSettings::boolean(std::string_view key) const {
   // A number counts too: `defaults write` stores one readily.
-  const auto object = userDefaults_.object(key);
+  const auto object = use_.userDefaults.object(key);
   return object && object->boolValue().value_or(false);
 }
 
 void AppSettings::setBoolean(std::string_view key, bool value, std::string_view notification) {
-  userDefaults_.setObject(key, value);
-  notificationCenter_.post(notification);
+  use_.userDefaults.setObject(key, value);
+  use_.notificationCenter.post(notification);
 }
 
 std::optional<std::string> AppSettings::string(std::string_view key) const {
-  const auto object = userDefaults_.object(key);
+  const auto object = use_.userDefaults.object(key);
   const auto* value = object ? object->string() : nullptr;
   return value ? std::optional{*value} : std::nullopt;
 }
 
 std::optional<std::uint16_t> AppSettings::usableKeyCode() const {
-  const auto object = userDefaults_.object(settingsKey::localToggleShortcutKeyCode);
+  const auto object = use_.userDefaults.object(settingsKey::localToggleShortcutKeyCode);
   const auto* value = object ? object->integer() : nullptr;
   if (!value) return std::nullopt;
   constexpr std::int64_t largest = std::numeric_limits<std::uint16_t>::max();

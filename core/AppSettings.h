@@ -60,8 +60,13 @@ inline constexpr std::string_view LocalToggleShortcutSettingDidChange =
 /// the main thread.
 class AppSettings {
  public:
-  AppSettings(UserDefaults& userDefaults, NotificationCenter& notificationCenter, Text& text)
-      : userDefaults_{userDefaults}, notificationCenter_{notificationCenter}, text_{text} {}
+  struct Uses {
+    UserDefaults& userDefaults;
+    NotificationCenter& notificationCenter;
+    Text& text;
+  };
+
+  explicit AppSettings(const Uses& uses) : use_{uses} {}
 
   /// Whether the status item shows the Caps Lock state; absent means false. The setter
   /// posts `CapsLockIndicatorSettingDidChange`.
@@ -107,9 +112,7 @@ class AppSettings {
   /// The stored key code; absent when there is none, or when it is Escape.
   std::optional<std::uint16_t> usableKeyCode() const;
 
-  UserDefaults& userDefaults_;
-  NotificationCenter& notificationCenter_;
-  Text& text_;
+  const Uses use_;
 };
 
 }  // namespace keyrow

@@ -26,7 +26,7 @@ const PropertyValue* entry(const std::optional<PropertyValue>& value, std::strin
 std::expected<FnState, KeyboardControllerError> FnStateController::readFnState() {
   constexpr auto failure = std::unexpected{KeyboardControllerError::readFailed};
 
-  auto service = hidSystem_.matchingService(hidSystemClass);
+  auto service = use_.hidSystem.matchingService(hidSystemClass);
   if (!service) return failure;
   const auto parameters = service->property(hidParametersKey);
   service.reset();
@@ -41,7 +41,7 @@ std::expected<FnState, KeyboardControllerError> FnStateController::readFnState()
 std::expected<void, KeyboardControllerError> FnStateController::writeFnState(FnState state) {
   constexpr auto failure = std::unexpected{KeyboardControllerError::writeFailed};
 
-  auto service = hidSystem_.matchingService(hidSystemClass);
+  auto service = use_.hidSystem.matchingService(hidSystemClass);
   if (!service) return failure;
   const auto connection = service->open(hidParamConnectType);
   service.reset();
@@ -56,37 +56,37 @@ std::expected<void, KeyboardControllerError> FnStateController::writeFnState(FnS
 std::optional<bool> FnStateController::readSystemFnStatePreference() {
   // Without this a change that System Settings made would not be seen. The value is
   // still the best there is when synchronising fails.
-  globalPreferences_.synchronize();
-  const auto value = globalPreferences_.copyValue(fnStateDefaultsKey);
+  use_.globalPreferences.synchronize();
+  const auto value = use_.globalPreferences.copyValue(fnStateDefaultsKey);
   return value ? value->boolValue() : std::nullopt;
 }
 
 void FnStateController::persistGlobalFnState(FnState state, FnStatePersistReason reason) {
   const bool standard = state == FnState::standard;
-  globalPreferences_.setValue(fnStateDefaultsKey, standard);
-  if (!globalPreferences_.synchronize()) {
-    stateLog_.error(stateLogText::failedToSynchronizePreference);
+  use_.globalPreferences.setValue(fnStateDefaultsKey, standard);
+  if (!use_.globalPreferences.synchronize()) {
+    use_.stateLog.error(stateLogText::failedToSynchronizePreference);
     return;
   }
   if (reason == FnStatePersistReason::quiet) return;
-  stateLog_.info("Persisted the global function key mode to NSUserDefaults for " +
-                 std::string{persistReasonText(reason)} +
-                 ": standardFunctionKeys=" + (standard ? "true" : "false"));
+  use_.stateLog.info("Persisted the global function key mode to NSUserDefaults for " +
+                     std::string{persistReasonText(reason)} +
+                     ": standardFunctionKeys=" + (standard ? "true" : "false"));
 }
 
 void FnStateController::persistStoredGlobalFnState(FnStatePersistReason reason) {
-  if (const auto stored = storedFnStates_.global()) {
+  if (const auto stored = use_.storedFnStates.global()) {
     persistGlobalFnState(*stored, reason);
     return;
   }
   const auto hardware = readFnState();
   if (!hardware) {
-    stateLog_.error(std::string{stateLogText::failedToReadBeforePersisting} +
-                    std::string{errorDescription(hardware.error())});
+    use_.stateLog.error(std::string{stateLogText::failedToReadBeforePersisting} +
+                        std::string{errorDescription(hardware.error())});
     return;
   }
   persistGlobalFnState(*hardware, reason);
-  stateLog_.notice(
+  use_.stateLog.notice(
       "No stored global function key mode was found. Persisted the current hardware mode instead.");
 }
 

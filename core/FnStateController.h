@@ -22,13 +22,15 @@ class FnStateController {
   /// The system preference; true means `FnState::standard`.
   static constexpr std::string_view fnStateDefaultsKey = "com.apple.keyboard.fnState";
 
-  /// `stateLog` is the logger of the "state" category.
-  FnStateController(HidSystem& hidSystem, GlobalPreferences& globalPreferences,
-                    const StoredFnStates& storedFnStates, Logger& stateLog)
-      : hidSystem_{hidSystem},
-        globalPreferences_{globalPreferences},
-        storedFnStates_{storedFnStates},
-        stateLog_{stateLog} {}
+  /// What it uses. `stateLog` is the logger of the "state" category.
+  struct Uses {
+    HidSystem& hidSystem;
+    GlobalPreferences& globalPreferences;
+    const StoredFnStates& storedFnStates;
+    Logger& stateLog;
+  };
+
+  explicit FnStateController(const Uses& uses) : use_{uses} {}
 
   /// The mode that the hardware holds, or `readFailed`.
   std::expected<FnState, KeyboardControllerError> readFnState();
@@ -48,10 +50,7 @@ class FnStateController {
   void persistStoredGlobalFnState(FnStatePersistReason reason);
 
  private:
-  HidSystem& hidSystem_;
-  GlobalPreferences& globalPreferences_;
-  const StoredFnStates& storedFnStates_;
-  Logger& stateLog_;
+  const Uses use_;
 };
 
 }  // namespace keyrow

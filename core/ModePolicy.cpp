@@ -19,7 +19,7 @@ constexpr std::string_view applyLocalAction = "apply the stored local function k
 }  // namespace
 
 void ModePolicy::applyStoredFnState() {
-  if (const auto local = overrideOf(workspace_.frontmostBundleIdentifier())) {
+  if (const auto local = overrideOf(use_.workspace.frontmostBundleIdentifier())) {
     if (apply(*local, applyLocalAction, nullptr)) setScope(true);
     return;
   }
@@ -33,20 +33,20 @@ void ModePolicy::applyStoredFnState() {
 
 void ModePolicy::syncStoredGlobalFnState(FnState state, bool applyToFrontmost,
                                          std::string_view origin) {
-  if (storedFnStates_.global() == state) return;
-  storedFnStates_.setGlobal(state);
-  stateLog_.notice(std::string{stateLogText::synchronizedGlobal} + std::string{origin} +
-                   ": " + std::string{modeText(state)} + ".");
-  if (!applyToFrontmost || overrideOf(workspace_.frontmostBundleIdentifier())) return;
+  if (use_.storedFnStates.global() == state) return;
+  use_.storedFnStates.setGlobal(state);
+  use_.stateLog.notice(std::string{stateLogText::synchronizedGlobal} + std::string{origin} + ": " +
+                       std::string{modeText(state)} + ".");
+  if (!applyToFrontmost || overrideOf(use_.workspace.frontmostBundleIdentifier())) return;
   if (apply(state, applyGlobalAction, nullptr)) setScope(false);
 }
 
 void ModePolicy::setGlobalFnState(FnState state, const KeyboardDeviceSource* source) {
   const std::string mode{modeText(state)};
   if (!apply(state, "set the global function key mode to " + mode, source)) return;
-  storedFnStates_.setGlobal(state);
+  use_.storedFnStates.setGlobal(state);
   setScope(false);
-  stateLog_.notice("Set the global function key mode to " + mode + sourceSuffix(source) + ".");
+  use_.stateLog.notice("Set the global function key mode to " + mode + sourceSuffix(source) + ".");
 }
 
 void ModePolicy::toggleGlobalFnState(const KeyboardDeviceSource* source) {
@@ -60,13 +60,13 @@ void ModePolicy::setLocalFnState(FnState state, const std::string& bundleIdentif
   const auto target = "local function key override for the frontmost app to " +
                       std::string{modeText(state)} + appSuffix(bundleIdentifier);
   if (!apply(state, "set a " + target, source)) return;
-  storedFnStates_.setLocal(bundleIdentifier, state);
+  use_.storedFnStates.setLocal(bundleIdentifier, state);
   setScope(true);
-  stateLog_.notice("Set a " + target + sourceSuffix(source) + ".");
+  use_.stateLog.notice("Set a " + target + sourceSuffix(source) + ".");
 }
 
 void ModePolicy::toggleLocalOverride(const KeyboardDeviceSource* source) {
-  const auto frontmost = workspace_.frontmostBundleIdentifier();
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   if (!frontmost) return;
   auto base = overrideOf(frontmost);
   if (!base) base = storedGlobalFnState();
@@ -75,7 +75,7 @@ void ModePolicy::toggleLocalOverride(const KeyboardDeviceSource* source) {
 }
 
 void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
-  const auto frontmost = workspace_.frontmostBundleIdentifier();
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   if (!overrideOf(frontmost)) {
     toggleGlobalFnState(source);
     return;
@@ -83,55 +83,54 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
   const auto suffixes = appSuffix(*frontmost) + sourceSuffix(source);
   const auto global = storedGlobalFnState();
   if (!global) {
-    stateLog_.error(
+    use_.stateLog.error(
         "Unable to clear the current app override because no global function key mode is stored" +
         suffixes + ".");
     return;
   }
   if (!apply(*global, applyGlobalAction, source)) return;
   setScope(false);
-  storedFnStates_.removeLocal(*frontmost);
-  stateLog_.notice(std::string{stateLogText::clearedOverride} +
-                   suffixes + ".");
+  use_.storedFnStates.removeLocal(*frontmost);
+  use_.stateLog.notice(std::string{stateLogText::clearedOverride} + suffixes + ".");
 }
 
 void ModePolicy::restoreGlobalFnState() {
   const auto global = storedGlobalFnState();
   if (!global) {
-    stateLog_.notice(stateLogText::cannotRestoreGlobal);
+    use_.stateLog.notice(stateLogText::cannotRestoreGlobal);
     return;
   }
-  if (const auto written = fnStateController_.writeFnState(*global); !written) {
-    stateLog_.error(std::string{stateLogText::failedToRestoreGlobal} +
-                    std::string{errorDescription(written.error())});
+  if (const auto written = use_.fnStateController.writeFnState(*global); !written) {
+    use_.stateLog.error(std::string{stateLogText::failedToRestoreGlobal} +
+                        std::string{errorDescription(written.error())});
     return;
   }
   lastKnownFnState_ = global;
   setScope(false);
-  stateLog_.notice("Restored the global function key mode before termination: " +
-                   std::string{modeText(*global)} + ".");
+  use_.stateLog.notice("Restored the global function key mode before termination: " +
+                       std::string{modeText(*global)} + ".");
 }
 
 std::optional<FnState> ModePolicy::storedGlobalFnState() {
-  if (const auto stored = storedFnStates_.global()) return stored;
+  if (const auto stored = use_.storedFnStates.global()) return stored;
 
-  if (const auto preference = fnStateController_.readSystemFnStatePreference()) {
+  if (const auto preference = use_.fnStateController.readSystemFnStatePreference()) {
     const auto state = fnStateFromPreference(*preference);
-    storedFnStates_.setGlobal(state);
-    stateLog_.notice("Initialized the stored global function key mode from System Settings: " +
-                     std::string{modeText(state)} + ".");
+    use_.storedFnStates.setGlobal(state);
+    use_.stateLog.notice("Initialized the stored global function key mode from System Settings: " +
+                         std::string{modeText(state)} + ".");
     return state;
   }
   const auto hardware = currentFnState();
-  if (hardware) storedFnStates_.setGlobal(*hardware);
+  if (hardware) use_.storedFnStates.setGlobal(*hardware);
   return hardware;
 }
 
 std::optional<FnState> ModePolicy::currentFnState() {
-  const auto state = fnStateController_.readFnState();
+  const auto state = use_.fnStateController.readFnState();
   if (state) return *state;
-  stateLog_.error("Failed to read the current function key mode from hardware: " +
-                  std::string{errorDescription(state.error())});
+  use_.stateLog.error("Failed to read the current function key mode from hardware: " +
+                      std::string{errorDescription(state.error())});
   return std::nullopt;
 }
 
@@ -141,7 +140,7 @@ bool ModePolicy::isLeftover(FnState hardware) const {
 }
 
 void ModePolicy::refreshFromHardware() {
-  if (const auto state = fnStateController_.readFnState()) {
+  if (const auto state = use_.fnStateController.readFnState()) {
     IOKitRetryCount_ = 0;
     if (lastKnownFnState_ != *state) setLastKnownFnState(*state);
     return;
@@ -149,26 +148,26 @@ void ModePolicy::refreshFromHardware() {
   if (IOKitRetryCount_ >= maximumIOKitRetryCount) return;
   ++IOKitRetryCount_;
   const auto retry = retries_.emplace(retries_.end());
-  *retry = mainQueue_.after(IOKitRetryCount_ * retryDelay, [this, retry] {
+  *retry = use_.mainQueue.after(IOKitRetryCount_ * retryDelay, [this, retry] {
     retries_.erase(retry);
     refreshFromHardware();
   });
 }
 
 void ModePolicy::pruneLocalFnStates() {
-  auto identifiers = storedFnStates_.localBundleIdentifiers();
+  auto identifiers = use_.storedFnStates.localBundleIdentifiers();
   std::erase_if(identifiers, [this](const std::string& identifier) {
-    return workspace_.isApplicationInstalled(identifier);
+    return use_.workspace.isApplicationInstalled(identifier);
   });
-  storedFnStates_.removeLocals(identifiers);
+  use_.storedFnStates.removeLocals(identifiers);
 }
 
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {
-  const auto written = fnStateController_.writeFnState(state);
+  const auto written = use_.fnStateController.writeFnState(state);
   hasFailedToApply_ = !written;
   if (!written) {
-    stateLog_.error("Failed to " + std::string{action} + ": " +
-                    std::string{errorDescription(written.error())} + sourceSuffix(source));
+    use_.stateLog.error("Failed to " + std::string{action} + ": " +
+                        std::string{errorDescription(written.error())} + sourceSuffix(source));
     return false;
   }
   setLastKnownFnState(state);
@@ -187,17 +186,17 @@ void ModePolicy::setLastKnownFnState(FnState state) {
 
 std::optional<FnState> ModePolicy::overrideOf(
     const std::optional<std::string>& bundleIdentifier) const {
-  return bundleIdentifier ? storedFnStates_.local(*bundleIdentifier) : std::nullopt;
+  return bundleIdentifier ? use_.storedFnStates.local(*bundleIdentifier) : std::nullopt;
 }
 
 std::string ModePolicy::appSuffix(std::string_view bundleIdentifier) const {
-  if (!settings_.enhancedDiagnosticsEnabled()) return {};
+  if (!use_.settings.enhancedDiagnosticsEnabled()) return {};
   return " app=" + std::string{bundleIdentifier};
 }
 
 std::string ModePolicy::sourceSuffix(const KeyboardDeviceSource* source) const {
   if (!source) return {};
-  return " source=" + source->inputSourceLabel(settings_.enhancedDiagnosticsEnabled());
+  return " source=" + source->inputSourceLabel(use_.settings.enhancedDiagnosticsEnabled());
 }
 
 }  // namespace keyrow

@@ -36,16 +36,17 @@ class ModePresenter {
 /// A command's `source` is the keyboard that issued it; null for mouse and menu.
 class ModePolicy {
  public:
-  /// `stateLog` is the logger of the "state" category.
-  ModePolicy(FnStateController& fnStateController, StoredFnStates& storedFnStates,
-             const AppSettings& settings, Workspace& workspace, MainQueue& mainQueue,
-             Logger& stateLog)
-      : fnStateController_{fnStateController},
-        storedFnStates_{storedFnStates},
-        settings_{settings},
-        workspace_{workspace},
-        mainQueue_{mainQueue},
-        stateLog_{stateLog} {}
+  /// What it uses. `stateLog` is the logger of the "state" category.
+  struct Uses {
+    FnStateController& fnStateController;
+    StoredFnStates& storedFnStates;
+    const AppSettings& settings;
+    Workspace& workspace;
+    MainQueue& mainQueue;
+    Logger& stateLog;
+  };
+
+  explicit ModePolicy(const Uses& uses) : use_{uses} {}
 
   /// Who shows the mode from now on; null for nobody.
   void setPresenter(ModePresenter* presenter) { presenter_ = presenter; }
@@ -111,12 +112,7 @@ class ModePolicy {
 
   static constexpr int maximumIOKitRetryCount = 3;
 
-  FnStateController& fnStateController_;
-  StoredFnStates& storedFnStates_;
-  const AppSettings& settings_;
-  Workspace& workspace_;
-  MainQueue& mainQueue_;
-  Logger& stateLog_;
+  const Uses use_;
   ModePresenter* presenter_ = nullptr;
 
   std::optional<FnState> lastKnownFnState_;

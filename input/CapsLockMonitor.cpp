@@ -24,12 +24,12 @@ constexpr std::string_view capsLockStateProperty = "HIDCapsLockState";
 void CapsLockMonitor::observeCapsLockIndicatorSetting() {
   if (settingObserver_) return;
   settingObserver_ =
-      notificationCenter_.addObserver(settingsNotification::CapsLockIndicatorSettingDidChange,
-                                      [this] { applyCapsLockIndicatorSetting(); });
+      use_.notificationCenter.addObserver(settingsNotification::CapsLockIndicatorSettingDidChange,
+                                          [this] { applyCapsLockIndicatorSetting(); });
 }
 
 void CapsLockMonitor::applyCapsLockIndicatorSetting() {
-  const bool isEnabled = settings_.showCapsLockIndicator();
+  const bool isEnabled = use_.settings.showCapsLockIndicator();
   if (presenter_) presenter_->setCapsLockIndicatorEnabled(isEnabled);
   if (!isEnabled) {
     stopCapsLockMonitoring();
@@ -47,7 +47,7 @@ std::optional<bool> CapsLockMonitor::cachedCapsLockState() const {
 }
 
 std::optional<bool> CapsLockMonitor::systemCapsLockState() const {
-  auto service = hidSystem_.matchingService(hidSystemClass);
+  auto service = use_.hidSystem.matchingService(hidSystemClass);
   if (!service) return std::nullopt;
   const auto connection = service->open(hidParamConnectType);
   service.reset();
@@ -57,7 +57,7 @@ std::optional<bool> CapsLockMonitor::systemCapsLockState() const {
 }
 
 void CapsLockMonitor::refreshCapsLockIfEnabled() {
-  if (!settings_.showCapsLockIndicator()) return;
+  if (!use_.settings.showCapsLockIndicator()) return;
   refreshCapsLockDeviceStates();
   if (presenter_) presenter_->updateCapsLockIndicator();
 }
@@ -72,23 +72,25 @@ void CapsLockMonitor::startCapsLockMonitoring() {
   startDeviceMonitoring();
   if (!globalFlagsMonitor_) {
     globalFlagsMonitor_ =
-        eventMonitors_.addGlobalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
+        use_.eventMonitors.addGlobalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
   }
   if (!localFlagsMonitor_) {
-    localFlagsMonitor_ = eventMonitors_.addLocalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
+    localFlagsMonitor_ =
+        use_.eventMonitors.addLocalFlagsMonitor([this] { scheduleCapsLockRefresh(); });
   }
 }
 
 void CapsLockMonitor::startDeviceMonitoring() {
   if (manager_) return;
-  auto candidate = hidManagers_.create();
+  auto candidate = use_.hidManagers.create();
   candidate->setDeviceMatching(keyboardMatching());
   candidate->registerDeviceMatchingCallback([this] { refreshCapsLockIfEnabled(); });
   candidate->registerDeviceRemovalCallback([this] { refreshCapsLockIfEnabled(); });
   candidate->scheduleWithMainRunLoop();
   if (const auto result = candidate->open(); result != ioReturnSuccess) {
     candidate.reset();
-    hardwareLog_.error("Failed to start Caps Lock device monitoring: " + std::to_string(result));
+    use_.hardwareLog.error("Failed to start Caps Lock device monitoring: " +
+                           std::to_string(result));
     return;
   }
   manager_ = std::move(candidate);
@@ -120,7 +122,7 @@ void CapsLockMonitor::replaceDeviceStates(DeviceStates states) {
 }
 
 void CapsLockMonitor::scheduleCapsLockRefresh() {
-  pendingRefresh_ = mainQueue_.after(debounceDelay, [this] { performCapsLockRefresh(); });
+  pendingRefresh_ = use_.mainQueue.after(debounceDelay, [this] { performCapsLockRefresh(); });
 }
 
 void CapsLockMonitor::performCapsLockRefresh() {

@@ -32,17 +32,18 @@ class CapsLockPresenter {
 /// changes anywhere or a keyboard comes or goes, it asks every keyboard. Main thread only.
 class CapsLockMonitor {
  public:
-  /// `hardwareLog` is the logger of the "hardware" category.
-  CapsLockMonitor(HidManagers& hidManagers, HidSystem& hidSystem, EventMonitors& eventMonitors,
-                  NotificationCenter& notificationCenter, MainQueue& mainQueue,
-                  const AppSettings& settings, Logger& hardwareLog)
-      : hidManagers_{hidManagers},
-        hidSystem_{hidSystem},
-        eventMonitors_{eventMonitors},
-        notificationCenter_{notificationCenter},
-        mainQueue_{mainQueue},
-        settings_{settings},
-        hardwareLog_{hardwareLog} {}
+  /// What it uses. `hardwareLog` is the logger of the "hardware" category.
+  struct Uses {
+    HidManagers& hidManagers;
+    HidSystem& hidSystem;
+    EventMonitors& eventMonitors;
+    NotificationCenter& notificationCenter;
+    MainQueue& mainQueue;
+    const AppSettings& settings;
+    Logger& hardwareLog;
+  };
+
+  explicit CapsLockMonitor(const Uses& uses) : use_{uses} {}
 
   /// Who shows the state from now on; null for nobody.
   void setPresenter(CapsLockPresenter* presenter) { presenter_ = presenter; }
@@ -78,13 +79,7 @@ class CapsLockMonitor {
   void scheduleCapsLockRefresh();
   void performCapsLockRefresh();
 
-  HidManagers& hidManagers_;
-  HidSystem& hidSystem_;
-  EventMonitors& eventMonitors_;
-  NotificationCenter& notificationCenter_;
-  MainQueue& mainQueue_;
-  const AppSettings& settings_;
-  Logger& hardwareLog_;
+  const Uses use_;
   CapsLockPresenter* presenter_ = nullptr;
 
   /// Present while device monitoring runs.

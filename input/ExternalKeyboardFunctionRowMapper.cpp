@@ -101,15 +101,16 @@ std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate
                                  .shouldTranslate = false,
                                  .reason = std::move(reason)};
   };
-  if (!keySettings_.current().applyFnModeToExternalFunctionKeys) return pass("setting-disabled");
+  if (!use_.keySettings.current().applyFnModeToExternalFunctionKeys)
+    return pass("setting-disabled");
   if (eventType != keyEventType::keyDown && eventType != keyEventType::keyUp) {
     return pass("unsupported-event-type=" + std::to_string(eventType));
   }
   if (!source) return pass("source-unavailable");
-  if (!source->isMediaTranslationEligible(text_)) return pass("source-not-eligible");
+  if (!source->isMediaTranslationEligible(use_.text)) return pass("source-not-eligible");
   if (!key->action) return pass("no-public-media-mapping");
 
-  const auto mode = fnStateController_.readFnState();
+  const auto mode = use_.fnStateController.readFnState();
   auto evaluation = pass("fn-state-unavailable");
   evaluation.action = key->action;
   if (!mode) return evaluation;
@@ -124,10 +125,10 @@ bool ExternalKeyboardFunctionRowMapper::translateIfNeeded(std::uint32_t eventTyp
                                                           const KeyboardDeviceSource* source) {
   const auto evaluation = evaluate(eventType, event, source);
   if (!evaluation) return false;
-  if (keySettings_.current().enhancedDiagnosticsEnabled) {
-    inputLog_.debug("Evaluated " + std::string{evaluation->functionKeyName} + ": " +
-                    evaluation->reason +
-                    (source ? " source=" + source->inputSourceLabel(true) : std::string{}));
+  if (use_.keySettings.current().enhancedDiagnosticsEnabled) {
+    use_.inputLog.debug("Evaluated " + std::string{evaluation->functionKeyName} + ": " +
+                        evaluation->reason +
+                        (source ? " source=" + source->inputSourceLabel(true) : std::string{}));
   }
   if (!evaluation->shouldTranslate || !evaluation->action) return false;
   perform(*evaluation->action, eventType == keyEventType::keyDown);
@@ -157,25 +158,25 @@ void ExternalKeyboardFunctionRowMapper::postAuxiliaryKey(std::int32_t keyType, b
                                  .subtype = auxiliaryControlButtons,
                                  .data1 = std::int64_t{keyType} << 16 | state,
                                  .data2 = isKeyDown ? -1 : 0};
-  mainQueue_.async([&poster = eventPoster_, event] { poster.post(event); });
+  use_.mainQueue.async([&poster = use_.eventPoster, event] { poster.post(event); });
 }
 
 void ExternalKeyboardFunctionRowMapper::openApplication(std::string_view path) {
-  mainQueue_.async(
-      [&workspace = workspace_, path = std::string{path}] { workspace.openApplication(path); });
+  use_.mainQueue.async(
+      [&workspace = use_.workspace, path = std::string{path}] { workspace.openApplication(path); });
 }
 
 void ExternalKeyboardFunctionRowMapper::openURL(std::string_view url,
                                                 std::optional<std::string_view> fallbackApp) {
-  mainQueue_.async(
-      [&workspace = workspace_, url = std::string{url},
+  use_.mainQueue.async(
+      [&workspace = use_.workspace, url = std::string{url},
        fallback = fallbackApp ? std::optional<std::string>{*fallbackApp} : std::nullopt] {
         if (!workspace.openURL(url) && fallback) workspace.openApplication(*fallback);
       });
 }
 
 void ExternalKeyboardFunctionRowMapper::postKeyStroke(std::uint16_t keyCode, std::uint64_t flags) {
-  mainQueue_.async([&poster = eventPoster_, keyCode, flags] {
+  use_.mainQueue.async([&poster = use_.eventPoster, keyCode, flags] {
     const auto source = poster.createKeyEventSource();
     if (!source) return;
     std::vector<ModifierKey> held;

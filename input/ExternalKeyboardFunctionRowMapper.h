@@ -35,17 +35,18 @@ struct TranslationEvaluation {
 /// Evaluating only reads, from any thread; whatever is performed goes to the main queue.
 class ExternalKeyboardFunctionRowMapper {
  public:
-  /// `inputLog` is the logger of the "input" category.
-  ExternalKeyboardFunctionRowMapper(KeySettings& keySettings, FnStateController& fnStateController,
-                                    Text& text, EventPoster& eventPoster, Workspace& workspace,
-                                    MainQueue& mainQueue, Logger& inputLog)
-      : keySettings_{keySettings},
-        fnStateController_{fnStateController},
-        text_{text},
-        eventPoster_{eventPoster},
-        workspace_{workspace},
-        mainQueue_{mainQueue},
-        inputLog_{inputLog} {}
+  /// What it uses. `inputLog` is the logger of the "input" category.
+  struct Uses {
+    KeySettings& keySettings;
+    FnStateController& fnStateController;
+    Text& text;
+    EventPoster& eventPoster;
+    Workspace& workspace;
+    MainQueue& mainQueue;
+    Logger& inputLog;
+  };
+
+  explicit ExternalKeyboardFunctionRowMapper(const Uses& uses) : use_{uses} {}
 
   /// Decides about one event; absent for a key that is not in the top row. A null source
   /// stands for a keyboard that cannot be told.
@@ -74,13 +75,7 @@ class ExternalKeyboardFunctionRowMapper {
   void postKeyStroke(std::uint16_t keyCode, std::uint64_t flags);
 
  private:
-  KeySettings& keySettings_;
-  FnStateController& fnStateController_;
-  Text& text_;
-  EventPoster& eventPoster_;
-  Workspace& workspace_;
-  MainQueue& mainQueue_;
-  Logger& inputLog_;
+  const Uses use_;
 };
 
 }  // namespace keyrow

@@ -35,12 +35,12 @@ bool isKeyDownOrUp(std::uint32_t type) {
 
 TapVerdict KeyEventHandler::handleTappedEvent(std::uint32_t type, const KeyEvent& event) noexcept {
   if (type == keyEventType::tapDisabledByTimeout || type == keyEventType::tapDisabledByUserInput) {
-    mainQueue_.async(
-        [&controller = eventTapController_, type] { controller.recoverEventTap(type); });
+    use_.mainQueue.async(
+        [&controller = use_.eventTapController, type] { controller.recoverEventTap(type); });
     return TapVerdict::swallow;
   }
-  auto source = keyboardSourceMonitor_.source(event.timestamp);
-  const auto settings = keySettings_.current();
+  auto source = use_.keyboardSourceMonitor.source(event.timestamp);
+  const auto settings = use_.keySettings.current();
 
   if (isKeyDownOrUp(type) && isFnLikeHeld(event.flags, settings.fnReplacementModifier)) {
     if (event.keyCode == escapeKeyCode) {
@@ -50,15 +50,15 @@ TapVerdict KeyEventHandler::handleTappedEvent(std::uint32_t type, const KeyEvent
       return performShortcut(type, &ModePolicy::toggleLocalOverride, std::move(source));
     }
   }
-  return functionRowMapper_.translateIfNeeded(type, event, source.get()) ? TapVerdict::swallow
-                                                                         : TapVerdict::pass;
+  return use_.functionRowMapper.translateIfNeeded(type, event, source.get()) ? TapVerdict::swallow
+                                                                             : TapVerdict::pass;
 }
 
 TapVerdict KeyEventHandler::performShortcut(std::uint32_t type, ModeCommand command,
                                             Source source) {
   // A key that repeats performs its command again, each time.
   if (type == keyEventType::keyDown) {
-    mainQueue_.async([&policy = modePolicy_, command, source = std::move(source)] {
+    use_.mainQueue.async([&policy = use_.modePolicy, command, source = std::move(source)] {
       (policy.*command)(source.get());
     });
   }

@@ -17,16 +17,16 @@ namespace keyrow {
 /// is to be done it puts on the main queue, and never waits for it.
 class KeyEventHandler final : public TappedEventHandler {
  public:
-  KeyEventHandler(KeySettings& keySettings, KeyboardSourceMonitor& keyboardSourceMonitor,
-                  ExternalKeyboardFunctionRowMapper& functionRowMapper,
-                  KeyboardEventTapController& eventTapController, ModePolicy& modePolicy,
-                  MainQueue& mainQueue)
-      : keySettings_{keySettings},
-        keyboardSourceMonitor_{keyboardSourceMonitor},
-        functionRowMapper_{functionRowMapper},
-        eventTapController_{eventTapController},
-        modePolicy_{modePolicy},
-        mainQueue_{mainQueue} {}
+  struct Uses {
+    KeySettings& keySettings;
+    KeyboardSourceMonitor& keyboardSourceMonitor;
+    ExternalKeyboardFunctionRowMapper& functionRowMapper;
+    KeyboardEventTapController& eventTapController;
+    ModePolicy& modePolicy;
+    MainQueue& mainQueue;
+  };
+
+  explicit KeyEventHandler(const Uses& uses) : use_{uses} {}
 
   TapVerdict handleTappedEvent(std::uint32_t type, const KeyEvent& event) noexcept override;
 
@@ -37,12 +37,7 @@ class KeyEventHandler final : public TappedEventHandler {
   /// Performs the command when the key goes down. Both ways of the key are swallowed.
   TapVerdict performShortcut(std::uint32_t type, ModeCommand command, Source source);
 
-  KeySettings& keySettings_;
-  KeyboardSourceMonitor& keyboardSourceMonitor_;
-  ExternalKeyboardFunctionRowMapper& functionRowMapper_;
-  KeyboardEventTapController& eventTapController_;
-  ModePolicy& modePolicy_;
-  MainQueue& mainQueue_;
+  const Uses use_;
 };
 
 }  // namespace keyrow

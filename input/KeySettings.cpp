@@ -36,16 +36,16 @@ KeySettings::Values unpack(std::uint64_t packed) {
 
 KeySettings::Values KeySettings::current() {
   // Asked before the values are read: a change in between is seen the next time.
-  const auto count = userDefaults_.changeCount() << countShift;
+  const auto count = use_.userDefaults.changeCount() << countShift;
   const auto cached = cache_.load(std::memory_order_relaxed);
   if ((cached & filledBit) != 0 && cached >> countShift == count >> countShift) {
     return unpack(cached);
   }
   const Values values{
-      .fnReplacementModifier = settings_.fnReplacementModifier(),
-      .localToggleShortcutKeyCode = settings_.localToggleShortcutKeyCode(),
-      .applyFnModeToExternalFunctionKeys = settings_.applyFnModeToExternalFunctionKeys(),
-      .enhancedDiagnosticsEnabled = settings_.enhancedDiagnosticsEnabled()};
+      .fnReplacementModifier = use_.settings.fnReplacementModifier(),
+      .localToggleShortcutKeyCode = use_.settings.localToggleShortcutKeyCode(),
+      .applyFnModeToExternalFunctionKeys = use_.settings.applyFnModeToExternalFunctionKeys(),
+      .enhancedDiagnosticsEnabled = use_.settings.enhancedDiagnosticsEnabled()};
   cache_.store(pack(values) | count, std::memory_order_relaxed);
   return values;
 }

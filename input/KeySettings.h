@@ -23,14 +23,17 @@ class KeySettings {
     bool enhancedDiagnosticsEnabled = false;
   };
 
-  KeySettings(UserDefaults& userDefaults, const AppSettings& settings)
-      : userDefaults_{userDefaults}, settings_{settings} {}
+  struct Uses {
+    UserDefaults& userDefaults;
+    const AppSettings& settings;
+  };
+
+  explicit KeySettings(const Uses& uses) : use_{uses} {}
 
   Values current();
 
  private:
-  UserDefaults& userDefaults_;
-  const AppSettings& settings_;
+  const Uses use_;
 
   /// The values as last read with, above them, the count of changes at that time; all in
   /// one, so that whoever reads it has what belongs together.

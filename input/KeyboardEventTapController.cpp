@@ -26,7 +26,7 @@ std::string reasonText(std::uint32_t eventType) {
 
 bool KeyboardEventTapController::startEventTap() {
   if (installEventTap()) return true;
-  inputLog_.error(inputLogText::failedToCreateTap);
+  use_.inputLog.error(inputLogText::failedToCreateTap);
   return false;
 }
 
@@ -55,23 +55,23 @@ bool KeyboardEventTapController::reviveEventTap() {
 void KeyboardEventTapController::recoverEventTap(std::uint32_t eventType) {
   const auto reason = reasonText(eventType) + ".";
   if (enableExistingTap()) {
-    inputLog_.notice("Re-enabled the keyboard event tap after " + reason);
+    use_.inputLog.notice("Re-enabled the keyboard event tap after " + reason);
     return;
   }
   stopEventTap();
   if (installEventTap()) {
-    inputLog_.notice("Rebuilt the keyboard event tap after " + reason);
+    use_.inputLog.notice("Rebuilt the keyboard event tap after " + reason);
   } else {
-    inputLog_.error(std::string{inputLogText::failedToRecoverTap} + reason);
+    use_.inputLog.error(std::string{inputLogText::failedToRecoverTap} + reason);
   }
 }
 
 bool KeyboardEventTapController::installEventTap() {
   if (enableExistingTap()) return true;
 
-  auto tap = eventTaps_.createTap(eventsOfInterest, handler_);
+  auto tap = use_.eventTaps.createTap(eventsOfInterest, use_.handler);
   if (!tap) return false;
-  auto source = eventTaps_.createRunLoopSource(*tap);
+  auto source = use_.eventTaps.createRunLoopSource(*tap);
   if (!source) {
     tap->invalidate();
     return false;
@@ -85,9 +85,9 @@ bool KeyboardEventTapController::installEventTap() {
     oldSource = std::exchange(state_->runLoopSource, source);
   }
   // The worker enables the tap when it is ready for it.
-  eventTaps_.startThread(
+  use_.eventTaps.startThread(
       std::string{appIdentifier} + ".KeyboardEventTap",
-      [weakState = std::weak_ptr{state_}, &eventTaps = eventTaps_, tap = std::move(tap),
+      [weakState = std::weak_ptr{state_}, &eventTaps = use_.eventTaps, tap = std::move(tap),
        source = std::move(source)] { runTapThread(weakState, eventTaps, tap, source); });
   return true;
 }

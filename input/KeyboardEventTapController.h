@@ -13,9 +13,14 @@ namespace keyrow {
 /// it when the system disables it. Main thread only.
 class KeyboardEventTapController {
  public:
-  /// `inputLog` is the logger of the "input" category.
-  KeyboardEventTapController(EventTaps& eventTaps, TappedEventHandler& handler, Logger& inputLog)
-      : eventTaps_{eventTaps}, handler_{handler}, inputLog_{inputLog} {}
+  /// What it uses. `inputLog` is the logger of the "input" category.
+  struct Uses {
+    EventTaps& eventTaps;
+    TappedEventHandler& handler;
+    Logger& inputLog;
+  };
+
+  explicit KeyboardEventTapController(const Uses& uses) : use_{uses} {}
 
   /// Makes sure that a working tap exists; false, and logged, when the system does not
   /// allow one.
@@ -51,9 +56,7 @@ class KeyboardEventTapController {
   bool installEventTap();
   bool enableExistingTap();
 
-  EventTaps& eventTaps_;
-  TappedEventHandler& handler_;
-  Logger& inputLog_;
+  const Uses use_;
   const std::shared_ptr<State> state_ = std::make_shared<State>();
 };
 

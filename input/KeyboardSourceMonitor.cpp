@@ -58,24 +58,18 @@ std::uint64_t distance(std::uint64_t a, std::uint64_t b) { return a > b ? a - b 
 
 }  // namespace
 
-KeyboardSourceMonitor::KeyboardSourceMonitor(HidManagers& hidManagers,
-                                             NotificationCenter& notificationCenter, Clock& clock,
-                                             Text& text, const AppSettings& settings,
-                                             Logger& hardwareLog)
-    : hidManagers_{hidManagers},
-      text_{text},
-      settings_{settings},
-      hardwareLog_{hardwareLog},
-      sampleMatchWindow_{machTicks(80ms, clock.machTimebase(), 20'000'000)},
-      singleSampleWindow_{machTicks(250ms, clock.machTimebase(), 250'000'000)} {
+KeyboardSourceMonitor::KeyboardSourceMonitor(const Uses& uses)
+    : use_{uses},
+      sampleMatchWindow_{machTicks(80ms, uses.clock.machTimebase(), 20'000'000)},
+      singleSampleWindow_{machTicks(250ms, uses.clock.machTimebase(), 250'000'000)} {
   recentSamples_.reserve(maximumSampleCount);
-  diagnosticsSettingObserver_ = notificationCenter.addObserver(
+  diagnosticsSettingObserver_ = uses.notificationCenter.addObserver(
       settingsNotification::EnhancedDiagnosticsSettingDidChange, [this] { logKeyboardsAgain(); });
 }
 
 void KeyboardSourceMonitor::startMonitoring() {
   if (manager_) return;
-  auto candidate = hidManagers_.create();
+  auto candidate = use_.hidManagers.create();
   candidate->setDeviceMatching(keyboardMatching());
   candidate->setInputValueMatching({{"UsagePage", keyboardOrKeypadPage}});
   candidate->registerInputValueCallback(
@@ -83,7 +77,7 @@ void KeyboardSourceMonitor::startMonitoring() {
   candidate->scheduleWithMainRunLoop();
   if (const auto result = candidate->open(); result != ioReturnSuccess) {
     candidate.reset();
-    hardwareLog_.error("Failed to start keyboard source monitoring: " + std::to_string(result));
+    use_.hardwareLog.error("Failed to start keyboard source monitoring: " + std::to_string(result));
     return;
   }
   manager_ = std::move(candidate);
@@ -175,10 +169,10 @@ void KeyboardSourceMonitor::logOnce(const KeyboardDeviceSource& source) {
     const std::scoped_lock guard{lock_};
     if (!loggedSourceKeys_.insert(std::move(key)).second) return;
   }
-  hardwareLog_.info(
-      "Observed keyboard source: " + source.logDescription(settings_.enhancedDiagnosticsEnabled()) +
-      ", mediaTranslationEligible=" +
-      (source.isMediaTranslationEligible(text_) ? "true" : "false"));
+  use_.hardwareLog.info("Observed keyboard source: " +
+                        source.logDescription(use_.settings.enhancedDiagnosticsEnabled()) +
+                        ", mediaTranslationEligible=" +
+                        (source.isMediaTranslationEligible(use_.text) ? "true" : "false"));
 }
 
 void KeyboardSourceMonitor::logKeyboardsAgain() {

@@ -25,9 +25,17 @@ namespace keyrow {
 /// Main thread only, except `source(forEventTimestamp)`.
 class KeyboardSourceMonitor {
  public:
-  /// `hardwareLog` is the logger of the "hardware" category.
-  KeyboardSourceMonitor(HidManagers& hidManagers, NotificationCenter& notificationCenter,
-                        Clock& clock, Text& text, const AppSettings& settings, Logger& hardwareLog);
+  /// What it uses. `hardwareLog` is the logger of the "hardware" category.
+  struct Uses {
+    HidManagers& hidManagers;
+    NotificationCenter& notificationCenter;
+    Clock& clock;
+    Text& text;
+    const AppSettings& settings;
+    Logger& hardwareLog;
+  };
+
+  explicit KeyboardSourceMonitor(const Uses& uses);
 
   /// Starts listening to every keyboard; does nothing when it listens already. When the
   /// system refuses, that is logged, and a later call tries again.
@@ -58,10 +66,7 @@ class KeyboardSourceMonitor {
 
   static constexpr std::size_t maximumSampleCount = 64;
 
-  HidManagers& hidManagers_;
-  Text& text_;
-  const AppSettings& settings_;
-  Logger& hardwareLog_;
+  const Uses use_;
 
   /// The largest distance at which a sample is attributed to an event, in mach ticks.
   const std::uint64_t sampleMatchWindow_;

@@ -5,9 +5,9 @@
 namespace keyrow {
 
 void AboutPane::viewDidLoad() {
-  view_.setEnhancedDiagnosticsChecked(settings_.enhancedDiagnosticsEnabled());
-  view_.setAutoUpdateChecked(updater_.automaticChecksEnabled());
-  view_.setVersion("Version " + versionText(bundle_));
+  use_.view.setEnhancedDiagnosticsChecked(use_.settings.enhancedDiagnosticsEnabled());
+  use_.view.setAutoUpdateChecked(use_.updater.automaticChecksEnabled());
+  use_.view.setVersion("Version " + versionText(use_.bundle));
 }
 
 }  // namespace keyrow

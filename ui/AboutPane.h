@@ -12,29 +12,27 @@ namespace keyrow {
 /// thread only.
 class AboutPane {
  public:
-  AboutPane(AboutView& view, AppSettings& settings, Bundle& bundle, BugReport& bugReport,
-            SparkleUpdater& updater)
-      : view_{view},
-        settings_{settings},
-        bundle_{bundle},
-        bugReport_{bugReport},
-        updater_{updater} {}
+  struct Uses {
+    AboutView& view;
+    AppSettings& settings;
+    Bundle& bundle;
+    BugReport& bugReport;
+    SparkleUpdater& updater;
+  };
+
+  explicit AboutPane(const Uses& uses) : use_{uses} {}
 
   /// The controls are there: shows the state of everything.
   void viewDidLoad();
 
-  void openContactEmail() { bugReport_.openContactEmail(); }
-  void openBugReportEmail() { bugReport_.openBugReportEmail(); }
-  void toggleEnhancedDiagnostics(bool isOn) { settings_.setEnhancedDiagnosticsEnabled(isOn); }
-  void toggleAutoUpdateChecks(bool isOn) { updater_.setAutomaticChecksEnabled(isOn); }
-  void checkForUpdates() { updater_.checkForUpdates(); }
+  void openContactEmail() { use_.bugReport.openContactEmail(); }
+  void openBugReportEmail() { use_.bugReport.openBugReportEmail(); }
+  void toggleEnhancedDiagnostics(bool isOn) { use_.settings.setEnhancedDiagnosticsEnabled(isOn); }
+  void toggleAutoUpdateChecks(bool isOn) { use_.updater.setAutomaticChecksEnabled(isOn); }
+  void checkForUpdates() { use_.updater.checkForUpdates(); }
 
  private:
-  AboutView& view_;
-  AppSettings& settings_;
-  Bundle& bundle_;
-  BugReport& bugReport_;
-  SparkleUpdater& updater_;
+  const Uses use_;
 };
 
 }  // namespace keyrow

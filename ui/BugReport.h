@@ -31,7 +31,7 @@ class BugReport {
     std::function<std::string()> recentLogReport;
   };
 
-  explicit BugReport(Uses uses) : use_{std::move(uses)} {}
+  explicit BugReport(const Uses& uses) : use_{uses} {}
 
   void openContactEmail();
 

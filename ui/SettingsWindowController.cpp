@@ -4,23 +4,25 @@ namespace keyrow {
 
 void SettingsWindowController::show() {
   if (!bringForward()) return;
-  mainQueue_.async([this, weak = std::weak_ptr{alive_}] {
+  use_.mainQueue.async([this, weak = std::weak_ptr{alive_}] {
     if (!weak.expired()) bringForward();
   });
 }
 
 // The system sizes the window for each tab as it sees fit.
-void SettingsWindowController::viewDidAppear() { window_.setFixedContentSize(settingsContentSize); }
+void SettingsWindowController::viewDidAppear() {
+  use_.view.setFixedContentSize(settingsContentSize);
+}
 
 void SettingsWindowController::didSelectTabViewItem() {
-  window_.setFixedContentSize(settingsContentSize);
+  use_.view.setFixedContentSize(settingsContentSize);
 }
 
 bool SettingsWindowController::bringForward() {
-  if (!window_.hasWindow()) return false;
-  application_.activateAllWindows();
-  application_.activate();
-  window_.bringToFront();
+  if (!use_.view.hasWindow()) return false;
+  use_.application.activateAllWindows();
+  use_.application.activate();
+  use_.view.bringToFront();
   return true;
 }
 

@@ -12,12 +12,16 @@ namespace keyrow {
 /// always of the same size. Main thread only.
 class SettingsWindowController final : public SettingsWindowActions {
  public:
-  SettingsWindowController(SettingsWindowView& window, Application& application,
-                           MainQueue& mainQueue)
-      : window_{window}, application_{application}, mainQueue_{mainQueue} {}
+  struct Uses {
+    SettingsWindowView& view;
+    Application& application;
+    MainQueue& mainQueue;
+  };
+
+  explicit SettingsWindowController(const Uses& uses) : use_{uses} {}
 
   /// Creates the window; it stays hidden until the first `show`.
-  void createWindow() { window_.create(*this); }
+  void createWindow() { use_.view.create(*this); }
 
   /// Makes this the active application with the window in front, and once more when the
   /// main queue gets to it: what is going on now may still take the focus away.
@@ -30,9 +34,7 @@ class SettingsWindowController final : public SettingsWindowActions {
   /// Whether there is a window.
   bool bringForward();
 
-  SettingsWindowView& window_;
-  Application& application_;
-  MainQueue& mainQueue_;
+  const Uses use_;
   const std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

@@ -12,26 +12,26 @@ std::optional<FnState> stateOf(const std::optional<PropertyValue>& representedOb
 }  // namespace
 
 void StatusBarController::setUp() {
-  statusItem_.create(*this);
-  modePolicy_.setPresenter(this);
+  use_.view.create(*this);
+  use_.modePolicy.setPresenter(this);
   updateScopeIndicator();
-  setCapsLockIndicatorEnabled(settings_.showCapsLockIndicator());
-  modePolicy_.refreshFromHardware();
+  setCapsLockIndicatorEnabled(use_.settings.showCapsLockIndicator());
+  use_.modePolicy.refreshFromHardware();
 }
 
 void StatusBarController::fnSwitch() {
-  if (modePolicy_.isLocalScopeActive()) {
-    modePolicy_.toggleLocalOverride(nullptr);
+  if (use_.modePolicy.isLocalScopeActive()) {
+    use_.modePolicy.toggleLocalOverride(nullptr);
   } else {
-    modePolicy_.toggleGlobalFnState(nullptr);
+    use_.modePolicy.toggleGlobalFnState(nullptr);
   }
 }
 
-void StatusBarController::toggleLocal() { modePolicy_.toggleLocalOverride(nullptr); }
+void StatusBarController::toggleLocal() { use_.modePolicy.toggleLocalOverride(nullptr); }
 
 void StatusBarController::handleWake() {
-  modePolicy_.refreshFromHardware();
-  modePolicy_.applyStoredFnState();
+  use_.modePolicy.refreshFromHardware();
+  use_.modePolicy.applyStoredFnState();
 }
 
 void StatusBarController::setCapsLockIndicatorEnabled(bool enabled) {
@@ -44,15 +44,15 @@ void StatusBarController::setCapsLockIndicatorEnabled(bool enabled) {
 }
 
 void StatusBarController::updateCapsLockIndicator() {
-  if (!settings_.showCapsLockIndicator()) {
+  if (!use_.settings.showCapsLockIndicator()) {
     hideCapsLockIndicator();
     return;
   }
-  auto isLocked = capsLockMonitor_.cachedCapsLockState();
-  if (!isLocked) isLocked = capsLockMonitor_.systemCapsLockState();
+  auto isLocked = use_.capsLockMonitor.cachedCapsLockState();
+  if (!isLocked) isLocked = use_.capsLockMonitor.systemCapsLockState();
   if (!isLocked || isLocked == lastCapsLockLockedState_) return;
   lastCapsLockLockedState_ = isLocked;
-  statusItem_.setCapsLockIndicatorHidden(!*isLocked);
+  use_.view.setCapsLockIndicatorHidden(!*isLocked);
   isCapsLockIndicatorVisible_ = *isLocked;
   updateScopeIndicator();
 }
@@ -68,71 +68,72 @@ void StatusBarController::statusBarButtonClicked(ClickEvent event) {
 
 void StatusBarController::handleMenuGlobalSwitch(
     const std::optional<PropertyValue>& representedObject) {
-  if (const auto state = stateOf(representedObject)) modePolicy_.setGlobalFnState(*state, nullptr);
+  if (const auto state = stateOf(representedObject))
+    use_.modePolicy.setGlobalFnState(*state, nullptr);
 }
 
 void StatusBarController::handleMenuLocalSwitch(
     const std::optional<PropertyValue>& representedObject) {
   const auto state = stateOf(representedObject);
   if (!state) return;
-  if (const auto frontmost = workspace_.frontmostBundleIdentifier()) {
-    modePolicy_.setLocalFnState(*state, *frontmost, nullptr);
+  if (const auto frontmost = use_.workspace.frontmostBundleIdentifier()) {
+    use_.modePolicy.setLocalFnState(*state, *frontmost, nullptr);
   }
 }
 
 void StatusBarController::openPreferences() { shouldOpenSettingsAfterMenuClose_ = true; }
 
-void StatusBarController::quit() { application_.terminate(); }
+void StatusBarController::quit() { use_.application.terminate(); }
 
 void StatusBarController::menuDidClose() {
-  mainQueue_.async([this] { afterMenu(); });
+  use_.mainQueue.async([this] { afterMenu(); });
 }
 
 void StatusBarController::updateStatusImage(FnState state) {
-  statusItem_.setImage(state == FnState::standard ? "fn" : "globe");
+  use_.view.setImage(state == FnState::standard ? "fn" : "globe");
   updateCapsLockIndicator();
 }
 
 void StatusBarController::updateScopeIndicator() {
-  if (modePolicy_.isLocalScopeActive()) {
+  if (use_.modePolicy.isLocalScopeActive()) {
     // Both indicators have the same place; Caps Lock wins it.
-    statusItem_.setScopeIndicator(isCapsLockIndicatorVisible_, "Local F-Key Mode");
+    use_.view.setScopeIndicator(isCapsLockIndicatorVisible_, "Local F-Key Mode");
   } else {
-    statusItem_.setScopeIndicator(true, std::nullopt);
+    use_.view.setScopeIndicator(true, std::nullopt);
   }
 }
 
 void StatusBarController::hideCapsLockIndicator() {
-  statusItem_.setCapsLockIndicatorHidden(true);
+  use_.view.setCapsLockIndicatorHidden(true);
   isCapsLockIndicatorVisible_ = false;
   updateScopeIndicator();
 }
 
 void StatusBarController::popUpMenu() {
   const auto defaultState = [this] {
-    const auto stored = modePolicy_.storedGlobalFnState();
-    return stored ? stored : modePolicy_.currentFnState();
+    const auto stored = use_.modePolicy.storedGlobalFnState();
+    return stored ? stored : use_.modePolicy.currentFnState();
   };
   StatusMenuState state;
   state.globalBase = defaultState();
 
-  const auto frontmost = workspace_.frontmostBundleIdentifier();
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   state.hasFrontmostApplication = frontmost.has_value();
-  if (frontmost) state.localBase = storedFnStates_.local(*frontmost);
+  if (frontmost) state.localBase = use_.storedFnStates.local(*frontmost);
   if (!state.localBase) state.localBase = defaultState();
 
-  state.shortcutKey = settings_.localToggleShortcut().displayName;
-  state.fnReplacementModifier = settings_.fnReplacementModifier();
+  state.shortcutKey = use_.settings.localToggleShortcut().displayName;
+  state.fnReplacementModifier = use_.settings.fnReplacementModifier();
 
-  statusItem_.setHighlighted(true);
-  statusItem_.popUpMenu(makeStatusMenu(state));
+  use_.view.setHighlighted(true);
+  use_.view.popUpMenu(makeStatusMenu(state));
 }
 
 void StatusBarController::afterMenu() {
-  statusItem_.setHighlighted(false);
+  use_.view.setHighlighted(false);
   if (!shouldOpenSettingsAfterMenuClose_) return;
   shouldOpenSettingsAfterMenuClose_ = false;
-  settingsWindowController_.show();
+  use_.settingsWindowController.show();
 }
 
 }  // namespace keyrow

@@ -20,20 +20,19 @@ class StatusBarController final : public ModePresenter,
                                   public CapsLockPresenter,
                                   public StatusItemActions {
  public:
-  StatusBarController(StatusItemView& statusItem, ModePolicy& modePolicy,
-                      const StoredFnStates& storedFnStates, const AppSettings& settings,
-                      const CapsLockMonitor& capsLockMonitor,
-                      SettingsWindowController& settingsWindowController, Workspace& workspace,
-                      Application& application, MainQueue& mainQueue)
-      : statusItem_{statusItem},
-        modePolicy_{modePolicy},
-        storedFnStates_{storedFnStates},
-        settings_{settings},
-        capsLockMonitor_{capsLockMonitor},
-        settingsWindowController_{settingsWindowController},
-        workspace_{workspace},
-        application_{application},
-        mainQueue_{mainQueue} {}
+  struct Uses {
+    StatusItemView& view;
+    ModePolicy& modePolicy;
+    const StoredFnStates& storedFnStates;
+    const AppSettings& settings;
+    const CapsLockMonitor& capsLockMonitor;
+    SettingsWindowController& settingsWindowController;
+    Workspace& workspace;
+    Application& application;
+    MainQueue& mainQueue;
+  };
+
+  explicit StatusBarController(const Uses& uses) : use_{uses} {}
 
   /// Puts the item into the menu bar and shows the hardware's mode there.
   void setUp();
@@ -71,15 +70,7 @@ class StatusBarController final : public ModePresenter,
   void popUpMenu();
   void afterMenu();
 
-  StatusItemView& statusItem_;
-  ModePolicy& modePolicy_;
-  const StoredFnStates& storedFnStates_;
-  const AppSettings& settings_;
-  const CapsLockMonitor& capsLockMonitor_;
-  SettingsWindowController& settingsWindowController_;
-  Workspace& workspace_;
-  Application& application_;
-  MainQueue& mainQueue_;
+  const Uses use_;
 
   /// The Caps Lock state last shown; absent when the next one is to be shown in any case.
   std::optional<bool> lastCapsLockLockedState_;

@@ -256,7 +256,10 @@ TEST_F(DiagnosticsLogReportTest, SaysWhyTheLogCannotBeRead) {
   const auto reportOf = [this](SystemError error) {
     const auto& platform = process->platform();
     FailingSystemLog systemLog{std::move(error)};
-    return DiagnosticsLog{systemLog, platform.bundle, platform.clock, platform.text}
+    return DiagnosticsLog{{.systemLog = systemLog,
+                           .bundle = platform.bundle,
+                           .clock = platform.clock,
+                           .text = platform.text}}
         .recentLogReport();
   };
   EXPECT_EQ(reportOf({"The operation was cancelled.", "OSLogErrorDomain", 4}),

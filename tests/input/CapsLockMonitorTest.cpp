@@ -158,13 +158,13 @@ TEST_F(CapsLockMonitorTest, AKeypadCountsToo) {
 TEST_F(CapsLockMonitorTest, IsReadyToListenBeforeItOpensItsManager) {
   FakeHidManagers managers;
   const auto& platform = process->platform();
-  CapsLockMonitor onFakes{managers,
-                          platform.hidSystem,
-                          platform.eventMonitors,
-                          platform.notificationCenter,
-                          platform.mainQueue,
-                          keyrow().settings(),
-                          keyrow().diagnosticsLog().logger(LogCategory::hardware)};
+  CapsLockMonitor onFakes{{.hidManagers = managers,
+                           .hidSystem = platform.hidSystem,
+                           .eventMonitors = platform.eventMonitors,
+                           .notificationCenter = platform.notificationCenter,
+                           .mainQueue = platform.mainQueue,
+                           .settings = keyrow().settings(),
+                           .hardwareLog = keyrow().diagnosticsLog().logger(LogCategory::hardware)}};
   show(true);
   onFakes.applyCapsLockIndicatorSetting();
   onFakes.applyCapsLockIndicatorSetting();

@@ -41,8 +41,10 @@ class CountingUserDefaults final : public UserDefaults {
 class KeySettingsTest : public SimulatedMacTest {
  protected:
   CountingUserDefaults defaults;
-  AppSettings settings{defaults, process->platform().notificationCenter, process->platform().text};
-  KeySettings keySettings{defaults, settings};
+  AppSettings settings{{.userDefaults = defaults,
+                        .notificationCenter = process->platform().notificationCenter,
+                        .text = process->platform().text}};
+  KeySettings keySettings{{.userDefaults = defaults, .settings = settings}};
 
   /// The values are the settings, when they are read and when they are remembered.
   void expectSettings() {

@@ -211,8 +211,10 @@ class WorkerTest : public SimulatedMacTest {
  protected:
   DeferredEventTaps taps;
   std::optional<KeyboardEventTapController> controller{
-      std::in_place, taps, keyrow().keyEventHandler(),
-      keyrow().diagnosticsLog().logger(LogCategory::input)};
+      std::in_place, KeyboardEventTapController::Uses{
+                         .eventTaps = taps,
+                         .handler = keyrow().keyEventHandler(),
+                         .inputLog = keyrow().diagnosticsLog().logger(LogCategory::input)}};
 
   std::vector<std::string> takeCalls() { return std::exchange(taps.calls, {}); }
 };

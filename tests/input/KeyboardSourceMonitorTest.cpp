@@ -170,12 +170,13 @@ class KeyboardSourceMonitorOnFakeManagersTest : public KeyboardSourceMonitorTest
  protected:
   FakeHidManagers managers;
   FakeHidDevice device;
-  KeyboardSourceMonitor onFakes{managers,
-                                process->platform().notificationCenter,
-                                process->platform().clock,
-                                process->platform().text,
-                                keyrow().settings(),
-                                keyrow().diagnosticsLog().logger(LogCategory::hardware)};
+  KeyboardSourceMonitor onFakes{
+      {.hidManagers = managers,
+       .notificationCenter = process->platform().notificationCenter,
+       .clock = process->platform().clock,
+       .text = process->platform().text,
+       .settings = keyrow().settings(),
+       .hardwareLog = keyrow().diagnosticsLog().logger(LogCategory::hardware)}};
 };
 
 TEST_F(KeyboardSourceMonitorOnFakeManagersTest, MatchesKeyboardsAndKeypadsAndTheirKeyboardPage) {

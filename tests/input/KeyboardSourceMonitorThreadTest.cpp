@@ -157,8 +157,12 @@ TEST_F(KeyboardSourceMonitorThreadTest, AnswersWhileAKeyboardIsLookedAtAndLogged
   QuestioningManagers managers;
   QuestioningLogger logger{questioner};
   const auto& platform = process->platform();
-  KeyboardSourceMonitor asked{managers,      platform.notificationCenter, platform.clock,
-                              platform.text, keyrow().settings(),         logger};
+  KeyboardSourceMonitor asked{{.hidManagers = managers,
+                               .notificationCenter = platform.notificationCenter,
+                               .clock = platform.clock,
+                               .text = platform.text,
+                               .settings = keyrow().settings(),
+                               .hardwareLog = logger}};
   questioner.setMonitor(asked);
   asked.startMonitoring();
   QuestioningDevice device{questioner};

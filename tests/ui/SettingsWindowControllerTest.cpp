@@ -88,8 +88,10 @@ TEST(SettingsWindowControllerThatIsGoneTest, DoesNotComeForwardOnceMore) {
   SimulatedMac mac;
   SimulatedProcess process{mac, 501};
   const auto& platform = process.platform();
-  std::optional<SettingsWindowController> controller{std::in_place, process.settingsWindow(),
-                                                     platform.application, platform.mainQueue};
+  std::optional<SettingsWindowController> controller{
+      std::in_place, SettingsWindowController::Uses{.view = process.settingsWindow(),
+                                                    .application = platform.application,
+                                                    .mainQueue = platform.mainQueue}};
   controller->createWindow();
   controller->show();
   controller.reset();

@@ -51,7 +51,10 @@ TEST_F(MacHidSystemTest, ReadsTheModeThatTheRegistryHolds) {
   StoredFnStates storedFnStates{userDefaults};
   MacSystemLog systemLog;
   const auto logger = systemLog.makeLogger("app.keyrow.Keyrow.mac-tests", "state");
-  FnStateController controller{hidSystem, globalPreferences, storedFnStates, *logger};
+  FnStateController controller{{.hidSystem = hidSystem,
+                                .globalPreferences = globalPreferences,
+                                .storedFnStates = storedFnStates,
+                                .stateLog = *logger}};
 
   NSNumber* const mode = registryMode();
   const auto state = controller.readFnState();
