@@ -25,7 +25,8 @@
 namespace keyrow {
 
 /// The composition root: all long-lived objects of one process, made in the order of
-/// their dependencies and kept as long as the process lives.
+/// their dependencies and kept as long as the process lives. Where two need each other,
+/// the first only keeps a reference to the second until both are there.
 class Keyrow {
  public:
   Keyrow(const Platform& platform, const Views& views);
@@ -50,6 +51,8 @@ class Keyrow {
   AppSettings settings_;
   StoredFnStates storedFnStates_;
   FnStateController fnStateController_;
+  SettingsWindowController settingsWindowController_;
+  StatusBarController statusBarController_;
   ModePolicy modePolicy_;
   KeyboardSourceMonitor keyboardSourceMonitor_;
   KeySettings keySettings_;
@@ -57,8 +60,6 @@ class Keyrow {
   KeyEventHandler keyEventHandler_;
   KeyboardEventTapController eventTapController_;
   CapsLockMonitor capsLockMonitor_;
-  SettingsWindowController settingsWindowController_;
-  StatusBarController statusBarController_;
   SparkleUpdater updater_;
   BugReport bugReport_;
   GeneralPane generalPane_;

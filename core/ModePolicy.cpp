@@ -176,12 +176,12 @@ bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDev
 
 void ModePolicy::setScope(bool isLocal) {
   isLocalScopeActive_ = isLocal;
-  if (presenter_) presenter_->scopeDidChange(isLocal);
+  use_.presenter.scopeDidChange(isLocal);
 }
 
 void ModePolicy::setLastKnownFnState(FnState state) {
   lastKnownFnState_ = state;
-  if (presenter_) presenter_->fnStateDidChange(state);
+  use_.presenter.fnStateDidChange(state);
 }
 
 std::optional<FnState> ModePolicy::overrideOf(

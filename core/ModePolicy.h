@@ -36,20 +36,19 @@ class ModePresenter {
 /// A command's `source` is the keyboard that issued it; null for mouse and menu.
 class ModePolicy {
  public:
-  /// What it uses. `stateLog` is the logger of the "state" category.
+  /// What it uses. `presenter` shows the mode; `stateLog` is the logger of the "state"
+  /// category.
   struct Uses {
     FnStateController& fnStateController;
     StoredFnStates& storedFnStates;
     const AppSettings& settings;
     Workspace& workspace;
     MainQueue& mainQueue;
+    ModePresenter& presenter;
     Logger& stateLog;
   };
 
   explicit ModePolicy(const Uses& uses) : use_{uses} {}
-
-  /// Who shows the mode from now on; null for nobody.
-  void setPresenter(ModePresenter* presenter) { presenter_ = presenter; }
 
   /// The mode last written to or read from the hardware; absent before the first.
   std::optional<FnState> lastKnownFnState() const { return lastKnownFnState_; }
@@ -113,7 +112,6 @@ class ModePolicy {
   static constexpr int maximumIOKitRetryCount = 3;
 
   const Uses use_;
-  ModePresenter* presenter_ = nullptr;
 
   std::optional<FnState> lastKnownFnState_;
   bool isLocalScopeActive_ = false;

@@ -30,14 +30,14 @@ void CapsLockMonitor::observeCapsLockIndicatorSetting() {
 
 void CapsLockMonitor::applyCapsLockIndicatorSetting() {
   const bool isEnabled = use_.settings.showCapsLockIndicator();
-  if (presenter_) presenter_->setCapsLockIndicatorEnabled(isEnabled);
+  use_.presenter.setCapsLockIndicatorEnabled(isEnabled);
   if (!isEnabled) {
     stopCapsLockMonitoring();
     return;
   }
   startCapsLockMonitoring();
   refreshCapsLockDeviceStates();
-  if (presenter_) presenter_->updateCapsLockIndicator();
+  use_.presenter.updateCapsLockIndicator();
 }
 
 std::optional<bool> CapsLockMonitor::cachedCapsLockState() const {
@@ -59,7 +59,7 @@ std::optional<bool> CapsLockMonitor::systemCapsLockState() const {
 void CapsLockMonitor::refreshCapsLockIfEnabled() {
   if (!use_.settings.showCapsLockIndicator()) return;
   refreshCapsLockDeviceStates();
-  if (presenter_) presenter_->updateCapsLockIndicator();
+  use_.presenter.updateCapsLockIndicator();
 }
 
 void CapsLockMonitor::tearDownCapsLockMonitoring() {
@@ -128,7 +128,7 @@ void CapsLockMonitor::scheduleCapsLockRefresh() {
 void CapsLockMonitor::performCapsLockRefresh() {
   pendingRefresh_ = {};
   refreshCapsLockDeviceStates();
-  if (presenter_) presenter_->updateCapsLockIndicator();
+  use_.presenter.updateCapsLockIndicator();
 }
 
 }  // namespace keyrow

@@ -32,7 +32,8 @@ class CapsLockPresenter {
 /// changes anywhere or a keyboard comes or goes, it asks every keyboard. Main thread only.
 class CapsLockMonitor {
  public:
-  /// What it uses. `hardwareLog` is the logger of the "hardware" category.
+  /// What it uses. `presenter` shows the state; `hardwareLog` is the logger of the
+  /// "hardware" category.
   struct Uses {
     HidManagers& hidManagers;
     HidSystem& hidSystem;
@@ -40,13 +41,11 @@ class CapsLockMonitor {
     NotificationCenter& notificationCenter;
     MainQueue& mainQueue;
     const AppSettings& settings;
+    CapsLockPresenter& presenter;
     Logger& hardwareLog;
   };
 
   explicit CapsLockMonitor(const Uses& uses) : use_{uses} {}
-
-  /// Who shows the state from now on; null for nobody.
-  void setPresenter(CapsLockPresenter* presenter) { presenter_ = presenter; }
 
   /// Applies the setting at every change from now on.
   void observeCapsLockIndicatorSetting();
@@ -80,7 +79,6 @@ class CapsLockMonitor {
   void performCapsLockRefresh();
 
   const Uses use_;
-  CapsLockPresenter* presenter_ = nullptr;
 
   /// Present while device monitoring runs.
   std::unique_ptr<HidManager> manager_;

@@ -13,7 +13,6 @@ std::optional<FnState> stateOf(const std::optional<PropertyValue>& representedOb
 
 void StatusBarController::setUp() {
   use_.view.create(*this);
-  use_.modePolicy.setPresenter(this);
   updateScopeIndicator();
   setCapsLockIndicatorEnabled(use_.settings.showCapsLockIndicator());
   use_.modePolicy.refreshFromHardware();

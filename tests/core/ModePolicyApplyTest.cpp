@@ -154,19 +154,5 @@ TEST_F(ModePolicyApplyTest, SaysInTheEndThatThereIsNoGlobalModeToGiveBack) {
   EXPECT_TRUE(policy().isLocalScopeActive());
 }
 
-TEST_F(ModePolicyApplyTest, WorksAlsoWithNobodyToShowTheMode) {
-  policy().setPresenter(nullptr);
-  setPreference(true);
-  bringToFront(textEdit);
-  beginHere();
-  policy().toggleLocalOverride(nullptr);
-  policy().clearLocalOverride(nullptr);
-  policy().toggleGlobalFnState(nullptr);
-  policy().restoreGlobalFnState();
-  policy().refreshFromHardware();
-  EXPECT_THAT(sentModes(), ElementsAre("0", "1", "0", "0"));
-  EXPECT_EQ(policy().lastKnownFnState(), FnState::special);
-}
-
 }  // namespace
 }  // namespace keyrow::sim

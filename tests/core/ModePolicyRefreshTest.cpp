@@ -79,7 +79,7 @@ TEST_F(ModePolicyRefreshTest, RetriesThreeTimesEachTimeLaterAndThenGivesUpSilent
 TEST_F(ModePolicyRefreshTest, StopsRetryingAtTheFirstReadThatWorks) {
   setHardware(FnState::standard);
   for (const std::uint64_t failures : {1U, 2U, 3U}) {
-    process = std::make_unique<SimulatedProcess>(mac, 502);
+    restart();
     failReads(failures);
     beginHere();
     policy().refreshFromHardware();

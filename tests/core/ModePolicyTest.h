@@ -15,17 +15,23 @@ namespace keyrow::sim {
 class ModePolicyTest : public CoreTest {
  protected:
   ModePolicyTest() {
-    policy().setPresenter(&presenter_);
     mac.timeline.setListener(
         [this](const TimelineEvent& event) { happenings.push_back(shortText(event)); });
   }
 
-  ModePolicy& policy() { return keyrow().modePolicy(); }
+  ModePolicy& policy() { return shown_->policy; }
 
   /// What has happened since the test began or since `beginHere`, one or two words for
   /// each deed: "hardware standard", "store globalFnState", "preference", "log",
   /// "fault find-service", "show standard", "show local".
   std::vector<std::string> happenings;
+
+  /// Goes on with a new process, which has no mode yet.
+  void restart() {
+    shown_.reset();
+    process = std::make_unique<SimulatedProcess>(mac, 502);
+    shown_.emplace(*process, presenter_);
+  }
 
   /// Ends the preparations of a test: forgets what they made happen.
   void beginHere() {
@@ -102,7 +108,24 @@ class ModePolicyTest : public CoreTest {
     }
   }
 
+  /// The policy of a process that is shown by the test instead of a status item.
+  struct ShownHere {
+    ShownHere(SimulatedProcess& process, ModePresenter& presenter)
+        : storedFnStates{process.platform().userDefaults},
+          policy{{.fnStateController = process.keyrow().fnStateController(),
+                  .storedFnStates = storedFnStates,
+                  .settings = process.keyrow().settings(),
+                  .workspace = process.platform().workspace,
+                  .mainQueue = process.platform().mainQueue,
+                  .presenter = presenter,
+                  .stateLog = process.keyrow().diagnosticsLog().logger(LogCategory::state)}} {}
+
+    StoredFnStates storedFnStates;
+    ModePolicy policy;
+  };
+
   Presenter presenter_{*this};
+  std::optional<ShownHere> shown_{std::in_place, *process, presenter_};
   int writesBefore_ = 0;
   std::size_t hardwareWritesBefore_ = 0;
   std::size_t linesBefore_ = 0;

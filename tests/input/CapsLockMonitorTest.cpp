@@ -164,6 +164,7 @@ TEST_F(CapsLockMonitorTest, IsReadyToListenBeforeItOpensItsManager) {
                            .notificationCenter = platform.notificationCenter,
                            .mainQueue = platform.mainQueue,
                            .settings = keyrow().settings(),
+                           .presenter = keyrow().statusBarController(),
                            .hardwareLog = keyrow().diagnosticsLog().logger(LogCategory::hardware)}};
   show(true);
   onFakes.applyCapsLockIndicatorSetting();
@@ -194,18 +195,6 @@ TEST_F(CapsLockMonitorTest, SwitchedOffDuringABurstItStaysOff) {
   mac.scheduler.advance(1h);
   EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
   EXPECT_EQ(process->statusItem().dot(), "none");
-}
-
-TEST_F(CapsLockMonitorTest, WorksWithNobodyToShowIt) {
-  monitor().setPresenter(nullptr);
-  show(true);
-  attach("a", false, 1);
-  mac.setCapsLock(true, "a");
-  mac.scheduler.advance(120ms);
-  EXPECT_EQ(monitor().cachedCapsLockState(), true);
-  EXPECT_EQ(process->statusItem().dot(), "none");
-  show(false);
-  EXPECT_EQ(monitor().cachedCapsLockState(), std::nullopt);
 }
 
 TEST_F(CapsLockMonitorTest, TearingDownDropsAPendingRefreshAndTheObserver) {
