@@ -1,8 +1,5 @@
 #include "app/Keyrow.h"
 
-#include "ui/AboutView.h"
-#include "ui/GeneralView.h"
-
 namespace keyrow {
 
 Keyrow::Keyrow(const Platform& platform, const Views& views)
@@ -124,8 +121,10 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                     .alerts = platform.alerts,
                     .notificationCenter = platform.notificationCenter,
                     .workspace = platform.workspace}} {
-  views.general.setPane(generalPane_);
-  views.about.setPane(aboutPane_);
+  views.statusItem.setActions(statusBarController_);
+  views.settingsWindow.setActions(settingsWindowController_);
+  views.general.setActions(generalPane_);
+  views.about.setActions(aboutPane_);
 }
 
 }  // namespace keyrow

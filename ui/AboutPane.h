@@ -10,7 +10,7 @@ namespace keyrow {
 
 /// The rules of the About pane: what its controls show, and what using them does. Main
 /// thread only.
-class AboutPane {
+class AboutPane final : public AboutActions {
  public:
   struct Uses {
     AboutView& view;
@@ -22,14 +22,16 @@ class AboutPane {
 
   explicit AboutPane(const Uses& uses) : use_{uses} {}
 
-  /// The controls are there: shows the state of everything.
-  void viewDidLoad();
+  /// Shows the state of everything.
+  void viewDidLoad() override;
 
-  void openContactEmail() { use_.bugReport.openContactEmail(); }
-  void openBugReportEmail() { use_.bugReport.openBugReportEmail(); }
-  void toggleEnhancedDiagnostics(bool isOn) { use_.settings.setEnhancedDiagnosticsEnabled(isOn); }
-  void toggleAutoUpdateChecks(bool isOn) { use_.updater.setAutomaticChecksEnabled(isOn); }
-  void checkForUpdates() { use_.updater.checkForUpdates(); }
+  void openContactEmail() override { use_.bugReport.openContactEmail(); }
+  void openBugReportEmail() override { use_.bugReport.openBugReportEmail(); }
+  void toggleEnhancedDiagnostics(bool isOn) override {
+    use_.settings.setEnhancedDiagnosticsEnabled(isOn);
+  }
+  void toggleAutoUpdateChecks(bool isOn) override { use_.updater.setAutomaticChecksEnabled(isOn); }
+  void checkForUpdates() override { use_.updater.checkForUpdates(); }
 
  private:
   const Uses use_;

@@ -2,18 +2,29 @@
 
 #include <string_view>
 
-#include "platform/Port.h"
+#include "ui/View.h"
 
 namespace keyrow {
 
-class AboutPane;
+/// What the user does with the About pane.
+class AboutActions {
+ public:
+  /// The controls are there.
+  virtual void viewDidLoad() = 0;
+
+  virtual void openContactEmail() = 0;
+  virtual void openBugReportEmail() = 0;
+  virtual void toggleEnhancedDiagnostics(bool isOn) = 0;
+  virtual void toggleAutoUpdateChecks(bool isOn) = 0;
+  virtual void checkForUpdates() = 0;
+
+ protected:
+  ~AboutActions() = default;
+};
 
 /// What changes in the About pane. What never does is in `AboutLayout.h`.
-class AboutView : public Port {
+class AboutView : public View<AboutActions> {
  public:
-  /// Whom the controls tell that they are there, and what the user does with them.
-  virtual void setPane(AboutPane& pane) = 0;
-
   virtual void setVersion(std::string_view text) = 0;
   virtual void setEnhancedDiagnosticsChecked(bool checked) = 0;
   virtual void setAutoUpdateChecked(bool checked) = 0;

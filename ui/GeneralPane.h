@@ -16,7 +16,7 @@ namespace keyrow {
 
 /// The rules of the General pane: what its controls show, and what using them does. Main
 /// thread only.
-class GeneralPane {
+class GeneralPane final : public GeneralActions {
  public:
   struct Uses {
     GeneralView& view;
@@ -32,24 +32,18 @@ class GeneralPane {
 
   explicit GeneralPane(const Uses& uses) : use_{uses} {}
 
-  /// The controls are there: shows the state of everything, and follows the permission from
-  /// now on.
-  void viewDidLoad();
+  /// Shows the state of everything, and follows the permission from now on.
+  void viewDidLoad() override;
 
-  void toggleLaunchAtLogin(bool isOn);
-  void toggleCapsLockIndicator(bool isOn);
-  void toggleExternalFunctionKeys(bool isOn);
-
-  /// An item was chosen; its represented object says which. Whatever is no modifier is Off.
-  void changeFnReplacementModifier(const std::optional<PropertyValue>& representedObject);
-
-  /// Lets the next key become the per-app shortcut, or stops waiting for it.
-  void toggleLocalShortcutCapture();
-  void resetLocalShortcut();
-
-  void openAccessibilityPermissions();
-  void showAXPermissionHelp();
-  void quitApp();
+  void toggleLaunchAtLogin(bool isOn) override;
+  void toggleCapsLockIndicator(bool isOn) override;
+  void toggleExternalFunctionKeys(bool isOn) override;
+  void changeFnReplacementModifier(const std::optional<PropertyValue>& representedObject) override;
+  void toggleLocalShortcutCapture() override;
+  void resetLocalShortcut() override;
+  void openAccessibilityPermissions() override;
+  void showAXPermissionHelp() override;
+  void quitApp() override;
 
  private:
   void syncFnReplacementModifier();

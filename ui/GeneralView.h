@@ -1,16 +1,16 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "platform/Port.h"
+#include "platform/PropertyValue.h"
 #include "ui/FnReplacementMenu.h"
+#include "ui/View.h"
 
 namespace keyrow {
-
-class GeneralPane;
 
 /// The colour of the dot that tells about the Accessibility permission.
 enum class PermissionColor {
@@ -20,12 +20,35 @@ enum class PermissionColor {
   red,
 };
 
-/// What changes in the General pane. What never does is in `GeneralLayout.h`.
-class GeneralView : public Port {
+/// What the user does with the General pane.
+class GeneralActions {
  public:
-  /// Whom the controls tell that they are there, and what the user does with them.
-  virtual void setPane(GeneralPane& pane) = 0;
+  /// The controls are there.
+  virtual void viewDidLoad() = 0;
 
+  virtual void toggleLaunchAtLogin(bool isOn) = 0;
+  virtual void toggleCapsLockIndicator(bool isOn) = 0;
+  virtual void toggleExternalFunctionKeys(bool isOn) = 0;
+
+  /// An item was chosen; its represented object says which. Whatever is no modifier is Off.
+  virtual void changeFnReplacementModifier(
+      const std::optional<PropertyValue>& representedObject) = 0;
+
+  /// Lets the next key become the per-app shortcut, or stops waiting for it.
+  virtual void toggleLocalShortcutCapture() = 0;
+  virtual void resetLocalShortcut() = 0;
+
+  virtual void openAccessibilityPermissions() = 0;
+  virtual void showAXPermissionHelp() = 0;
+  virtual void quitApp() = 0;
+
+ protected:
+  ~GeneralActions() = default;
+};
+
+/// What changes in the General pane. What never does is in `GeneralLayout.h`.
+class GeneralView : public View<GeneralActions> {
+ public:
   virtual void setLoginItemChecked(bool checked) = 0;
   virtual void setCapsLockIndicatorChecked(bool checked) = 0;
   virtual void setExternalFunctionKeysChecked(bool checked) = 0;

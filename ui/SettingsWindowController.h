@@ -21,7 +21,7 @@ class SettingsWindowController final : public SettingsWindowActions {
   explicit SettingsWindowController(const Uses& uses) : use_{uses} {}
 
   /// Creates the window; it stays hidden until the first `show`.
-  void createWindow() { use_.view.create(*this); }
+  void createWindow() { use_.view.create(); }
 
   /// Makes this the active application with the window in front, and once more when the
   /// main queue gets to it: what is going on now may still take the focus away.

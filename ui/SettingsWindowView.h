@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "platform/Port.h"
+#include "ui/View.h"
 
 namespace keyrow {
 
@@ -43,11 +43,10 @@ class SettingsWindowActions {
 
 /// The settings window (`NSWindow`, with the panes in an `NSTabViewController`). Closing
 /// hides it.
-class SettingsWindowView : public Port {
+class SettingsWindowView : public View<SettingsWindowActions> {
  public:
-  /// Creates the window, hidden, with its two tabs and `settingsContentSize`; `actions`
-  /// has to outlive it.
-  virtual void create(SettingsWindowActions& actions) = 0;
+  /// Creates the window, hidden, with its two tabs and `settingsContentSize`.
+  virtual void create() = 0;
 
   /// Whether there is a window.
   virtual bool hasWindow() = 0;

@@ -12,7 +12,7 @@ std::optional<FnState> stateOf(const std::optional<PropertyValue>& representedOb
 }  // namespace
 
 void StatusBarController::setUp() {
-  use_.view.create(*this);
+  use_.view.create();
   updateScopeIndicator();
   setCapsLockIndicatorEnabled(use_.settings.showCapsLockIndicator());
   use_.modePolicy.refreshFromHardware();

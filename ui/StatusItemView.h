@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Port.h"
 #include "platform/PropertyValue.h"
 #include "ui/StatusMenu.h"
+#include "ui/View.h"
 
 namespace keyrow {
 
@@ -59,10 +59,10 @@ inline constexpr double statusMenuX = 6;
 
 /// The square item in the menu bar (`NSStatusItem`), with its button and two indicators.
 /// Before `create`, and where the system gives no item, the other calls do nothing.
-class StatusItemView : public Port {
+class StatusItemView : public View<StatusItemActions> {
  public:
-  /// Creates the item with both indicators hidden; `actions` has to outlive it.
-  virtual void create(StatusItemActions& actions) = 0;
+  /// Creates the item with both indicators hidden.
+  virtual void create() = 0;
 
   /// Shows a system symbol as a template image, without an accessibility description.
   virtual void setImage(std::string_view systemSymbolName) = 0;

@@ -2,13 +2,13 @@
 
 #import <AppKit/AppKit.h>
 
-#include "ui/AboutPane.h"
+#include "ui/AboutView.h"
 
 /// The About pane of the settings window: its controls, and where they stand.
 @interface AboutViewController : NSViewController
 
-/// `pane` has to outlive the controller.
-- (instancetype)initWithPane:(keyrow::AboutPane&)pane;
+/// `actions` has to outlive the controller.
+- (instancetype)initWithActions:(keyrow::AboutActions&)actions;
 
 @property(readonly) NSImageView* appIconView;
 @property(readonly) NSTextField* descriptionLabel;

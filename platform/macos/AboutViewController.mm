@@ -14,12 +14,12 @@ using keyrow::macos::makePushButton;
 using keyrow::macos::nsString;
 
 @implementation AboutViewController {
-  keyrow::AboutPane* _pane;
+  keyrow::AboutActions* _actions;
 }
 
-- (instancetype)initWithPane:(keyrow::AboutPane&)pane {
+- (instancetype)initWithActions:(keyrow::AboutActions&)actions {
   self = [super initWithNibName:nil bundle:nil];
-  if (self) _pane = &pane;
+  if (self) _actions = &actions;
   return self;
 }
 
@@ -33,7 +33,7 @@ using keyrow::macos::nsString;
   [self makeControls];
   [self placeControls];
   [self connectControls];
-  _pane->viewDidLoad();
+  _actions->viewDidLoad();
 }
 
 - (void)makeControls {
@@ -145,23 +145,23 @@ using keyrow::macos::nsString;
 }
 
 - (void)openContactEmail:(id)sender {
-  _pane->openContactEmail();
+  _actions->openContactEmail();
 }
 
 - (void)openBugReportEmail:(id)sender {
-  _pane->openBugReportEmail();
+  _actions->openBugReportEmail();
 }
 
 - (void)toggleEnhancedDiagnostics:(NSButton*)sender {
-  _pane->toggleEnhancedDiagnostics(isOn(sender));
+  _actions->toggleEnhancedDiagnostics(isOn(sender));
 }
 
 - (void)toggleAutoUpdateChecks:(NSButton*)sender {
-  _pane->toggleAutoUpdateChecks(isOn(sender));
+  _actions->toggleAutoUpdateChecks(isOn(sender));
 }
 
 - (void)checkForUpdates:(id)sender {
-  _pane->checkForUpdates();
+  _actions->checkForUpdates();
 }
 
 @end

@@ -2,13 +2,13 @@
 
 #import <AppKit/AppKit.h>
 
-#include "ui/GeneralPane.h"
+#include "ui/GeneralView.h"
 
 /// The General pane of the settings window: its controls, and where they stand.
 @interface GeneralViewController : NSViewController
 
-/// `pane` has to outlive the controller.
-- (instancetype)initWithPane:(keyrow::GeneralPane&)pane;
+/// `actions` has to outlive the controller.
+- (instancetype)initWithActions:(keyrow::GeneralActions&)actions;
 
 @property(readonly) NSButton* loginItemCheckbox;
 @property(readonly) NSButton* capsLockIndicatorCheckbox;

@@ -34,13 +34,13 @@ void keepSize(NSView* label, NSView* beside) {
 }  // namespace
 
 @implementation GeneralViewController {
-  keyrow::GeneralPane* _pane;
+  keyrow::GeneralActions* _actions;
   NSPopover* _axPermissionPopover;
 }
 
-- (instancetype)initWithPane:(keyrow::GeneralPane&)pane {
+- (instancetype)initWithActions:(keyrow::GeneralActions&)actions {
   self = [super initWithNibName:nil bundle:nil];
-  if (self) _pane = &pane;
+  if (self) _actions = &actions;
   return self;
 }
 
@@ -54,7 +54,7 @@ void keepSize(NSView* label, NSView* beside) {
   [self makeControls];
   [self placeControls];
   [self connectControls];
-  _pane->viewDidLoad();
+  _actions->viewDidLoad();
 }
 
 - (void)makeControls {
@@ -246,40 +246,40 @@ void keepSize(NSView* label, NSView* beside) {
 }
 
 - (void)openAccessibilityPermissions:(id)sender {
-  _pane->openAccessibilityPermissions();
+  _actions->openAccessibilityPermissions();
 }
 
 - (void)showAXPermissionHelp:(id)sender {
-  _pane->showAXPermissionHelp();
+  _actions->showAXPermissionHelp();
 }
 
 - (void)toggleLaunchAtLogin:(NSButton*)sender {
-  _pane->toggleLaunchAtLogin(isOn(sender));
+  _actions->toggleLaunchAtLogin(isOn(sender));
 }
 
 - (void)toggleCapsLockIndicator:(NSButton*)sender {
-  _pane->toggleCapsLockIndicator(isOn(sender));
+  _actions->toggleCapsLockIndicator(isOn(sender));
 }
 
 - (void)toggleExternalFunctionKeys:(NSButton*)sender {
-  _pane->toggleExternalFunctionKeys(isOn(sender));
+  _actions->toggleExternalFunctionKeys(isOn(sender));
 }
 
 - (void)changeFnReplacementModifier:(NSPopUpButton*)sender {
-  _pane->changeFnReplacementModifier(
+  _actions->changeFnReplacementModifier(
       keyrow::macos::propertyValue((__bridge CFTypeRef)sender.selectedItem.representedObject));
 }
 
 - (void)toggleLocalShortcutCapture:(id)sender {
-  _pane->toggleLocalShortcutCapture();
+  _actions->toggleLocalShortcutCapture();
 }
 
 - (void)resetLocalShortcut:(id)sender {
-  _pane->resetLocalShortcut();
+  _actions->resetLocalShortcut();
 }
 
 - (void)quitApp:(id)sender {
-  _pane->quitApp();
+  _actions->quitApp();
 }
 
 @end

@@ -8,13 +8,12 @@ namespace keyrow::macos {
 /// `AboutView` on the controls of an `AboutViewController`.
 class MacAboutView final : public AboutView {
  public:
-  void setPane(AboutPane& pane) override;
   void setVersion(std::string_view text) override;
   void setEnhancedDiagnosticsChecked(bool checked) override;
   void setAutoUpdateChecked(bool checked) override;
 
-  /// The pane's controller; nil before there is a pane.
-  AboutViewController* viewController() const { return controller_; }
+  /// The pane's controller, made at the first time.
+  AboutViewController* viewController();
 
  private:
   AboutViewController* controller_ = nil;

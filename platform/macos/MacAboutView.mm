@@ -5,8 +5,9 @@
 
 namespace keyrow::macos {
 
-void MacAboutView::setPane(AboutPane& pane) {
-  controller_ = [[AboutViewController alloc] initWithPane:pane];
+AboutViewController* MacAboutView::viewController() {
+  if (!controller_) controller_ = [[AboutViewController alloc] initWithActions:actions()];
+  return controller_;
 }
 
 void MacAboutView::setVersion(std::string_view text) {

@@ -8,7 +8,6 @@ namespace keyrow::macos {
 /// `GeneralView` on the controls of a `GeneralViewController`.
 class MacGeneralView final : public GeneralView {
  public:
-  void setPane(GeneralPane& pane) override;
   void setLoginItemChecked(bool checked) override;
   void setCapsLockIndicatorChecked(bool checked) override;
   void setExternalFunctionKeysChecked(bool checked) override;
@@ -23,8 +22,8 @@ class MacGeneralView final : public GeneralView {
   void showPermissionPopover() override;
   void closePermissionPopover() override;
 
-  /// The pane's controller; nil before there is a pane.
-  GeneralViewController* viewController() const { return controller_; }
+  /// The pane's controller, made at the first time.
+  GeneralViewController* viewController();
 
  private:
   GeneralViewController* controller_ = nil;

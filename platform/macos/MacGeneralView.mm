@@ -7,8 +7,9 @@
 
 namespace keyrow::macos {
 
-void MacGeneralView::setPane(GeneralPane& pane) {
-  controller_ = [[GeneralViewController alloc] initWithPane:pane];
+GeneralViewController* MacGeneralView::viewController() {
+  if (!controller_) controller_ = [[GeneralViewController alloc] initWithActions:actions()];
+  return controller_;
 }
 
 void MacGeneralView::setLoginItemChecked(bool checked) {

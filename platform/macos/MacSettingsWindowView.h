@@ -19,10 +19,10 @@ namespace keyrow::macos {
 class MacSettingsWindowView final : public SettingsWindowView {
  public:
   /// The panes have to outlive this.
-  MacSettingsWindowView(const MacGeneralView& general, const MacAboutView& about)
+  MacSettingsWindowView(MacGeneralView& general, MacAboutView& about)
       : general_{general}, about_{about} {}
 
-  void create(SettingsWindowActions& actions) override;
+  void create() override;
   bool hasWindow() override;
   void bringToFront() override;
   void setFixedContentSize(ContentSize size) override;
@@ -31,8 +31,8 @@ class MacSettingsWindowView final : public SettingsWindowView {
   NSWindow* window() const { return controller_.window; }
 
  private:
-  const MacGeneralView& general_;
-  const MacAboutView& about_;
+  MacGeneralView& general_;
+  MacAboutView& about_;
   KeyrowSettingsWindowController* controller_ = nil;
 };
 

@@ -46,9 +46,9 @@
 
 namespace keyrow::macos {
 
-void MacSettingsWindowView::create(SettingsWindowActions& actions) {
+void MacSettingsWindowView::create() {
   controller_ = [[KeyrowSettingsWindowController alloc]
-      initWithActions:actions
+      initWithActions:actions()
                 panes:@[ general_.viewController(), about_.viewController() ]];
 }
 

@@ -14,7 +14,7 @@ namespace keyrow::macos {
 /// `StatusItemView` on `NSStatusItem`.
 class MacStatusItemView final : public StatusItemView {
  public:
-  void create(StatusItemActions& actions) override;
+  void create() override;
   void setImage(std::string_view systemSymbolName) override;
   void setCapsLockIndicatorHidden(bool hidden) override;
   void setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) override;

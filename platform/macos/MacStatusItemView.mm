@@ -100,8 +100,8 @@ NSEventModifierFlags flagsOf(MenuKeyModifier modifier) {
 
 }  // namespace
 
-void MacStatusItemView::create(StatusItemActions& actions) {
-  target_ = [[KeyrowStatusItemTarget alloc] initWithActions:actions];
+void MacStatusItemView::create() {
+  target_ = [[KeyrowStatusItemTarget alloc] initWithActions:actions()];
   statusItem_ = [NSStatusBar.systemStatusBar statusItemWithLength:NSSquareStatusItemLength];
   NSStatusBarButton* const button = statusItem_.button;
   if (!button) return;

@@ -7,31 +7,33 @@ namespace keyrow::sim {
 void SimulatedAboutView::load() {
   if (isLoaded_) return;
   isLoaded_ = true;
-  pane_->viewDidLoad();
+  actions().viewDidLoad();
 }
 
 bool SimulatedAboutView::click(std::string_view title) {
   namespace layout = aboutLayout;
-  std::function<void(AboutPane&)> action;
+  std::function<void(AboutActions&)> action;
   if (title == layout::contactTitle) {
-    action = [](AboutPane& pane) { pane.openContactEmail(); };
+    action = [](AboutActions& actions) { actions.openContactEmail(); };
   } else if (title == layout::reportBugTitle) {
-    action = [](AboutPane& pane) { pane.openBugReportEmail(); };
+    action = [](AboutActions& actions) { actions.openBugReportEmail(); };
   } else if (title == layout::enhancedDiagnosticsTitle) {
     // A click changes a checkbox by itself; its action says what it stands at now.
     isEnhancedDiagnosticsChecked = !isEnhancedDiagnosticsChecked;
-    action = [on = isEnhancedDiagnosticsChecked](AboutPane& pane) {
-      pane.toggleEnhancedDiagnostics(on);
+    action = [on = isEnhancedDiagnosticsChecked](AboutActions& actions) {
+      actions.toggleEnhancedDiagnostics(on);
     };
   } else if (title == layout::autoUpdateTitle) {
     isAutoUpdateChecked = !isAutoUpdateChecked;
-    action = [on = isAutoUpdateChecked](AboutPane& pane) { pane.toggleAutoUpdateChecks(on); };
+    action = [on = isAutoUpdateChecked](AboutActions& actions) {
+      actions.toggleAutoUpdateChecks(on);
+    };
   } else if (title == layout::checkUpdatesTitle) {
-    action = [](AboutPane& pane) { pane.checkForUpdates(); };
+    action = [](AboutActions& actions) { actions.checkForUpdates(); };
   } else {
     return false;
   }
-  context_.mainThread->deliver([this, action] { action(*pane_); });
+  context_.mainThread->deliver([this, action] { action(actions()); });
   return true;
 }
 

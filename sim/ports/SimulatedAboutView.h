@@ -3,7 +3,6 @@
 #include <string>
 
 #include "sim/ports/ProcessContext.h"
-#include "ui/AboutPane.h"
 #include "ui/AboutView.h"
 
 namespace keyrow::sim {
@@ -13,7 +12,6 @@ class SimulatedAboutView final : public AboutView {
  public:
   explicit SimulatedAboutView(const ProcessContext& context) : context_{context} {}
 
-  void setPane(AboutPane& pane) override { pane_ = &pane; }
   void setVersion(std::string_view text) override { version = text; }
   void setEnhancedDiagnosticsChecked(bool checked) override {
     isEnhancedDiagnosticsChecked = checked;
@@ -32,7 +30,6 @@ class SimulatedAboutView final : public AboutView {
 
  private:
   const ProcessContext& context_;
-  AboutPane* pane_ = nullptr;
   bool isLoaded_ = false;
 };
 

@@ -9,40 +9,42 @@ namespace keyrow::sim {
 void SimulatedGeneralView::load() {
   if (isLoaded_) return;
   isLoaded_ = true;
-  pane_->viewDidLoad();
+  actions().viewDidLoad();
 }
 
 bool SimulatedGeneralView::click(std::string_view title) {
   namespace layout = generalLayout;
-  std::function<void(GeneralPane&)> action;
+  std::function<void(GeneralActions&)> action;
   if (title == layout::loginItemTitle) {
     // A click changes a checkbox by itself; its action says what it stands at now.
     isLoginItemChecked = !isLoginItemChecked;
-    action = [on = isLoginItemChecked](GeneralPane& pane) { pane.toggleLaunchAtLogin(on); };
+    action = [on = isLoginItemChecked](GeneralActions& actions) {
+      actions.toggleLaunchAtLogin(on);
+    };
   } else if (title == layout::capsLockIndicatorTitle) {
     isCapsLockIndicatorChecked = !isCapsLockIndicatorChecked;
-    action = [on = isCapsLockIndicatorChecked](GeneralPane& pane) {
-      pane.toggleCapsLockIndicator(on);
+    action = [on = isCapsLockIndicatorChecked](GeneralActions& actions) {
+      actions.toggleCapsLockIndicator(on);
     };
   } else if (title == layout::externalFunctionKeysTitle) {
     isExternalFunctionKeysChecked = !isExternalFunctionKeysChecked;
-    action = [on = isExternalFunctionKeysChecked](GeneralPane& pane) {
-      pane.toggleExternalFunctionKeys(on);
+    action = [on = isExternalFunctionKeysChecked](GeneralActions& actions) {
+      actions.toggleExternalFunctionKeys(on);
     };
   } else if (title == layout::permissionButtonTitle) {
-    action = [](GeneralPane& pane) { pane.openAccessibilityPermissions(); };
+    action = [](GeneralActions& actions) { actions.openAccessibilityPermissions(); };
   } else if (title == layout::permissionHelpTitle) {
-    action = [](GeneralPane& pane) { pane.showAXPermissionHelp(); };
+    action = [](GeneralActions& actions) { actions.showAXPermissionHelp(); };
   } else if (title == layout::resetTitle && isResetEnabled) {
-    action = [](GeneralPane& pane) { pane.resetLocalShortcut(); };
+    action = [](GeneralActions& actions) { actions.resetLocalShortcut(); };
   } else if (title == layout::quitTitle) {
-    action = [](GeneralPane& pane) { pane.quitApp(); };
+    action = [](GeneralActions& actions) { actions.quitApp(); };
   } else if (title == localShortcutTitle) {
-    action = [](GeneralPane& pane) { pane.toggleLocalShortcutCapture(); };
+    action = [](GeneralActions& actions) { actions.toggleLocalShortcutCapture(); };
   } else {
     return false;
   }
-  context_.mainThread->deliver([this, action] { action(*pane_); });
+  context_.mainThread->deliver([this, action] { action(actions()); });
   return true;
 }
 
@@ -53,7 +55,7 @@ bool SimulatedGeneralView::chooseFnReplacement(std::string_view title) {
   if (found == fnReplacementItems.end()) return false;
   selectedFnReplacementItem = static_cast<std::size_t>(found - fnReplacementItems.begin());
   context_.mainThread->deliver([this, raw = PropertyValue{found->representedObject}] {
-    pane_->changeFnReplacementModifier(raw);
+    actions().changeFnReplacementModifier(raw);
   });
   return true;
 }

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "sim/ports/ProcessContext.h"
-#include "ui/GeneralPane.h"
 #include "ui/GeneralView.h"
 
 namespace keyrow::sim {
@@ -14,7 +13,6 @@ class SimulatedGeneralView final : public GeneralView {
  public:
   explicit SimulatedGeneralView(const ProcessContext& context) : context_{context} {}
 
-  void setPane(GeneralPane& pane) override { pane_ = &pane; }
   void setLoginItemChecked(bool checked) override { isLoginItemChecked = checked; }
   void setCapsLockIndicatorChecked(bool checked) override { isCapsLockIndicatorChecked = checked; }
   void setExternalFunctionKeysChecked(bool checked) override {
@@ -46,7 +44,8 @@ class SimulatedGeneralView final : public GeneralView {
   /// The user chooses from the pop-up; false when there is no such item.
   bool chooseFnReplacement(std::string_view title);
 
-  GeneralPane& pane() { return *pane_; }
+  /// For what the user does that needs no control, or a wrong one.
+  using GeneralView::actions;
 
   bool isLoginItemChecked = false;
   bool isCapsLockIndicatorChecked = false;
@@ -63,7 +62,6 @@ class SimulatedGeneralView final : public GeneralView {
 
  private:
   const ProcessContext& context_;
-  GeneralPane* pane_ = nullptr;
   bool isLoaded_ = false;
 };
 

@@ -11,9 +11,8 @@ constexpr ContentSize fittingSize{300, 200};
 
 }  // namespace
 
-void SimulatedSettingsWindowView::create(SettingsWindowActions& actions) {
+void SimulatedSettingsWindowView::create() {
   context_.mac.trace.add("create settings window");
-  actions_ = &actions;
   ++createdCount_;
   loadSelectedPane();
 }
@@ -25,7 +24,7 @@ void SimulatedSettingsWindowView::bringToFront() {
   isVisible_ = true;
   context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
   contentSize_ = fittingSize;
-  actions_->viewDidAppear();
+  actions().viewDidAppear();
 }
 
 void SimulatedSettingsWindowView::setFixedContentSize(ContentSize size) { contentSize_ = size; }
@@ -38,7 +37,7 @@ bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
   contentSize_ = fittingSize;
   context_.mainThread->deliver([this] {
     loadSelectedPane();
-    actions_->didSelectTabViewItem();
+    actions().didSelectTabViewItem();
   });
   return true;
 }

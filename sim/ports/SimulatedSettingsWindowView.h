@@ -17,8 +17,8 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
                               SimulatedAboutView& about)
       : context_{context}, general_{general}, about_{about} {}
 
-  void create(SettingsWindowActions& actions) override;
-  bool hasWindow() override { return actions_ != nullptr; }
+  void create() override;
+  bool hasWindow() override { return createdCount_ > 0; }
   void bringToFront() override;
   void setFixedContentSize(ContentSize size) override;
 
@@ -41,7 +41,6 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   const ProcessContext& context_;
   SimulatedGeneralView& general_;
   SimulatedAboutView& about_;
-  SettingsWindowActions* actions_ = nullptr;
   int createdCount_ = 0;
   bool isVisible_ = false;
   int broughtToFrontCount_ = 0;

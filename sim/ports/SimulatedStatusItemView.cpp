@@ -5,9 +5,9 @@
 
 namespace keyrow::sim {
 
-void SimulatedStatusItemView::create(StatusItemActions& actions) {
+void SimulatedStatusItemView::create() {
   context_.mac.trace.add("create status item");
-  actions_ = &actions;
+  exists_ = true;
 }
 
 void SimulatedStatusItemView::setImage(std::string_view systemSymbolName) {
@@ -51,7 +51,7 @@ std::string SimulatedStatusItemView::toolTipText() const {
 
 void SimulatedStatusItemView::click(ClickEvent event) {
   context_.mainThread->deliver([this, event] {
-    if (exists()) actions_->statusBarButtonClicked(event);
+    if (exists()) actions().statusBarButtonClicked(event);
   });
 }
 
@@ -71,16 +71,16 @@ bool SimulatedStatusItemView::choose(std::string_view title) {
       case MenuAction::none:
         break;
       case MenuAction::handleMenuGlobalSwitch:
-        actions_->handleMenuGlobalSwitch(object);
+        actions().handleMenuGlobalSwitch(object);
         break;
       case MenuAction::handleMenuLocalSwitch:
-        actions_->handleMenuLocalSwitch(object);
+        actions().handleMenuLocalSwitch(object);
         break;
       case MenuAction::openPreferences:
-        actions_->openPreferences();
+        actions().openPreferences();
         break;
       case MenuAction::quit:
-        actions_->quit();
+        actions().quit();
         break;
     }
   });
@@ -90,7 +90,7 @@ bool SimulatedStatusItemView::choose(std::string_view title) {
 void SimulatedStatusItemView::closeMenu() {
   if (!menu_) return;
   menu_.reset();
-  context_.mainThread->deliver([this] { actions_->menuDidClose(); });
+  context_.mainThread->deliver([this] { actions().menuDidClose(); });
 }
 
 void SimulatedStatusItemView::change(std::string what, std::string before, std::string now) {

@@ -15,7 +15,7 @@ class SimulatedStatusItemView final : public StatusItemView {
  public:
   explicit SimulatedStatusItemView(const ProcessContext& context) : context_{context} {}
 
-  void create(StatusItemActions& actions) override;
+  void create() override;
   void setImage(std::string_view systemSymbolName) override;
   void setCapsLockIndicatorHidden(bool hidden) override;
   void setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) override;
@@ -23,7 +23,7 @@ class SimulatedStatusItemView final : public StatusItemView {
   /// The menu stays open until the user chooses something or closes it.
   void popUpMenu(const std::vector<MenuItem>& items) override;
 
-  bool exists() const { return actions_ != nullptr; }
+  bool exists() const { return exists_; }
   /// The system symbol on the button; "none" before there is one.
   const std::string& image() const { return image_; }
   /// What is to be seen beside it: "none", "override", "caps-lock", or "both" where one
@@ -46,7 +46,7 @@ class SimulatedStatusItemView final : public StatusItemView {
   std::string toolTipText() const;
 
   const ProcessContext& context_;
-  StatusItemActions* actions_ = nullptr;
+  bool exists_ = false;
   std::string image_ = "none";
   bool isCapsLockIndicatorHidden_ = true;
   bool isScopeIndicatorHidden_ = true;

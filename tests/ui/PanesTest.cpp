@@ -62,7 +62,7 @@ TEST_F(PanesTest, ChoosingWhatIsNoModifierIsOff) {
   for (const std::optional<PropertyValue>& object :
        std::vector<std::optional<PropertyValue>>{std::nullopt, "", "middleCommand", 3, true}) {
     store("fnReplacementModifier", "leftShift");
-    general().pane().changeFnReplacementModifier(object);
+    general().actions().changeFnReplacementModifier(object);
     EXPECT_EQ(stored("fnReplacementModifier"), std::nullopt);
     EXPECT_EQ(general().selectedFnReplacementItem, 0U);
   }
@@ -71,21 +71,21 @@ TEST_F(PanesTest, ChoosingWhatIsNoModifierIsOff) {
 TEST_F(PanesTest, ResetIsOnlyOfferedForAnotherShortcutOrAnotherName) {
   EXPECT_FALSE(general().isResetEnabled);
   keyrow().settings().setLocalToggleShortcut({50, "§", std::nullopt});
-  general().pane().toggleLocalShortcutCapture();
-  general().pane().toggleLocalShortcutCapture();
+  general().actions().toggleLocalShortcutCapture();
+  general().actions().toggleLocalShortcutCapture();
   EXPECT_TRUE(general().isResetEnabled);
   EXPECT_EQ(general().localShortcutTitle, "Fn + §");
   keyrow().settings().setLocalToggleShortcut({10, "`", std::nullopt});
-  general().pane().toggleLocalShortcutCapture();
-  general().pane().toggleLocalShortcutCapture();
+  general().actions().toggleLocalShortcutCapture();
+  general().actions().toggleLocalShortcutCapture();
   EXPECT_TRUE(general().isResetEnabled);
 }
 
 TEST_F(PanesTest, CheckboxesShowWhatIsStored) {
   for (const bool isOn : {true, false}) {
-    general().pane().toggleCapsLockIndicator(isOn);
+    general().actions().toggleCapsLockIndicator(isOn);
     EXPECT_EQ(general().isCapsLockIndicatorChecked, isOn);
-    general().pane().toggleExternalFunctionKeys(isOn);
+    general().actions().toggleExternalFunctionKeys(isOn);
     EXPECT_EQ(general().isExternalFunctionKeysChecked, isOn);
   }
 }
@@ -106,11 +106,11 @@ TEST_F(PanesTest, TheyShowWhatIsOnWhenTheyAreLoaded) {
 
 TEST_F(PanesTest, CapturingHoldsOneMonitorAndGivesItBack) {
   const auto before = mac.openHandles.count("observer");
-  general().pane().toggleLocalShortcutCapture();
+  general().actions().toggleLocalShortcutCapture();
   EXPECT_EQ(mac.openHandles.count("observer"), before + 1);
-  general().pane().toggleLocalShortcutCapture();
+  general().actions().toggleLocalShortcutCapture();
   EXPECT_EQ(mac.openHandles.count("observer"), before);
-  general().pane().resetLocalShortcut();
+  general().actions().resetLocalShortcut();
   EXPECT_EQ(mac.openHandles.count("observer"), before);
 }
 
@@ -182,7 +182,7 @@ TEST_F(PanesTest, SettingsOfTheWrongTypeReadAsTheirAbsentValue) {
       EXPECT_EQ(current.localToggleShortcutKeyCode, graveAccentKeyCode) << key;
       EXPECT_FALSE(current.applyFnModeToExternalFunctionKeys) << key;
       keyrow().modePolicy().applyStoredFnState();
-      general().pane().viewDidLoad();
+      general().actions().viewDidLoad();
       EXPECT_EQ(general().localShortcutTitle, "Fn + `") << key;
       store(key, std::nullopt);
     }

@@ -92,6 +92,7 @@ TEST(SettingsWindowControllerThatIsGoneTest, DoesNotComeForwardOnceMore) {
       std::in_place, SettingsWindowController::Uses{.view = process.settingsWindow(),
                                                     .application = platform.application,
                                                     .mainQueue = platform.mainQueue}};
+  process.settingsWindow().setActions(*controller);
   controller->createWindow();
   controller->show();
   controller.reset();

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/Port.h"
+
+namespace keyrow {
+
+/// What the user sees, as a port: it shows what it is told to, and tells its `Actions` what
+/// the user does with it.
+template <typename Actions>
+class View : public Port {
+ public:
+  /// Whom it tells; set before it is used, and has to outlive it.
+  void setActions(Actions& actions) { actions_ = &actions; }
+
+ protected:
+  Actions& actions() const { return *actions_; }
+
+ private:
+  Actions* actions_ = nullptr;
+};
+
+}  // namespace keyrow
