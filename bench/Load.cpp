@@ -86,7 +86,7 @@ class Load {
     mac_.applications.install("com.apple.TextEdit");
     process_.launch();
     mac_.applications.activate("com.apple.TextEdit");
-    settings_.setApplyFnModeToExternalFunctionKeys(true);
+    settings_.set(BooleanSetting::applyFnModeToExternalFunctionKeys, true);
     serveMainThread();
   }
 
@@ -183,7 +183,7 @@ class Load {
       keyrow.keySettings().current();
       settings_.localToggleShortcut();
       settings_.fnReplacementModifier();
-      settings_.enhancedDiagnosticsEnabled();
+      settings_.isOn(BooleanSetting::enhancedDiagnosticsEnabled);
       keyrow.fnStateController().readFnState();
       ++questions_;
     }
@@ -215,13 +215,13 @@ class Load {
     const bool isOn = rounds_ / 6 % 2 == 0;
     switch (rounds_++ % 6) {
       case 0:
-        settings_.setApplyFnModeToExternalFunctionKeys(false);
+        settings_.set(BooleanSetting::applyFnModeToExternalFunctionKeys, false);
         break;
       case 1:
-        settings_.setApplyFnModeToExternalFunctionKeys(true);
+        settings_.set(BooleanSetting::applyFnModeToExternalFunctionKeys, true);
         break;
       case 2:
-        settings_.setEnhancedDiagnosticsEnabled(isOn);
+        settings_.set(BooleanSetting::enhancedDiagnosticsEnabled, isOn);
         break;
       case 3:
         settings_.setFnReplacementModifier(isOn ? std::optional{FnReplacementModifier::rightCommand}
@@ -233,7 +233,7 @@ class Load {
                                isOn ? 1 : 2);
         break;
       default:
-        settings_.setShowCapsLockIndicator(isOn);
+        settings_.set(BooleanSetting::showCapsLockIndicator, isOn);
         break;
     }
   }

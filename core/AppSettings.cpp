@@ -3,34 +3,18 @@
 #include <algorithm>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace keyrow {
 
-bool AppSettings::showCapsLockIndicator() const {
-  return boolean(settingsKey::showCapsLockIndicator);
+void AppSettings::set(BooleanSetting setting, bool isOn) {
+  const auto& row = rowOf(setting);
+  use_.userDefaults.setObject(row.key, isOn);
+  use_.notificationCenter.post(row.notification);
 }
 
-void AppSettings::setShowCapsLockIndicator(bool show) {
-  setBoolean(settingsKey::showCapsLockIndicator, show,
-             settingsNotification::CapsLockIndicatorSettingDidChange);
-}
-
-bool AppSettings::applyFnModeToExternalFunctionKeys() const {
-  return boolean(settingsKey::applyFnModeToExternalFunctionKeys);
-}
-
-void AppSettings::setApplyFnModeToExternalFunctionKeys(bool apply) {
-  setBoolean(settingsKey::applyFnModeToExternalFunctionKeys, apply,
-             settingsNotification::ExternalFunctionKeysSettingDidChange);
-}
-
-bool AppSettings::enhancedDiagnosticsEnabled() const {
-  return boolean(settingsKey::enhancedDiagnosticsEnabled);
-}
-
-void AppSettings::setEnhancedDiagnosticsEnabled(bool enabled) {
-  setBoolean(settingsKey::enhancedDiagnosticsEnabled, enabled,
-             settingsNotification::EnhancedDiagnosticsSettingDidChange);
+ObserverToken AppSettings::observe(BooleanSetting setting, std::function<void()> handler) const {
+  return use_.notificationCenter.addObserver(rowOf(setting).notification, std::move(handler));
 }
 
 std::optional<FnReplacementModifier> AppSettings::fnReplacementModifier() const {
@@ -94,11 +78,6 @@ bool AppSettings::boolean(std::string_view key) const {
   // A number counts too: `defaults write` stores one readily.
   const auto object = use_.userDefaults.object(key);
   return object && object->boolValue().value_or(false);
-}
-
-void AppSettings::setBoolean(std::string_view key, bool value, std::string_view notification) {
-  use_.userDefaults.setObject(key, value);
-  use_.notificationCenter.post(notification);
 }
 
 std::optional<std::string> AppSettings::string(std::string_view key) const {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "core/BooleanSetting.h"
 #include "core/FnReplacementModifier.h"
 #include "core/LocalToggleShortcut.h"
 #include "platform/NotificationCenter.h"
@@ -14,14 +17,10 @@
 
 namespace keyrow {
 
-/// The keys of all settings in the user defaults.
+/// The keys of the settings in the user defaults, besides those of `booleanSettingTable`.
 namespace settingsKey {
 inline constexpr std::string_view globalFnState = "globalFnState";
 inline constexpr std::string_view localFnState = "localFnState";
-inline constexpr std::string_view showCapsLockIndicator = "showCapsLockIndicator";
-inline constexpr std::string_view applyFnModeToExternalFunctionKeys =
-    "applyFnModeToExternalFunctionKeys";
-inline constexpr std::string_view enhancedDiagnosticsEnabled = "enhancedDiagnosticsEnabled";
 inline constexpr std::string_view fnReplacementModifier = "fnReplacementModifier";
 inline constexpr std::string_view localToggleShortcutKeyCode = "localToggleShortcutKeyCode";
 inline constexpr std::string_view localToggleShortcutDisplayName = "localToggleShortcutDisplayName";
@@ -30,27 +29,27 @@ inline constexpr std::string_view localToggleShortcutMenuKeyEquivalent =
 inline constexpr std::string_view hasPromptedAccessibility = "hasPromptedAccessibility";
 inline constexpr std::string_view SUEnableAutomaticChecks = "SUEnableAutomaticChecks";
 
-inline constexpr std::array<std::string_view, 11> all{globalFnState,
-                                                      localFnState,
-                                                      showCapsLockIndicator,
-                                                      applyFnModeToExternalFunctionKeys,
-                                                      enhancedDiagnosticsEnabled,
-                                                      fnReplacementModifier,
-                                                      localToggleShortcutKeyCode,
-                                                      localToggleShortcutDisplayName,
-                                                      localToggleShortcutMenuKeyEquivalent,
-                                                      hasPromptedAccessibility,
-                                                      SUEnableAutomaticChecks};
+inline constexpr std::array others{globalFnState,
+                                   localFnState,
+                                   fnReplacementModifier,
+                                   localToggleShortcutKeyCode,
+                                   localToggleShortcutDisplayName,
+                                   localToggleShortcutMenuKeyEquivalent,
+                                   hasPromptedAccessibility,
+                                   SUEnableAutomaticChecks};
+
+/// Those, and the Boolean ones; for tests.
+inline constexpr auto all = [] {
+  std::array<std::string_view, others.size() + booleanSettingTable.size()> keys{};
+  const auto end = std::ranges::copy(others, keys.begin()).out;
+  std::ranges::transform(booleanSettingTable, end, &BooleanSettingRow::key);
+  return keys;
+}();
 }  // namespace settingsKey
 
-/// The notifications posted after a setting was written.
+/// The notifications posted after a setting was written, besides those of
+/// `booleanSettingTable`.
 namespace settingsNotification {
-inline constexpr std::string_view CapsLockIndicatorSettingDidChange =
-    "CapsLockIndicatorSettingDidChange";
-inline constexpr std::string_view ExternalFunctionKeysSettingDidChange =
-    "ExternalFunctionKeysSettingDidChange";
-inline constexpr std::string_view EnhancedDiagnosticsSettingDidChange =
-    "EnhancedDiagnosticsSettingDidChange";
 inline constexpr std::string_view LocalToggleShortcutSettingDidChange =
     "LocalToggleShortcutSettingDidChange";
 }  // namespace settingsNotification
@@ -68,20 +67,22 @@ class AppSettings {
 
   explicit AppSettings(const Uses& uses) : use_{uses} {}
 
-  /// Whether the status item shows the Caps Lock state; absent means false. The setter
-  /// posts `CapsLockIndicatorSettingDidChange`.
-  bool showCapsLockIndicator() const;
-  void setShowCapsLockIndicator(bool show);
+  bool isOn(BooleanSetting setting) const { return boolean(rowOf(setting).key); }
 
-  /// Whether the top row of external keyboards follows the mode; absent means false. The
-  /// setter posts `ExternalFunctionKeysSettingDidChange`.
-  bool applyFnModeToExternalFunctionKeys() const;
-  void setApplyFnModeToExternalFunctionKeys(bool apply);
+  /// Stores it, and then posts its notification.
+  void set(BooleanSetting setting, bool isOn);
 
-  /// Whether the log tells more about keyboards and applications; absent means false.
-  /// The setter posts `EnhancedDiagnosticsSettingDidChange`.
-  bool enhancedDiagnosticsEnabled() const;
-  void setEnhancedDiagnosticsEnabled(bool enabled);
+  /// Calls back after each time it was set, until the token is destroyed.
+  ObserverToken observe(BooleanSetting setting, std::function<void()> handler) const;
+
+  // By name, for the scenario language.
+  void setShowCapsLockIndicator(bool isOn) { set(BooleanSetting::showCapsLockIndicator, isOn); }
+  void setApplyFnModeToExternalFunctionKeys(bool isOn) {
+    set(BooleanSetting::applyFnModeToExternalFunctionKeys, isOn);
+  }
+  void setEnhancedDiagnosticsEnabled(bool isOn) {
+    set(BooleanSetting::enhancedDiagnosticsEnabled, isOn);
+  }
 
   /// The modifier key that stands in for Fn; absent when there is none. Setting none
   /// removes the key.
@@ -107,7 +108,6 @@ class AppSettings {
 
  private:
   bool boolean(std::string_view key) const;
-  void setBoolean(std::string_view key, bool value, std::string_view notification);
   std::optional<std::string> string(std::string_view key) const;
   /// The stored key code; absent when there is none, or when it is Escape.
   std::optional<std::uint16_t> usableKeyCode() const;

@@ -190,13 +190,14 @@ std::optional<FnState> ModePolicy::overrideOf(
 }
 
 std::string ModePolicy::appSuffix(std::string_view bundleIdentifier) const {
-  if (!use_.settings.enhancedDiagnosticsEnabled()) return {};
+  if (!use_.settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled)) return {};
   return " app=" + std::string{bundleIdentifier};
 }
 
 std::string ModePolicy::sourceSuffix(const KeyboardDeviceSource* source) const {
   if (!source) return {};
-  return " source=" + source->inputSourceLabel(use_.settings.enhancedDiagnosticsEnabled());
+  return " source=" +
+         source->inputSourceLabel(use_.settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled));
 }
 
 }  // namespace keyrow

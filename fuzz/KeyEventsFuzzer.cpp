@@ -75,7 +75,8 @@ class KeyEvents {
       case 0:
         return restartMonitoring();
       case 1:
-        return keyrow().settings().setEnhancedDiagnosticsEnabled(data_.ConsumeBool());
+        return keyrow().settings().set(BooleanSetting::enhancedDiagnosticsEnabled,
+                                       data_.ConsumeBool());
       case 2:
         mac.hid.setParameter("HIDFKeyMode", data_.ConsumeBool()
                                                 ? PropertyValue{data_.ConsumeIntegralInRange(0, 1)}
@@ -126,7 +127,7 @@ class KeyEvents {
     const bool isSensible = data_.ConsumeIntegralInRange(0, 3) > 0;
     switch (data_.ConsumeIntegralInRange(0, 2)) {
       case 0:
-        return store(settingsKey::applyFnModeToExternalFunctionKeys,
+        return store(rowOf(BooleanSetting::applyFnModeToExternalFunctionKeys).key,
                      isSensible ? PropertyValue{true} : fuzz::arbitraryOptionalValue(data_));
       case 1:
         return store(settingsKey::fnReplacementModifier,
@@ -200,10 +201,11 @@ class KeyEvents {
       return;
     }
     const bool isMedia = contains(mediaKeys, event.keyCode);
-    const bool isTranslated = (isMedia || contains(otherTranslatedKeys, event.keyCode)) &&
-                              keyrow().settings().applyFnModeToExternalFunctionKeys() && source &&
-                              source->isMediaTranslationEligible(process->platform().text) &&
-                              mac.hid.modeName() == "special";
+    const bool isTranslated =
+        (isMedia || contains(otherTranslatedKeys, event.keyCode)) &&
+        keyrow().settings().isOn(BooleanSetting::applyFnModeToExternalFunctionKeys) && source &&
+        source->isMediaTranslationEligible(process->platform().text) &&
+        mac.hid.modeName() == "special";
     require(passes != isTranslated, "every key passes that is no shortcut and not translated");
     if (isTranslated && isMedia) ++mediaEvents;
   }

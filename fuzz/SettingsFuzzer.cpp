@@ -133,17 +133,9 @@ class Settings {
 
   void changeBooleans() {
     const bool value = data_.ConsumeBool();
-    changeOnly({settingsKey::showCapsLockIndicator, settingsKey::applyFnModeToExternalFunctionKeys,
-                settingsKey::enhancedDiagnosticsEnabled},
-               [&] {
-                 settings().setShowCapsLockIndicator(value);
-                 settings().setApplyFnModeToExternalFunctionKeys(value);
-                 settings().setEnhancedDiagnosticsEnabled(value);
-               });
-    require(settings().showCapsLockIndicator() == value &&
-                settings().applyFnModeToExternalFunctionKeys() == value &&
-                settings().enhancedDiagnosticsEnabled() == value,
-            "a Boolean is what it was set to");
+    const auto& row = data_.PickValueInArray(booleanSettingTable);
+    changeOnly({row.key}, [&] { settings().set(row.setting, value); });
+    require(settings().isOn(row.setting) == value, "a Boolean is what it was set to");
   }
 
   void changeReplacement() {
@@ -203,10 +195,9 @@ class Settings {
     const auto writesBefore = mac.defaults.writeCount();
     checkModes();
     checkShortcut();
-    checkBoolean(settings().showCapsLockIndicator(), settingsKey::showCapsLockIndicator);
-    checkBoolean(settings().applyFnModeToExternalFunctionKeys(),
-                 settingsKey::applyFnModeToExternalFunctionKeys);
-    checkBoolean(settings().enhancedDiagnosticsEnabled(), settingsKey::enhancedDiagnosticsEnabled);
+    for (const auto& row : booleanSettingTable) {
+      checkBoolean(settings().isOn(row.setting), row.key);
+    }
     checkBoolean(settings().hasPromptedAccessibility(), settingsKey::hasPromptedAccessibility);
     checkReplacement();
     checkKeySettings();
@@ -262,8 +253,9 @@ class Settings {
     require(current.fnReplacementModifier == settings().fnReplacementModifier() &&
                 current.localToggleShortcutKeyCode == settings().localToggleShortcutKeyCode() &&
                 current.applyFnModeToExternalFunctionKeys ==
-                    settings().applyFnModeToExternalFunctionKeys() &&
-                current.enhancedDiagnosticsEnabled == settings().enhancedDiagnosticsEnabled(),
+                    settings().isOn(BooleanSetting::applyFnModeToExternalFunctionKeys) &&
+                current.enhancedDiagnosticsEnabled ==
+                    settings().isOn(BooleanSetting::enhancedDiagnosticsEnabled),
             "keys see the settings as they are at the moment");
   }
 

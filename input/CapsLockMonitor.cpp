@@ -23,13 +23,12 @@ constexpr std::string_view capsLockStateProperty = "HIDCapsLockState";
 
 void CapsLockMonitor::observeCapsLockIndicatorSetting() {
   if (settingObserver_) return;
-  settingObserver_ =
-      use_.notificationCenter.addObserver(settingsNotification::CapsLockIndicatorSettingDidChange,
-                                          [this] { applyCapsLockIndicatorSetting(); });
+  settingObserver_ = use_.settings.observe(BooleanSetting::showCapsLockIndicator,
+                                           [this] { applyCapsLockIndicatorSetting(); });
 }
 
 void CapsLockMonitor::applyCapsLockIndicatorSetting() {
-  const bool isEnabled = use_.settings.showCapsLockIndicator();
+  const bool isEnabled = use_.settings.isOn(BooleanSetting::showCapsLockIndicator);
   use_.presenter.setCapsLockIndicatorEnabled(isEnabled);
   if (!isEnabled) {
     stopCapsLockMonitoring();
@@ -57,7 +56,7 @@ std::optional<bool> CapsLockMonitor::systemCapsLockState() const {
 }
 
 void CapsLockMonitor::refreshCapsLockIfEnabled() {
-  if (!use_.settings.showCapsLockIndicator()) return;
+  if (!use_.settings.isOn(BooleanSetting::showCapsLockIndicator)) return;
   refreshCapsLockDeviceStates();
   use_.presenter.updateCapsLockIndicator();
 }

@@ -11,7 +11,6 @@
 #include "platform/HidManagers.h"
 #include "platform/HidSystem.h"
 #include "platform/MainQueue.h"
-#include "platform/NotificationCenter.h"
 #include "platform/SystemLog.h"
 
 namespace keyrow {
@@ -38,7 +37,6 @@ class CapsLockMonitor {
     HidManagers& hidManagers;
     HidSystem& hidSystem;
     EventMonitors& eventMonitors;
-    NotificationCenter& notificationCenter;
     MainQueue& mainQueue;
     const AppSettings& settings;
     CapsLockPresenter& presenter;

@@ -44,8 +44,9 @@ KeySettings::Values KeySettings::current() {
   const Values values{
       .fnReplacementModifier = use_.settings.fnReplacementModifier(),
       .localToggleShortcutKeyCode = use_.settings.localToggleShortcutKeyCode(),
-      .applyFnModeToExternalFunctionKeys = use_.settings.applyFnModeToExternalFunctionKeys(),
-      .enhancedDiagnosticsEnabled = use_.settings.enhancedDiagnosticsEnabled()};
+      .applyFnModeToExternalFunctionKeys =
+          use_.settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys),
+      .enhancedDiagnosticsEnabled = use_.settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled)};
   cache_.store(pack(values) | count, std::memory_order_relaxed);
   return values;
 }

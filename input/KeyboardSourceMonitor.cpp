@@ -63,8 +63,8 @@ KeyboardSourceMonitor::KeyboardSourceMonitor(const Uses& uses)
       sampleMatchWindow_{machTicks(80ms, uses.clock.machTimebase(), 20'000'000)},
       singleSampleWindow_{machTicks(250ms, uses.clock.machTimebase(), 250'000'000)} {
   recentSamples_.reserve(maximumSampleCount);
-  diagnosticsSettingObserver_ = uses.notificationCenter.addObserver(
-      settingsNotification::EnhancedDiagnosticsSettingDidChange, [this] { logKeyboardsAgain(); });
+  diagnosticsSettingObserver_ = use_.settings.observe(BooleanSetting::enhancedDiagnosticsEnabled,
+                                                      [this] { logKeyboardsAgain(); });
 }
 
 void KeyboardSourceMonitor::startMonitoring() {
@@ -169,10 +169,11 @@ void KeyboardSourceMonitor::logOnce(const KeyboardDeviceSource& source) {
     const std::scoped_lock guard{lock_};
     if (!loggedSourceKeys_.insert(std::move(key)).second) return;
   }
-  use_.hardwareLog.info("Observed keyboard source: " +
-                        source.logDescription(use_.settings.enhancedDiagnosticsEnabled()) +
-                        ", mediaTranslationEligible=" +
-                        (source.isMediaTranslationEligible(use_.text) ? "true" : "false"));
+  use_.hardwareLog.info(
+      "Observed keyboard source: " +
+      source.logDescription(use_.settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled)) +
+      ", mediaTranslationEligible=" +
+      (source.isMediaTranslationEligible(use_.text) ? "true" : "false"));
 }
 
 void KeyboardSourceMonitor::logKeyboardsAgain() {

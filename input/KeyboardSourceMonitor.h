@@ -12,7 +12,6 @@
 #include "core/KeyboardDeviceSource.h"
 #include "platform/Clock.h"
 #include "platform/HidManagers.h"
-#include "platform/NotificationCenter.h"
 #include "platform/SystemLog.h"
 #include "platform/Text.h"
 
@@ -28,7 +27,6 @@ class KeyboardSourceMonitor {
   /// What it uses. `hardwareLog` is the logger of the "hardware" category.
   struct Uses {
     HidManagers& hidManagers;
-    NotificationCenter& notificationCenter;
     Clock& clock;
     Text& text;
     const AppSettings& settings;

@@ -28,7 +28,7 @@ class AboutPane final : public AboutActions {
   void openContactEmail() override { use_.bugReport.openContactEmail(); }
   void openBugReportEmail() override { use_.bugReport.openBugReportEmail(); }
   void toggleEnhancedDiagnostics(bool isOn) override {
-    use_.settings.setEnhancedDiagnosticsEnabled(isOn);
+    use_.settings.set(BooleanSetting::enhancedDiagnosticsEnabled, isOn);
   }
   void toggleAutoUpdateChecks(bool isOn) override { use_.updater.setAutomaticChecksEnabled(isOn); }
   void checkForUpdates() override { use_.updater.checkForUpdates(); }

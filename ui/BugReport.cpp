@@ -41,7 +41,7 @@ std::string BugReport::body() const {
          "Accessibility permission granted: Yes / No / Unsure\n"
          "Input Monitoring permission granted: Yes / No / Unsure\n"
          "Enhanced diagnostics enabled: " +
-         (use_.settings.enhancedDiagnosticsEnabled() ? "Yes" : "No") +
+         (use_.settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled) ? "Yes" : "No") +
          "\n\nAttachments:\nA recent Keyrow log file should already be attached to this draft.";
 }
 

@@ -8,8 +8,9 @@ namespace keyrow {
 
 void GeneralPane::viewDidLoad() {
   use_.view.setLoginItemChecked(use_.loginItem.isEnabled());
-  use_.view.setCapsLockIndicatorChecked(use_.settings.showCapsLockIndicator());
-  use_.view.setExternalFunctionKeysChecked(use_.settings.applyFnModeToExternalFunctionKeys());
+  use_.view.setCapsLockIndicatorChecked(use_.settings.isOn(BooleanSetting::showCapsLockIndicator));
+  use_.view.setExternalFunctionKeysChecked(
+      use_.settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys));
   use_.view.setFnReplacementItems(fnReplacementItems());
   syncFnReplacementModifier();
   refreshShortcutTexts();
@@ -28,13 +29,14 @@ void GeneralPane::toggleLaunchAtLogin(bool isOn) {
 }
 
 void GeneralPane::toggleCapsLockIndicator(bool isOn) {
-  use_.settings.setShowCapsLockIndicator(isOn);
-  use_.view.setCapsLockIndicatorChecked(use_.settings.showCapsLockIndicator());
+  use_.settings.set(BooleanSetting::showCapsLockIndicator, isOn);
+  use_.view.setCapsLockIndicatorChecked(use_.settings.isOn(BooleanSetting::showCapsLockIndicator));
 }
 
 void GeneralPane::toggleExternalFunctionKeys(bool isOn) {
-  use_.settings.setApplyFnModeToExternalFunctionKeys(isOn);
-  use_.view.setExternalFunctionKeysChecked(use_.settings.applyFnModeToExternalFunctionKeys());
+  use_.settings.set(BooleanSetting::applyFnModeToExternalFunctionKeys, isOn);
+  use_.view.setExternalFunctionKeysChecked(
+      use_.settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys));
 }
 
 void GeneralPane::changeFnReplacementModifier(

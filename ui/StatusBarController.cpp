@@ -14,7 +14,7 @@ std::optional<FnState> stateOf(const std::optional<PropertyValue>& representedOb
 void StatusBarController::setUp() {
   use_.view.create();
   updateScopeIndicator();
-  setCapsLockIndicatorEnabled(use_.settings.showCapsLockIndicator());
+  setCapsLockIndicatorEnabled(use_.settings.isOn(BooleanSetting::showCapsLockIndicator));
   use_.modePolicy.refreshFromHardware();
 }
 
@@ -43,7 +43,7 @@ void StatusBarController::setCapsLockIndicatorEnabled(bool enabled) {
 }
 
 void StatusBarController::updateCapsLockIndicator() {
-  if (!use_.settings.showCapsLockIndicator()) {
+  if (!use_.settings.isOn(BooleanSetting::showCapsLockIndicator)) {
     hideCapsLockIndicator();
     return;
   }

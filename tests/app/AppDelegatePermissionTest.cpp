@@ -210,7 +210,7 @@ TEST_F(AppDelegatePermissionTest, SwitchingAppsAsksForCapsLockOnlyWhenItIsShown)
   mac.trace.start();
   mac.applications.activate(safari);
   EXPECT_THAT(mac.trace.take(), Not(Contains("read-modifier-lock-state")));
-  keyrow().settings().setShowCapsLockIndicator(true);
+  keyrow().settings().set(BooleanSetting::showCapsLockIndicator, true);
   mac.trace.start();
   mac.applications.activate(textEdit);
   EXPECT_THAT(mac.trace.take(), Contains("read-modifier-lock-state"));

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <ostream>
+#include <set>
 #include <thread>
 #include <utility>
 
@@ -13,72 +14,50 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAre;
 
 TEST_F(AppSettingsTest, AFreshUserHasEverythingOffAndTheGraveAccentAsShortcut) {
-  EXPECT_FALSE(settings().showCapsLockIndicator());
-  EXPECT_FALSE(settings().applyFnModeToExternalFunctionKeys());
-  EXPECT_FALSE(settings().enhancedDiagnosticsEnabled());
+  for (const auto& row : booleanSettingTable) EXPECT_FALSE(settings().isOn(row.setting)) << row.key;
   EXPECT_EQ(settings().fnReplacementModifier(), std::nullopt);
   EXPECT_EQ(shortcutText(settings().localToggleShortcut()), "50 \"`\" \"`\"");
   EXPECT_EQ(mac.defaults.writeCount(), 0);
 }
 
-TEST_F(AppSettingsTest, KeysAndNotificationsHaveTheirNames) {
-  EXPECT_EQ(settingsKey::globalFnState, "globalFnState");
-  EXPECT_EQ(settingsKey::localFnState, "localFnState");
-  EXPECT_EQ(settingsKey::showCapsLockIndicator, "showCapsLockIndicator");
-  EXPECT_EQ(settingsKey::applyFnModeToExternalFunctionKeys, "applyFnModeToExternalFunctionKeys");
-  EXPECT_EQ(settingsKey::enhancedDiagnosticsEnabled, "enhancedDiagnosticsEnabled");
-  EXPECT_EQ(settingsKey::fnReplacementModifier, "fnReplacementModifier");
-  EXPECT_EQ(settingsKey::localToggleShortcutKeyCode, "localToggleShortcutKeyCode");
-  EXPECT_EQ(settingsKey::localToggleShortcutDisplayName, "localToggleShortcutDisplayName");
-  EXPECT_EQ(settingsKey::localToggleShortcutMenuKeyEquivalent,
-            "localToggleShortcutMenuKeyEquivalent");
-  EXPECT_EQ(settingsKey::hasPromptedAccessibility, "hasPromptedAccessibility");
-  EXPECT_EQ(settingsKey::SUEnableAutomaticChecks, "SUEnableAutomaticChecks");
-  EXPECT_EQ(settingsNotification::CapsLockIndicatorSettingDidChange,
-            "CapsLockIndicatorSettingDidChange");
-  EXPECT_EQ(settingsNotification::ExternalFunctionKeysSettingDidChange,
-            "ExternalFunctionKeysSettingDidChange");
-  EXPECT_EQ(settingsNotification::EnhancedDiagnosticsSettingDidChange,
-            "EnhancedDiagnosticsSettingDidChange");
-  EXPECT_EQ(settingsNotification::LocalToggleShortcutSettingDidChange,
-            "LocalToggleShortcutSettingDidChange");
+/// Under another name it would be lost.
+TEST_F(AppSettingsTest, WhatUsersHaveStoredKeepsItsName) {
+  EXPECT_THAT(
+      settingsKey::all,
+      UnorderedElementsAre("globalFnState", "localFnState", "showCapsLockIndicator",
+                           "applyFnModeToExternalFunctionKeys", "enhancedDiagnosticsEnabled",
+                           "fnReplacementModifier", "localToggleShortcutKeyCode",
+                           "localToggleShortcutDisplayName", "localToggleShortcutMenuKeyEquivalent",
+                           "hasPromptedAccessibility", "SUEnableAutomaticChecks"));
 }
 
-struct BooleanSetting {
-  std::string key;
-  std::string notification;
-  bool (AppSettings::*get)() const;
-  void (AppSettings::*set)(bool);
-
-  friend std::ostream& operator<<(std::ostream& out, const BooleanSetting& setting) {
-    return out << setting.key;
+TEST_F(AppSettingsTest, EveryBooleanSettingHasItsRowAndANotificationOfItsOwn) {
+  std::set<std::string_view> notifications{
+      settingsNotification::LocalToggleShortcutSettingDidChange};
+  for (std::size_t index = 0; index < booleanSettingTable.size(); ++index) {
+    const auto& row = booleanSettingTable[index];
+    EXPECT_EQ(static_cast<std::size_t>(row.setting), index) << row.key;
+    EXPECT_TRUE(notifications.insert(row.notification).second) << row.notification;
   }
-};
+}
 
 class BooleanSettingTest : public AppSettingsTest,
-                           public ::testing::WithParamInterface<BooleanSetting> {
+                           public ::testing::WithParamInterface<BooleanSettingRow> {
  protected:
-  bool get() { return (settings().*GetParam().get)(); }
-  void set(bool value) { (settings().*GetParam().set)(value); }
+  const std::string key{GetParam().key};
+
+  bool get() { return settings().isOn(GetParam().setting); }
+  void set(bool isOn) { settings().set(GetParam().setting, isOn); }
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    , BooleanSettingTest,
-    ::testing::Values(
-        BooleanSetting{"showCapsLockIndicator", "CapsLockIndicatorSettingDidChange",
-                       &AppSettings::showCapsLockIndicator, &AppSettings::setShowCapsLockIndicator},
-        BooleanSetting{"applyFnModeToExternalFunctionKeys", "ExternalFunctionKeysSettingDidChange",
-                       &AppSettings::applyFnModeToExternalFunctionKeys,
-                       &AppSettings::setApplyFnModeToExternalFunctionKeys},
-        BooleanSetting{"enhancedDiagnosticsEnabled", "EnhancedDiagnosticsSettingDidChange",
-                       &AppSettings::enhancedDiagnosticsEnabled,
-                       &AppSettings::setEnhancedDiagnosticsEnabled}),
-    [](const auto& test) { return test.param.key; });
+INSTANTIATE_TEST_SUITE_P(, BooleanSettingTest, ::testing::ValuesIn(booleanSettingTable),
+                         [](const auto& test) { return std::string{test.param.key}; });
 
 TEST_P(BooleanSettingTest, StoresABooleanAndThenTellsItsObserversAndNoOthers) {
-  const auto& [key, notification, getter, setter] = GetParam();
+  const std::string notification{GetParam().notification};
   set(true);
   EXPECT_TRUE(get());
   set(false);
@@ -112,18 +91,18 @@ TEST_P(BooleanSettingTest, ReadsBooleansAndNumbersAndTakesAllElseForAbsent) {
       {PropertyDictionary{{"value", true}}, false}};
   for (const auto& [value, expected] : readings) {
     SCOPED_TRACE(propertyText(value));
-    store(GetParam().key, value);
+    store(key, value);
     EXPECT_EQ(get(), expected);
-    EXPECT_EQ(stored(GetParam().key), value);
+    EXPECT_EQ(stored(key), value);
   }
   EXPECT_THAT(posted, IsEmpty());
   EXPECT_THAT(logLines(), IsEmpty());
 }
 
 TEST_P(BooleanSettingTest, PutsABooleanInThePlaceOfAValueOfAnotherType) {
-  store(GetParam().key, "yes");
+  store(key, "yes");
   set(true);
-  EXPECT_EQ(storedSettings(), "{" + GetParam().key + "=true}");
+  EXPECT_EQ(storedSettings(), "{" + key + "=true}");
 }
 
 struct StoredModifier {

@@ -14,12 +14,8 @@ namespace keyrow::sim {
 class AppSettingsTest : public CoreTest {
  protected:
   void SetUp() override {
-    for (const std::string name :
-         {"CapsLockIndicatorSettingDidChange", "ExternalFunctionKeysSettingDidChange",
-          "EnhancedDiagnosticsSettingDidChange", "LocalToggleShortcutSettingDidChange"}) {
-      observers_.push_back(process->platform().notificationCenter.addObserver(
-          name, [this, name] { posted.push_back(name + " " + storedSettings()); }));
-    }
+    observe(settingsNotification::LocalToggleShortcutSettingDidChange);
+    for (const auto& row : booleanSettingTable) observe(row.notification);
   }
 
   AppSettings& settings() { return keyrow().settings(); }
@@ -28,6 +24,12 @@ class AppSettingsTest : public CoreTest {
   std::vector<std::string> posted;
 
  private:
+  void observe(std::string_view name) {
+    observers_.push_back(process->platform().notificationCenter.addObserver(
+        name,
+        [this, name = std::string{name}] { posted.push_back(name + " " + storedSettings()); }));
+  }
+
   std::vector<ObserverToken> observers_;
 };
 

@@ -27,7 +27,9 @@ class CapsLockMonitorTest : public SimulatedMacTest {
     mac.keyboards.attach(name, keyboard);
   }
 
-  void show(bool isShown) { keyrow().settings().setShowCapsLockIndicator(isShown); }
+  void show(bool isShown) {
+    keyrow().settings().set(BooleanSetting::showCapsLockIndicator, isShown);
+  }
 
   std::size_t devicesCopied() {
     std::size_t count = 0;
@@ -161,7 +163,6 @@ TEST_F(CapsLockMonitorTest, IsReadyToListenBeforeItOpensItsManager) {
   CapsLockMonitor onFakes{{.hidManagers = managers,
                            .hidSystem = platform.hidSystem,
                            .eventMonitors = platform.eventMonitors,
-                           .notificationCenter = platform.notificationCenter,
                            .mainQueue = platform.mainQueue,
                            .settings = keyrow().settings(),
                            .presenter = keyrow().statusBarController(),

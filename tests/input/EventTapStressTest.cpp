@@ -60,7 +60,7 @@ TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
         controller.startEventTap();
         break;
       default:
-        keyrow().settings().setEnhancedDiagnosticsEnabled(round % 4 == 1);
+        keyrow().settings().set(BooleanSetting::enhancedDiagnosticsEnabled, round % 4 == 1);
         keyrow().settings().setFnReplacementModifier(FnReplacementModifier::rightOption);
         break;
     }

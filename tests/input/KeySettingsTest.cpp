@@ -53,8 +53,9 @@ class KeySettingsTest : public SimulatedMacTest {
       EXPECT_EQ(values.fnReplacementModifier, settings.fnReplacementModifier());
       EXPECT_EQ(values.localToggleShortcutKeyCode, settings.localToggleShortcutKeyCode());
       EXPECT_EQ(values.applyFnModeToExternalFunctionKeys,
-                settings.applyFnModeToExternalFunctionKeys());
-      EXPECT_EQ(values.enhancedDiagnosticsEnabled, settings.enhancedDiagnosticsEnabled());
+                settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys));
+      EXPECT_EQ(values.enhancedDiagnosticsEnabled,
+                settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled));
     }
   }
 };
@@ -74,9 +75,9 @@ TEST_F(KeySettingsTest, RemembersEachSettingApartFromTheOthers) {
   for (const int keyCode : {0, 1, 50, 0x7FFF, 0xFFFF}) {
     defaults.setObject(settingsKey::localToggleShortcutKeyCode, keyCode);
     for (const bool apply : {false, true}) {
-      settings.setApplyFnModeToExternalFunctionKeys(apply);
+      settings.set(BooleanSetting::applyFnModeToExternalFunctionKeys, apply);
       for (const bool enhanced : {false, true}) {
-        settings.setEnhancedDiagnosticsEnabled(enhanced);
+        settings.set(BooleanSetting::enhancedDiagnosticsEnabled, enhanced);
         expectSettings();
       }
     }
@@ -86,7 +87,7 @@ TEST_F(KeySettingsTest, RemembersEachSettingApartFromTheOthers) {
 TEST_F(KeySettingsTest, ReadsAgainOnlyAfterAChange) {
   keySettings.current();
   for (int change = 0; change < 100; ++change) {
-    settings.setEnhancedDiagnosticsEnabled(change % 2 == 0);
+    settings.set(BooleanSetting::enhancedDiagnosticsEnabled, change % 2 == 0);
     defaults.readCount = 0;
     EXPECT_EQ(keySettings.current().enhancedDiagnosticsEnabled, change % 2 == 0);
     EXPECT_GT(defaults.readCount, 0);

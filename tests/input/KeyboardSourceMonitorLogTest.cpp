@@ -12,7 +12,9 @@ using ::testing::ElementsAre;
 
 class KeyboardSourceMonitorLogTest : public KeyboardSourceMonitorFixture {
  protected:
-  void setDiagnostics(bool enabled) { keyrow().settings().setEnhancedDiagnosticsEnabled(enabled); }
+  void setDiagnostics(bool enabled) {
+    keyrow().settings().set(BooleanSetting::enhancedDiagnosticsEnabled, enabled);
+  }
 
   const PropertyDictionary usbProperties{{"Built-In", false},
                                          {"VendorID", 1133},
@@ -93,8 +95,8 @@ TEST_F(KeyboardSourceMonitorLogTest, ChangingTheDiagnosticsWhileStoppedLogsNothi
 
 TEST_F(KeyboardSourceMonitorLogTest, OtherSettingsDoNotLogAgain) {
   input(usb, tick);
-  keyrow().settings().setShowCapsLockIndicator(true);
-  keyrow().settings().setApplyFnModeToExternalFunctionKeys(true);
+  keyrow().settings().set(BooleanSetting::showCapsLockIndicator, true);
+  keyrow().settings().set(BooleanSetting::applyFnModeToExternalFunctionKeys, true);
   input(usb, tick);
   EXPECT_THAT(logLines(), ElementsAre(usbLine));
 }

@@ -194,7 +194,7 @@ TEST_F(KeyboardSourceMonitorSourceTest, ADeviceWithoutRegistryIDIsReadAtEveryInp
 
 TEST_F(KeyboardSourceMonitorSourceTest, ChangingTheDiagnosticsKeepsWhatWasSampled) {
   input(namedKeyboard("A"), tick);
-  keyrow().settings().setEnhancedDiagnosticsEnabled(true);
+  keyrow().settings().set(BooleanSetting::enhancedDiagnosticsEnabled, true);
   EXPECT_EQ(productAt(tick), "A");
 }
 

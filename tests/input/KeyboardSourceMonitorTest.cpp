@@ -172,7 +172,6 @@ class KeyboardSourceMonitorOnFakeManagersTest : public KeyboardSourceMonitorTest
   FakeHidDevice device;
   KeyboardSourceMonitor onFakes{
       {.hidManagers = managers,
-       .notificationCenter = process->platform().notificationCenter,
        .clock = process->platform().clock,
        .text = process->platform().text,
        .settings = keyrow().settings(),

@@ -33,7 +33,8 @@ TEST_F(KeyboardSourceMonitorThreadTest,
     while (!isDone) {
       const auto source = monitor().source(now);
       if (!source) continue;
-      labels.insert(source->inputSourceLabel(keyrow().settings().enhancedDiagnosticsEnabled()));
+      labels.insert(source->inputSourceLabel(
+          keyrow().settings().isOn(BooleanSetting::enhancedDiagnosticsEnabled)));
       ++answers;
     }
   }};
@@ -47,7 +48,8 @@ TEST_F(KeyboardSourceMonitorThreadTest,
   for (std::uint64_t round = 0; goesOn(round); ++round) {
     input(cached, now += ticksPerRound);
     input(uncached, now += ticksPerRound);
-    if (round % 16 == 0) keyrow().settings().setEnhancedDiagnosticsEnabled(round % 32 == 0);
+    if (round % 16 == 0)
+      keyrow().settings().set(BooleanSetting::enhancedDiagnosticsEnabled, round % 32 == 0);
     if (round % 64 == 63) {
       monitor().stopMonitoring();
       monitor().startMonitoring();
@@ -158,7 +160,6 @@ TEST_F(KeyboardSourceMonitorThreadTest, AnswersWhileAKeyboardIsLookedAtAndLogged
   QuestioningLogger logger{questioner};
   const auto& platform = process->platform();
   KeyboardSourceMonitor asked{{.hidManagers = managers,
-                               .notificationCenter = platform.notificationCenter,
                                .clock = platform.clock,
                                .text = platform.text,
                                .settings = keyrow().settings(),

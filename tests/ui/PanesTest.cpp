@@ -173,9 +173,7 @@ TEST_F(PanesTest, SettingsOfTheWrongTypeReadAsTheirAbsentValue) {
     for (const auto& value : values) {
       store(key, value);
       auto& settings = keyrow().settings();
-      EXPECT_FALSE(settings.showCapsLockIndicator()) << key;
-      EXPECT_FALSE(settings.applyFnModeToExternalFunctionKeys()) << key;
-      EXPECT_FALSE(settings.enhancedDiagnosticsEnabled()) << key;
+      for (const auto& row : booleanSettingTable) EXPECT_FALSE(settings.isOn(row.setting)) << key;
       EXPECT_EQ(settings.fnReplacementModifier(), std::nullopt) << key;
       EXPECT_EQ(settings.localToggleShortcut(), defaultLocalToggleShortcut()) << key;
       const auto current = keyrow().keySettings().current();

@@ -26,7 +26,7 @@ class StatusBarControllerTest : public AppDelegateFixture {
 
   void showCapsLock(bool isOn) {
     mac.isCapsLockOn = isOn;
-    keyrow().settings().setShowCapsLockIndicator(true);
+    keyrow().settings().set(BooleanSetting::showCapsLockIndicator, true);
   }
 };
 
@@ -66,7 +66,7 @@ TEST_F(StatusBarControllerTest, ANewOverrideStaysBehindCapsLock) {
 TEST_F(StatusBarControllerTest, SwitchingTheIndicatorOffBringsTheOverrideBack) {
   controller().toggleLocal();
   showCapsLock(true);
-  keyrow().settings().setShowCapsLockIndicator(false);
+  keyrow().settings().set(BooleanSetting::showCapsLockIndicator, false);
   EXPECT_EQ(item().dot(), "override");
   showCapsLock(true);
   EXPECT_EQ(item().dot(), "caps-lock");

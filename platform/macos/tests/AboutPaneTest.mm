@@ -43,7 +43,7 @@ TEST_F(AboutPaneTest, HasItsTexts) {
 }
 
 TEST_F(AboutPaneTest, ShowsWhatIsSet) {
-  keyrow.settings().setEnhancedDiagnosticsEnabled(true);
+  keyrow.settings().set(BooleanSetting::enhancedDiagnosticsEnabled, true);
   keyrow.updateFramework.checksAutomatically = true;
   open();
   EXPECT_TRUE(isOn(pane().enhancedDiagnosticsCheckbox));
@@ -54,7 +54,7 @@ TEST_F(AboutPaneTest, EveryCheckboxSetsItsOwnSetting) {
   open();
   for (const bool on : {true, false}) {
     [pane().enhancedDiagnosticsCheckbox performClick:nil];
-    EXPECT_EQ(keyrow.settings().enhancedDiagnosticsEnabled(), on);
+    EXPECT_EQ(keyrow.settings().isOn(BooleanSetting::enhancedDiagnosticsEnabled), on);
     [pane().autoUpdateCheckbox performClick:nil];
     EXPECT_EQ(keyrow.updateFramework.checksAutomatically, on);
   }

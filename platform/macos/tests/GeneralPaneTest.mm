@@ -83,8 +83,8 @@ TEST_F(GeneralPaneTest, HasEveryModifierInThePopUp) {
 TEST_F(GeneralPaneTest, ShowsWhatIsSet) {
   keyrow.accessibility.isTrusted = true;
   keyrow.loginItem.enabled = true;
-  keyrow.settings().setShowCapsLockIndicator(true);
-  keyrow.settings().setApplyFnModeToExternalFunctionKeys(true);
+  keyrow.settings().set(BooleanSetting::showCapsLockIndicator, true);
+  keyrow.settings().set(BooleanSetting::applyFnModeToExternalFunctionKeys, true);
   keyrow.settings().setFnReplacementModifier(FnReplacementModifier::leftShift);
   keyrow.settings().setLocalToggleShortcut({96, "F5", ""});
   keyrow.createWindow();
@@ -118,9 +118,9 @@ TEST_F(GeneralPaneTest, EveryCheckboxSetsItsOwnSetting) {
     [pane().loginItemCheckbox performClick:nil];
     EXPECT_EQ(keyrow.loginItem.enabled, on);
     [pane().capsLockIndicatorCheckbox performClick:nil];
-    EXPECT_EQ(keyrow.settings().showCapsLockIndicator(), on);
+    EXPECT_EQ(keyrow.settings().isOn(BooleanSetting::showCapsLockIndicator), on);
     [pane().externalFunctionKeysCheckbox performClick:nil];
-    EXPECT_EQ(keyrow.settings().applyFnModeToExternalFunctionKeys(), on);
+    EXPECT_EQ(keyrow.settings().isOn(BooleanSetting::applyFnModeToExternalFunctionKeys), on);
     EXPECT_EQ(isOn(pane().loginItemCheckbox), on);
     EXPECT_EQ(isOn(pane().capsLockIndicatorCheckbox), on);
     EXPECT_EQ(isOn(pane().externalFunctionKeysCheckbox), on);
