@@ -20,6 +20,7 @@
 #include "ui/SettingsWindowController.h"
 #include "ui/SparkleUpdater.h"
 #include "ui/StatusBarController.h"
+#include "ui/Switches.h"
 #include "ui/Views.h"
 
 namespace keyrow {
@@ -62,6 +63,7 @@ class Keyrow {
   CapsLockMonitor capsLockMonitor_;
   SparkleUpdater updater_;
   BugReport bugReport_;
+  Switches switches_;
   GeneralPane generalPane_;
   AboutPane aboutPane_;
   InstanceTakeover instanceTakeover_;

@@ -67,6 +67,7 @@ class AppSettings {
 
   explicit AppSettings(const Uses& uses) : use_{uses} {}
 
+  /// Whether a Boolean that is true, or a number other than 0, is stored.
   bool isOn(BooleanSetting setting) const { return boolean(rowOf(setting).key); }
 
   /// Stores it, and then posts its notification.

@@ -1,14 +1,20 @@
 #include "ui/AboutPane.h"
 
+#include "ui/AboutLayout.h"
 #include "ui/VersionText.h"
 
 namespace keyrow {
 
 void AboutPane::viewDidLoad() {
-  use_.view.setEnhancedDiagnosticsChecked(
-      use_.settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled));
-  use_.view.setAutoUpdateChecked(use_.updater.automaticChecksEnabled());
+  for (const auto& checkbox : checkboxesOf(aboutLayout::rows)) {
+    use_.view.setChecked(checkbox.what, use_.switches.isOn(checkbox.what));
+  }
   use_.view.setVersion("Version " + versionText(use_.bundle));
+}
+
+void AboutPane::toggle(Switch what, bool isOn) {
+  use_.switches.set(what, isOn);
+  use_.view.setChecked(what, use_.switches.isOn(what));
 }
 
 }  // namespace keyrow

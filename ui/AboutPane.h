@@ -1,10 +1,10 @@
 #pragma once
 
-#include "core/AppSettings.h"
 #include "platform/Bundle.h"
 #include "ui/AboutView.h"
 #include "ui/BugReport.h"
 #include "ui/SparkleUpdater.h"
+#include "ui/Switches.h"
 
 namespace keyrow {
 
@@ -14,7 +14,7 @@ class AboutPane final : public AboutActions {
  public:
   struct Uses {
     AboutView& view;
-    AppSettings& settings;
+    Switches& switches;
     Bundle& bundle;
     BugReport& bugReport;
     SparkleUpdater& updater;
@@ -25,12 +25,9 @@ class AboutPane final : public AboutActions {
   /// Shows the state of everything.
   void viewDidLoad() override;
 
+  void toggle(Switch what, bool isOn) override;
   void openContactEmail() override { use_.bugReport.openContactEmail(); }
   void openBugReportEmail() override { use_.bugReport.openBugReportEmail(); }
-  void toggleEnhancedDiagnostics(bool isOn) override {
-    use_.settings.set(BooleanSetting::enhancedDiagnosticsEnabled, isOn);
-  }
-  void toggleAutoUpdateChecks(bool isOn) override { use_.updater.setAutomaticChecksEnabled(isOn); }
   void checkForUpdates() override { use_.updater.checkForUpdates(); }
 
  private:

@@ -3,14 +3,14 @@
 #include <string>
 
 #include "ui/AccessibilitySettings.h"
+#include "ui/GeneralLayout.h"
 
 namespace keyrow {
 
 void GeneralPane::viewDidLoad() {
-  use_.view.setLoginItemChecked(use_.loginItem.isEnabled());
-  use_.view.setCapsLockIndicatorChecked(use_.settings.isOn(BooleanSetting::showCapsLockIndicator));
-  use_.view.setExternalFunctionKeysChecked(
-      use_.settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys));
+  for (const auto& checkbox : checkboxesOf(generalLayout::rows)) {
+    use_.view.setChecked(checkbox.what, use_.switches.isOn(checkbox.what));
+  }
   use_.view.setFnReplacementItems(fnReplacementItems());
   syncFnReplacementModifier();
   refreshShortcutTexts();
@@ -19,24 +19,9 @@ void GeneralPane::viewDidLoad() {
       applicationDidBecomeActive, [this] { refreshPermissionIndicator(); });
 }
 
-void GeneralPane::toggleLaunchAtLogin(bool isOn) {
-  if (isOn) {
-    use_.loginItem.registerItem();
-  } else {
-    use_.loginItem.unregisterItem();
-  }
-  use_.view.setLoginItemChecked(use_.loginItem.isEnabled());
-}
-
-void GeneralPane::toggleCapsLockIndicator(bool isOn) {
-  use_.settings.set(BooleanSetting::showCapsLockIndicator, isOn);
-  use_.view.setCapsLockIndicatorChecked(use_.settings.isOn(BooleanSetting::showCapsLockIndicator));
-}
-
-void GeneralPane::toggleExternalFunctionKeys(bool isOn) {
-  use_.settings.set(BooleanSetting::applyFnModeToExternalFunctionKeys, isOn);
-  use_.view.setExternalFunctionKeysChecked(
-      use_.settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys));
+void GeneralPane::toggle(Switch what, bool isOn) {
+  use_.switches.set(what, isOn);
+  use_.view.setChecked(what, use_.switches.isOn(what));
 }
 
 void GeneralPane::changeFnReplacementModifier(

@@ -7,10 +7,10 @@
 #include "platform/Alerts.h"
 #include "platform/Application.h"
 #include "platform/EventMonitors.h"
-#include "platform/LoginItem.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Workspace.h"
 #include "ui/GeneralView.h"
+#include "ui/Switches.h"
 
 namespace keyrow {
 
@@ -21,11 +21,11 @@ class GeneralPane final : public GeneralActions {
   struct Uses {
     GeneralView& view;
     AppSettings& settings;
+    Switches& switches;
     Accessibility& accessibility;
     Alerts& alerts;
     Application& application;
     EventMonitors& eventMonitors;
-    LoginItem& loginItem;
     NotificationCenter& notificationCenter;
     Workspace& workspace;
   };
@@ -35,9 +35,7 @@ class GeneralPane final : public GeneralActions {
   /// Shows the state of everything, and follows the permission from now on.
   void viewDidLoad() override;
 
-  void toggleLaunchAtLogin(bool isOn) override;
-  void toggleCapsLockIndicator(bool isOn) override;
-  void toggleExternalFunctionKeys(bool isOn) override;
+  void toggle(Switch what, bool isOn) override;
   void changeFnReplacementModifier(const std::optional<PropertyValue>& representedObject) override;
   void toggleLocalShortcutCapture() override;
   void resetLocalShortcut() override;

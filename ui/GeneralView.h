@@ -8,7 +8,7 @@
 
 #include "platform/PropertyValue.h"
 #include "ui/FnReplacementMenu.h"
-#include "ui/View.h"
+#include "ui/PaneView.h"
 
 namespace keyrow {
 
@@ -21,15 +21,8 @@ enum class PermissionColor {
 };
 
 /// What the user does with the General pane.
-class GeneralActions {
+class GeneralActions : public PaneActions {
  public:
-  /// The controls are there.
-  virtual void viewDidLoad() = 0;
-
-  virtual void toggleLaunchAtLogin(bool isOn) = 0;
-  virtual void toggleCapsLockIndicator(bool isOn) = 0;
-  virtual void toggleExternalFunctionKeys(bool isOn) = 0;
-
   /// An item was chosen; its represented object says which. Whatever is no modifier is Off.
   virtual void changeFnReplacementModifier(
       const std::optional<PropertyValue>& representedObject) = 0;
@@ -47,12 +40,8 @@ class GeneralActions {
 };
 
 /// What changes in the General pane. What never does is in `GeneralLayout.h`.
-class GeneralView : public View<GeneralActions> {
+class GeneralView : public PaneView<GeneralActions> {
  public:
-  virtual void setLoginItemChecked(bool checked) = 0;
-  virtual void setCapsLockIndicatorChecked(bool checked) = 0;
-  virtual void setExternalFunctionKeysChecked(bool checked) = 0;
-
   /// Empties the pop-up and fills it.
   virtual void setFnReplacementItems(std::span<const FnReplacementItem> items) = 0;
   /// Selects an item by its place, separators counted.

@@ -40,7 +40,7 @@ class StatusItemActions {
 struct StatusIndicatorLayout {
   double width = 6;
   double height = 6;
-  double cornerRadius = 3;
+  double cornerRadius = width / 2;
   /// From the button's trailing edge to the dot's leading edge.
   double leadingToButtonTrailing = -1;
 };

@@ -1,20 +1,26 @@
 #include "platform/macos/AboutViewController.h"
 
+#include <variant>
+#include <vector>
+
 #include "platform/macos/Controls.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/PaneRows.h"
 #include "ui/AboutLayout.h"
-#include "ui/SettingsWindowView.h"
 
 namespace layout = keyrow::aboutLayout;
 using keyrow::macos::connectControls;
+using keyrow::macos::ConnectedControl;
 using keyrow::macos::isOn;
-using keyrow::macos::makeCheckbox;
 using keyrow::macos::makeHintLabel;
 using keyrow::macos::makePushButton;
 using keyrow::macos::nsString;
+using keyrow::macos::placeRow;
+using layout::Control;
 
 @implementation AboutViewController {
   keyrow::AboutActions* _actions;
+  keyrow::macos::PaneCheckboxes _checkboxes;
 }
 
 - (instancetype)initWithActions:(keyrow::AboutActions&)actions {
@@ -51,7 +57,7 @@ using keyrow::macos::nsString;
   _descriptionLabel.alignment = NSTextAlignmentCenter;
   _descriptionLabel.maximumNumberOfLines = 0;
   _descriptionLabel.cell.scrollable = NO;
-  _descriptionLabel.preferredMaxLayoutWidth = layout::labelWidth;
+  _descriptionLabel.preferredMaxLayoutWidth = keyrow::paneTextWidth;
   _descriptionLabel.translatesAutoresizingMaskIntoConstraints = NO;
 
   _versionLabel = [NSTextField labelWithString:@""];
@@ -67,30 +73,27 @@ using keyrow::macos::nsString;
   _contactActionsStack.spacing = layout::actionsSpacing;
   _contactActionsStack.translatesAutoresizingMaskIntoConstraints = NO;
 
-  _enhancedDiagnosticsCheckbox = makeCheckbox(layout::enhancedDiagnosticsTitle);
-  _enhancedDiagnosticsHintLabel = makeHintLabel(layout::enhancedDiagnosticsHintText,
-                                                layout::labelWidth, layout::hintMaximumLines);
-  _autoUpdateCheckbox = makeCheckbox(layout::autoUpdateTitle);
   _checkUpdatesButton = makePushButton(layout::checkUpdatesTitle);
 }
 
-- (NSView*)viewOfRow:(layout::Row)row {
-  switch (row) {
-    case layout::Row::appIcon:
+/// What a row begins with.
+- (NSView*)viewOfRow:(const layout::RowLayout&)row {
+  if (const auto* checkbox = std::get_if<keyrow::Checkbox>(&row.what)) {
+    return _checkboxes.make(*checkbox);
+  }
+  if (const auto* hint = std::get_if<keyrow::Hint>(&row.what)) {
+    return makeHintLabel(hint->text, keyrow::paneTextWidth, layout::hintMaximumLines);
+  }
+  switch (std::get<Control>(row.what)) {
+    case Control::appIcon:
       return _appIconView;
-    case layout::Row::description:
+    case Control::description:
       return _descriptionLabel;
-    case layout::Row::version:
+    case Control::version:
       return _versionLabel;
-    case layout::Row::contactActions:
+    case Control::contactActions:
       return _contactActionsStack;
-    case layout::Row::enhancedDiagnostics:
-      return _enhancedDiagnosticsCheckbox;
-    case layout::Row::enhancedDiagnosticsHint:
-      return _enhancedDiagnosticsHintLabel;
-    case layout::Row::autoUpdate:
-      return _autoUpdateCheckbox;
-    case layout::Row::checkUpdates:
+    case Control::checkUpdates:
       return _checkUpdatesButton;
   }
 }
@@ -103,31 +106,12 @@ using keyrow::macos::nsString;
     [root.heightAnchor constraintEqualToConstant:size.height],
     [_appIconView.widthAnchor constraintEqualToConstant:layout::iconSize],
     [_appIconView.heightAnchor constraintEqualToConstant:layout::iconSize],
-    [_descriptionLabel.widthAnchor constraintEqualToConstant:layout::labelWidth],
+    [_descriptionLabel.widthAnchor constraintEqualToConstant:keyrow::paneTextWidth],
   ]];
 
   NSLayoutYAxisAnchor* above = root.topAnchor;
   for (const auto& row : layout::rows) {
-    NSView* const view = [self viewOfRow:row.row];
-    [root addSubview:view];
-    [constraints addObject:row.isTopGapMinimum
-                               ? [view.topAnchor constraintGreaterThanOrEqualToAnchor:above
-                                                                             constant:row.topGap]
-                               : [view.topAnchor constraintEqualToAnchor:above
-                                                                constant:row.topGap]];
-    above = view.bottomAnchor;
-    if (row.width == layout::Width::centred) {
-      [constraints addObject:[view.centerXAnchor constraintEqualToAnchor:root.centerXAnchor]];
-      continue;
-    }
-    [constraints addObject:[view.leadingAnchor constraintEqualToAnchor:root.leadingAnchor
-                                                              constant:layout::inset]];
-    [constraints
-        addObject:row.width == layout::Width::full
-                      ? [view.trailingAnchor constraintEqualToAnchor:root.trailingAnchor
-                                                            constant:-layout::inset]
-                      : [view.trailingAnchor constraintLessThanOrEqualToAnchor:root.trailingAnchor
-                                                                      constant:-layout::inset]];
+    above = placeRow([self viewOfRow:row], row.place, above, root, constraints);
   }
   [constraints addObject:[above constraintEqualToAnchor:root.bottomAnchor
                                                constant:-layout::bottomGap]];
@@ -135,13 +119,34 @@ using keyrow::macos::nsString;
 }
 
 - (void)connectControls {
-  connectControls(self, {
-                            {_contactButton, @selector(openContactEmail:)},
-                            {_reportBugButton, @selector(openBugReportEmail:)},
-                            {_enhancedDiagnosticsCheckbox, @selector(toggleEnhancedDiagnostics:)},
-                            {_autoUpdateCheckbox, @selector(toggleAutoUpdateChecks:)},
-                            {_checkUpdatesButton, @selector(checkForUpdates:)},
-                        });
+  std::vector<ConnectedControl> controls;
+  for (const auto& row : layout::rows) [self addControlsOfRow:row to:controls];
+  connectControls(self, controls);
+}
+
+- (void)addControlsOfRow:(const layout::RowLayout&)row to:(std::vector<ConnectedControl>&)controls {
+  if (const auto* checkbox = std::get_if<keyrow::Checkbox>(&row.what)) {
+    controls.push_back({ _checkboxes.of(checkbox->what), @selector(toggle:) });
+  }
+  const auto* control = std::get_if<Control>(&row.what);
+  if (!control) return;
+  switch (*control) {
+    case Control::contactActions:
+      controls.push_back({ _contactButton, @selector(openContactEmail:) });
+      controls.push_back({ _reportBugButton, @selector(openBugReportEmail:) });
+      break;
+    case Control::checkUpdates:
+      controls.push_back({ _checkUpdatesButton, @selector(checkForUpdates:) });
+      break;
+    case Control::appIcon:
+    case Control::description:
+    case Control::version:
+      break;
+  }
+}
+
+- (NSButton*)checkboxOf:(keyrow::Switch)what {
+  return _checkboxes.of(what);
 }
 
 - (void)openContactEmail:(id)sender {
@@ -152,12 +157,8 @@ using keyrow::macos::nsString;
   _actions->openBugReportEmail();
 }
 
-- (void)toggleEnhancedDiagnostics:(NSButton*)sender {
-  _actions->toggleEnhancedDiagnostics(isOn(sender));
-}
-
-- (void)toggleAutoUpdateChecks:(NSButton*)sender {
-  _actions->toggleAutoUpdateChecks(isOn(sender));
+- (void)toggle:(NSButton*)sender {
+  _actions->toggle(_checkboxes.whatSwitches(sender), isOn(sender));
 }
 
 - (void)checkForUpdates:(id)sender {

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include <initializer_list>
+#include <span>
 #include <string_view>
 
 namespace keyrow::macos {
@@ -28,7 +28,7 @@ struct ConnectedControl {
 
 /// Connects controls, one at least, with the actions of a target. The keyboard's focus goes
 /// around them in this order.
-void connectControls(id target, std::initializer_list<ConnectedControl> controls);
+void connectControls(id target, std::span<const ConnectedControl> controls);
 
 /// Whether the checkbox is on.
 inline bool isOn(NSButton* checkbox) { return checkbox.state == NSControlStateValueOn; }

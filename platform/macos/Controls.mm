@@ -1,7 +1,5 @@
 #include "platform/macos/Controls.h"
 
-#include <iterator>
-
 #include "platform/macos/Conversions.h"
 
 namespace keyrow::macos {
@@ -39,8 +37,8 @@ NSTextField* makeHintLabel(std::string_view text, double maximumWidth, NSInteger
   return label;
 }
 
-void connectControls(id target, std::initializer_list<ConnectedControl> controls) {
-  NSControl* before = std::rbegin(controls)->control;
+void connectControls(id target, std::span<const ConnectedControl> controls) {
+  NSControl* before = controls.back().control;
   for (const auto& [control, action] : controls) {
     control.target = target;
     control.action = action;

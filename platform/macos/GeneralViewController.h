@@ -10,10 +10,9 @@
 /// `actions` has to outlive the controller.
 - (instancetype)initWithActions:(keyrow::GeneralActions&)actions;
 
-@property(readonly) NSButton* loginItemCheckbox;
-@property(readonly) NSButton* capsLockIndicatorCheckbox;
-@property(readonly) NSButton* externalFunctionKeysCheckbox;
-@property(readonly) NSTextField* externalFunctionKeysHintLabel;
+/// The check box that switches this; nil when there is none in the pane.
+- (NSButton*)checkboxOf:(keyrow::Switch)what;
+
 @property(readonly) NSTextField* fnReplacementModifierLabel;
 @property(readonly) NSPopUpButton* fnReplacementModifierPopup;
 @property(readonly) NSTextField* fnReplacementModifierHintLabel;
@@ -21,7 +20,6 @@
 @property(readonly) NSButton* axPermissionHelpButton;
 @property(readonly) NSView* axPermissionIndicatorView;
 @property(readonly) NSStackView* axPermissionStack;
-@property(readonly) NSTextField* permissionHintLabel;
 @property(readonly) NSButton* quitButton;
 @property(readonly) NSTextField* localShortcutLabel;
 @property(readonly) NSButton* localShortcutButton;

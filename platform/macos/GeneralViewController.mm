@@ -2,24 +2,29 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#include <variant>
+#include <vector>
+
 #include "platform/macos/Controls.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/PaneRows.h"
 #include "ui/GeneralLayout.h"
-#include "ui/SettingsWindowView.h"
 
 namespace layout = keyrow::generalLayout;
 using keyrow::macos::connectControls;
+using keyrow::macos::ConnectedControl;
 using keyrow::macos::isOn;
-using keyrow::macos::makeCheckbox;
 using keyrow::macos::makeHintLabel;
 using keyrow::macos::makeLabel;
 using keyrow::macos::makePushButton;
 using keyrow::macos::nsString;
+using keyrow::macos::placeRow;
+using layout::Control;
 
 namespace {
 
 NSTextField* makeHint(std::string_view text) {
-  return makeHintLabel(text, layout::hintWidth, layout::hintMaximumLines);
+  return makeHintLabel(text, keyrow::paneTextWidth, layout::hintMaximumLines);
 }
 
 /// The label keeps its size against the control beside it.
@@ -35,6 +40,7 @@ void keepSize(NSView* label, NSView* beside) {
 
 @implementation GeneralViewController {
   keyrow::GeneralActions* _actions;
+  keyrow::macos::PaneCheckboxes _checkboxes;
   NSPopover* _axPermissionPopover;
 }
 
@@ -74,12 +80,6 @@ void keepSize(NSView* label, NSView* beside) {
   _axPermissionStack.alignment = NSLayoutAttributeCenterY;
   _axPermissionStack.spacing = layout::permissionStackSpacing;
   _axPermissionStack.translatesAutoresizingMaskIntoConstraints = NO;
-  _permissionHintLabel = makeHint(layout::permissionHintText);
-
-  _loginItemCheckbox = makeCheckbox(layout::loginItemTitle);
-  _capsLockIndicatorCheckbox = makeCheckbox(layout::capsLockIndicatorTitle);
-  _externalFunctionKeysCheckbox = makeCheckbox(layout::externalFunctionKeysTitle);
-  _externalFunctionKeysHintLabel = makeHint(layout::externalFunctionKeysHintText);
 
   _localShortcutLabel = makeLabel(layout::localShortcutTitle);
   _localShortcutButton = makePushButton({});
@@ -97,28 +97,22 @@ void keepSize(NSView* label, NSView* beside) {
   _quitButton = makePushButton(layout::quitTitle);
 }
 
-/// What a row begins with, in the order of the rows.
-- (NSView*)viewOfRow:(layout::Row)row {
-  switch (row) {
-    case layout::Row::permissionStack:
+/// What a row begins with.
+- (NSView*)viewOfRow:(const layout::RowLayout&)row {
+  if (const auto* checkbox = std::get_if<keyrow::Checkbox>(&row.what)) {
+    return _checkboxes.make(*checkbox);
+  }
+  if (const auto* hint = std::get_if<keyrow::Hint>(&row.what)) return makeHint(hint->text);
+  switch (std::get<Control>(row.what)) {
+    case Control::permissionStack:
       return _axPermissionStack;
-    case layout::Row::permissionHint:
-      return _permissionHintLabel;
-    case layout::Row::loginItem:
-      return _loginItemCheckbox;
-    case layout::Row::capsLockIndicator:
-      return _capsLockIndicatorCheckbox;
-    case layout::Row::externalFunctionKeys:
-      return _externalFunctionKeysCheckbox;
-    case layout::Row::externalFunctionKeysHint:
-      return _externalFunctionKeysHintLabel;
-    case layout::Row::localShortcut:
+    case Control::localShortcut:
       return _localShortcutLabel;
-    case layout::Row::localShortcutHint:
+    case Control::localShortcutHint:
       return _localShortcutHintLabel;
-    case layout::Row::fnReplacement:
+    case Control::fnReplacement:
       return _fnReplacementModifierLabel;
-    case layout::Row::fnReplacementHint:
+    case Control::fnReplacementHint:
       return _fnReplacementModifierHintLabel;
   }
 }
@@ -133,20 +127,7 @@ void keepSize(NSView* label, NSView* beside) {
 
   NSLayoutYAxisAnchor* above = root.topAnchor;
   for (const auto& row : layout::rows) {
-    NSView* const view = [self viewOfRow:row.row];
-    [root addSubview:view];
-    [constraints addObject:[view.topAnchor constraintEqualToAnchor:above constant:row.topGap]];
-    [constraints addObject:[view.leadingAnchor constraintEqualToAnchor:root.leadingAnchor
-                                                              constant:layout::inset]];
-    if (row.width == layout::Width::full) {
-      [constraints addObject:[view.trailingAnchor constraintEqualToAnchor:root.trailingAnchor
-                                                                 constant:-layout::inset]];
-    } else if (row.width == layout::Width::atMost) {
-      [constraints
-          addObject:[view.trailingAnchor constraintLessThanOrEqualToAnchor:root.trailingAnchor
-                                                                  constant:-layout::inset]];
-    }
-    above = view.bottomAnchor;
+    above = placeRow([self viewOfRow:row], row.place, above, root, constraints);
   }
   for (NSView* view in @[
          _localShortcutButton, _resetLocalShortcutButton, _fnReplacementModifierPopup, _quitButton
@@ -174,7 +155,7 @@ void keepSize(NSView* label, NSView* beside) {
     [_resetLocalShortcutButton.centerYAnchor
         constraintEqualToAnchor:_localShortcutLabel.centerYAnchor],
     [_resetLocalShortcutButton.trailingAnchor constraintLessThanOrEqualToAnchor:root.trailingAnchor
-                                                                       constant:-layout::inset],
+                                                                       constant:-keyrow::paneInset],
 
     [_fnReplacementModifierPopup.leadingAnchor
         constraintGreaterThanOrEqualToAnchor:_fnReplacementModifierLabel.trailingAnchor
@@ -182,37 +163,58 @@ void keepSize(NSView* label, NSView* beside) {
     [_fnReplacementModifierPopup.centerYAnchor
         constraintEqualToAnchor:_fnReplacementModifierLabel.centerYAnchor],
     [_fnReplacementModifierPopup.trailingAnchor constraintEqualToAnchor:root.trailingAnchor
-                                                               constant:-layout::inset],
+                                                               constant:-keyrow::paneInset],
 
     [_fnReplacementModifierHintLabel.bottomAnchor
         constraintLessThanOrEqualToAnchor:_quitButton.topAnchor
                                  constant:-layout::minimumGapAboveQuit],
     [_quitButton.trailingAnchor constraintEqualToAnchor:root.trailingAnchor
-                                               constant:-layout::inset],
+                                               constant:-keyrow::paneInset],
     [_quitButton.bottomAnchor constraintEqualToAnchor:root.bottomAnchor
                                              constant:-layout::quitBottomGap],
   ]];
   // The rules above leave open where between the label and the edge the two buttons are.
   NSLayoutConstraint* const atTheEdge =
       [_resetLocalShortcutButton.trailingAnchor constraintEqualToAnchor:root.trailingAnchor
-                                                               constant:-layout::inset];
+                                                               constant:-keyrow::paneInset];
   atTheEdge.priority = NSLayoutPriorityDefaultLow;
   [constraints addObject:atTheEdge];
   [NSLayoutConstraint activateConstraints:constraints];
 }
 
 - (void)connectControls {
-  connectControls(self, {
-                            {_axPermissionButton, @selector(openAccessibilityPermissions:)},
-                            {_axPermissionHelpButton, @selector(showAXPermissionHelp:)},
-                            {_loginItemCheckbox, @selector(toggleLaunchAtLogin:)},
-                            {_capsLockIndicatorCheckbox, @selector(toggleCapsLockIndicator:)},
-                            {_externalFunctionKeysCheckbox, @selector(toggleExternalFunctionKeys:)},
-                            {_localShortcutButton, @selector(toggleLocalShortcutCapture:)},
-                            {_resetLocalShortcutButton, @selector(resetLocalShortcut:)},
-                            {_fnReplacementModifierPopup, @selector(changeFnReplacementModifier:)},
-                            {_quitButton, @selector(quitApp:)},
-                        });
+  std::vector<ConnectedControl> controls;
+  for (const auto& row : layout::rows) [self addControlsOfRow:row to:controls];
+  controls.push_back({ _quitButton, @selector(quitApp:) });
+  connectControls(self, controls);
+}
+
+- (void)addControlsOfRow:(const layout::RowLayout&)row to:(std::vector<ConnectedControl>&)controls {
+  if (const auto* checkbox = std::get_if<keyrow::Checkbox>(&row.what)) {
+    controls.push_back({ _checkboxes.of(checkbox->what), @selector(toggle:) });
+  }
+  const auto* control = std::get_if<Control>(&row.what);
+  if (!control) return;
+  switch (*control) {
+    case Control::permissionStack:
+      controls.push_back({ _axPermissionButton, @selector(openAccessibilityPermissions:) });
+      controls.push_back({ _axPermissionHelpButton, @selector(showAXPermissionHelp:) });
+      break;
+    case Control::localShortcut:
+      controls.push_back({ _localShortcutButton, @selector(toggleLocalShortcutCapture:) });
+      controls.push_back({ _resetLocalShortcutButton, @selector(resetLocalShortcut:) });
+      break;
+    case Control::fnReplacement:
+      controls.push_back({ _fnReplacementModifierPopup, @selector(changeFnReplacementModifier:) });
+      break;
+    case Control::localShortcutHint:
+    case Control::fnReplacementHint:
+      break;
+  }
+}
+
+- (NSButton*)checkboxOf:(keyrow::Switch)what {
+  return _checkboxes.of(what);
 }
 
 - (NSPopover*)axPermissionPopover {
@@ -253,16 +255,8 @@ void keepSize(NSView* label, NSView* beside) {
   _actions->showAXPermissionHelp();
 }
 
-- (void)toggleLaunchAtLogin:(NSButton*)sender {
-  _actions->toggleLaunchAtLogin(isOn(sender));
-}
-
-- (void)toggleCapsLockIndicator:(NSButton*)sender {
-  _actions->toggleCapsLockIndicator(isOn(sender));
-}
-
-- (void)toggleExternalFunctionKeys:(NSButton*)sender {
-  _actions->toggleExternalFunctionKeys(isOn(sender));
+- (void)toggle:(NSButton*)sender {
+  _actions->toggle(_checkboxes.whatSwitches(sender), isOn(sender));
 }
 
 - (void)changeFnReplacementModifier:(NSPopUpButton*)sender {

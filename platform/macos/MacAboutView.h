@@ -8,9 +8,8 @@ namespace keyrow::macos {
 /// `AboutView` on the controls of an `AboutViewController`.
 class MacAboutView final : public AboutView {
  public:
+  void setChecked(Switch what, bool checked) override;
   void setVersion(std::string_view text) override;
-  void setEnhancedDiagnosticsChecked(bool checked) override;
-  void setAutoUpdateChecked(bool checked) override;
 
   /// The pane's controller, made at the first time.
   AboutViewController* viewController();

@@ -10,16 +10,12 @@ AboutViewController* MacAboutView::viewController() {
   return controller_;
 }
 
+void MacAboutView::setChecked(Switch what, bool checked) {
+  setOn([controller_ checkboxOf:what], checked);
+}
+
 void MacAboutView::setVersion(std::string_view text) {
   controller_.versionLabel.stringValue = nsString(text);
-}
-
-void MacAboutView::setEnhancedDiagnosticsChecked(bool checked) {
-  setOn(controller_.enhancedDiagnosticsCheckbox, checked);
-}
-
-void MacAboutView::setAutoUpdateChecked(bool checked) {
-  setOn(controller_.autoUpdateCheckbox, checked);
 }
 
 }  // namespace keyrow::macos

@@ -8,9 +8,7 @@ namespace keyrow::macos {
 /// `GeneralView` on the controls of a `GeneralViewController`.
 class MacGeneralView final : public GeneralView {
  public:
-  void setLoginItemChecked(bool checked) override;
-  void setCapsLockIndicatorChecked(bool checked) override;
-  void setExternalFunctionKeysChecked(bool checked) override;
+  void setChecked(Switch what, bool checked) override;
   void setFnReplacementItems(std::span<const FnReplacementItem> items) override;
   void selectFnReplacementItem(std::size_t index) override;
   void setFnReplacementHint(std::string_view text) override;

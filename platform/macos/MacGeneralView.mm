@@ -12,16 +12,8 @@ GeneralViewController* MacGeneralView::viewController() {
   return controller_;
 }
 
-void MacGeneralView::setLoginItemChecked(bool checked) {
-  setOn(controller_.loginItemCheckbox, checked);
-}
-
-void MacGeneralView::setCapsLockIndicatorChecked(bool checked) {
-  setOn(controller_.capsLockIndicatorCheckbox, checked);
-}
-
-void MacGeneralView::setExternalFunctionKeysChecked(bool checked) {
-  setOn(controller_.externalFunctionKeysCheckbox, checked);
+void MacGeneralView::setChecked(Switch what, bool checked) {
+  setOn([controller_ checkboxOf:what], checked);
 }
 
 void MacGeneralView::setFnReplacementItems(std::span<const FnReplacementItem> items) {

@@ -4,37 +4,31 @@
 
 namespace keyrow::sim {
 
-void SimulatedAboutView::load() {
-  if (isLoaded_) return;
-  isLoaded_ = true;
-  actions().viewDidLoad();
-}
+namespace layout = aboutLayout;
 
-bool SimulatedAboutView::click(std::string_view title) {
-  namespace layout = aboutLayout;
-  std::function<void(AboutActions&)> action;
-  if (title == layout::contactTitle) {
-    action = [](AboutActions& actions) { actions.openContactEmail(); };
-  } else if (title == layout::reportBugTitle) {
-    action = [](AboutActions& actions) { actions.openBugReportEmail(); };
-  } else if (title == layout::enhancedDiagnosticsTitle) {
-    // A click changes a checkbox by itself; its action says what it stands at now.
-    isEnhancedDiagnosticsChecked = !isEnhancedDiagnosticsChecked;
-    action = [on = isEnhancedDiagnosticsChecked](AboutActions& actions) {
-      actions.toggleEnhancedDiagnostics(on);
-    };
-  } else if (title == layout::autoUpdateTitle) {
-    isAutoUpdateChecked = !isAutoUpdateChecked;
-    action = [on = isAutoUpdateChecked](AboutActions& actions) {
-      actions.toggleAutoUpdateChecks(on);
-    };
-  } else if (title == layout::checkUpdatesTitle) {
-    action = [](AboutActions& actions) { actions.checkForUpdates(); };
-  } else {
-    return false;
+std::vector<SimulatedAboutView::Clickable> SimulatedAboutView::clickables() const {
+  std::vector<Clickable> result;
+  for (const auto& row : layout::rows) {
+    if (const auto* checkbox = std::get_if<Checkbox>(&row.what)) {
+      result.push_back(clickable(*checkbox));
+    }
+    const auto* control = std::get_if<layout::Control>(&row.what);
+    if (!control) continue;
+    switch (*control) {
+      case layout::Control::appIcon:
+      case layout::Control::description:
+      case layout::Control::version:
+        break;
+      case layout::Control::contactActions:
+        result.push_back(clickable(layout::contactTitle, &AboutActions::openContactEmail));
+        result.push_back(clickable(layout::reportBugTitle, &AboutActions::openBugReportEmail));
+        break;
+      case layout::Control::checkUpdates:
+        result.push_back(clickable(layout::checkUpdatesTitle, &AboutActions::checkForUpdates));
+        break;
+    }
   }
-  context_.mainThread->deliver([this, action] { action(actions()); });
-  return true;
+  return result;
 }
 
 }  // namespace keyrow::sim

@@ -2,35 +2,22 @@
 
 #include <string>
 
-#include "sim/ports/ProcessContext.h"
+#include "sim/ports/SimulatedPane.h"
 #include "ui/AboutView.h"
 
 namespace keyrow::sim {
 
-/// The controls of the About pane, and the user's hands on them.
-class SimulatedAboutView final : public AboutView {
+/// The About pane on the simulated Mac.
+class SimulatedAboutView final : public SimulatedPane<AboutView> {
  public:
-  explicit SimulatedAboutView(const ProcessContext& context) : context_{context} {}
+  using SimulatedPane::SimulatedPane;
 
   void setVersion(std::string_view text) override { version = text; }
-  void setEnhancedDiagnosticsChecked(bool checked) override {
-    isEnhancedDiagnosticsChecked = checked;
-  }
-  void setAutoUpdateChecked(bool checked) override { isAutoUpdateChecked = checked; }
-
-  /// The pane is looked at for the first time.
-  void load();
-
-  /// The user clicks the control with this title; false when there is none.
-  bool click(std::string_view title);
 
   std::string version;
-  bool isEnhancedDiagnosticsChecked = false;
-  bool isAutoUpdateChecked = false;
 
  private:
-  const ProcessContext& context_;
-  bool isLoaded_ = false;
+  std::vector<Clickable> clickables() const override;
 };
 
 }  // namespace keyrow::sim

@@ -6,47 +6,7 @@
 
 namespace keyrow::sim {
 
-void SimulatedGeneralView::load() {
-  if (isLoaded_) return;
-  isLoaded_ = true;
-  actions().viewDidLoad();
-}
-
-bool SimulatedGeneralView::click(std::string_view title) {
-  namespace layout = generalLayout;
-  std::function<void(GeneralActions&)> action;
-  if (title == layout::loginItemTitle) {
-    // A click changes a checkbox by itself; its action says what it stands at now.
-    isLoginItemChecked = !isLoginItemChecked;
-    action = [on = isLoginItemChecked](GeneralActions& actions) {
-      actions.toggleLaunchAtLogin(on);
-    };
-  } else if (title == layout::capsLockIndicatorTitle) {
-    isCapsLockIndicatorChecked = !isCapsLockIndicatorChecked;
-    action = [on = isCapsLockIndicatorChecked](GeneralActions& actions) {
-      actions.toggleCapsLockIndicator(on);
-    };
-  } else if (title == layout::externalFunctionKeysTitle) {
-    isExternalFunctionKeysChecked = !isExternalFunctionKeysChecked;
-    action = [on = isExternalFunctionKeysChecked](GeneralActions& actions) {
-      actions.toggleExternalFunctionKeys(on);
-    };
-  } else if (title == layout::permissionButtonTitle) {
-    action = [](GeneralActions& actions) { actions.openAccessibilityPermissions(); };
-  } else if (title == layout::permissionHelpTitle) {
-    action = [](GeneralActions& actions) { actions.showAXPermissionHelp(); };
-  } else if (title == layout::resetTitle && isResetEnabled) {
-    action = [](GeneralActions& actions) { actions.resetLocalShortcut(); };
-  } else if (title == layout::quitTitle) {
-    action = [](GeneralActions& actions) { actions.quitApp(); };
-  } else if (title == localShortcutTitle) {
-    action = [](GeneralActions& actions) { actions.toggleLocalShortcutCapture(); };
-  } else {
-    return false;
-  }
-  context_.mainThread->deliver([this, action] { action(actions()); });
-  return true;
-}
+namespace layout = generalLayout;
 
 bool SimulatedGeneralView::chooseFnReplacement(std::string_view title) {
   const auto found = std::ranges::find_if(fnReplacementItems, [title](const auto& item) {
@@ -54,10 +14,41 @@ bool SimulatedGeneralView::chooseFnReplacement(std::string_view title) {
   });
   if (found == fnReplacementItems.end()) return false;
   selectedFnReplacementItem = static_cast<std::size_t>(found - fnReplacementItems.begin());
-  context_.mainThread->deliver([this, raw = PropertyValue{found->representedObject}] {
+  context().mainThread->deliver([this, raw = PropertyValue{found->representedObject}] {
     actions().changeFnReplacementModifier(raw);
   });
   return true;
+}
+
+std::vector<SimulatedGeneralView::Clickable> SimulatedGeneralView::clickables() const {
+  std::vector<Clickable> result;
+  for (const auto& row : layout::rows) {
+    if (const auto* checkbox = std::get_if<Checkbox>(&row.what)) {
+      result.push_back(clickable(*checkbox));
+    }
+    const auto* control = std::get_if<layout::Control>(&row.what);
+    if (!control) continue;
+    switch (*control) {
+      case layout::Control::permissionStack:
+        result.push_back(clickable(layout::permissionButtonTitle,
+                                   &GeneralActions::openAccessibilityPermissions));
+        result.push_back(
+            clickable(layout::permissionHelpTitle, &GeneralActions::showAXPermissionHelp));
+        break;
+      case layout::Control::localShortcut:
+        result.push_back(
+            clickable(localShortcutTitle, &GeneralActions::toggleLocalShortcutCapture));
+        result.push_back(
+            clickable(layout::resetTitle, &GeneralActions::resetLocalShortcut, isResetEnabled));
+        break;
+      case layout::Control::localShortcutHint:
+      case layout::Control::fnReplacement:
+      case layout::Control::fnReplacementHint:
+        break;
+    }
+  }
+  result.push_back(clickable(layout::quitTitle, &GeneralActions::quitApp));
+  return result;
 }
 
 }  // namespace keyrow::sim

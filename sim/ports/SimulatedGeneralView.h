@@ -3,21 +3,16 @@
 #include <string>
 #include <vector>
 
-#include "sim/ports/ProcessContext.h"
+#include "sim/ports/SimulatedPane.h"
 #include "ui/GeneralView.h"
 
 namespace keyrow::sim {
 
-/// The controls of the General pane, and the user's hands on them.
-class SimulatedGeneralView final : public GeneralView {
+/// The General pane on the simulated Mac.
+class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
  public:
-  explicit SimulatedGeneralView(const ProcessContext& context) : context_{context} {}
+  using SimulatedPane::SimulatedPane;
 
-  void setLoginItemChecked(bool checked) override { isLoginItemChecked = checked; }
-  void setCapsLockIndicatorChecked(bool checked) override { isCapsLockIndicatorChecked = checked; }
-  void setExternalFunctionKeysChecked(bool checked) override {
-    isExternalFunctionKeysChecked = checked;
-  }
   void setFnReplacementItems(std::span<const FnReplacementItem> items) override {
     fnReplacementItems.assign(items.begin(), items.end());
   }
@@ -34,22 +29,9 @@ class SimulatedGeneralView final : public GeneralView {
   void showPermissionPopover() override { isPopoverShown = true; }
   void closePermissionPopover() override { isPopoverShown = false; }
 
-  /// The pane is looked at for the first time.
-  void load();
-
-  /// The user clicks the control with this title; false when there is none, or when it is
-  /// disabled.
-  bool click(std::string_view title);
-
-  /// The user chooses from the pop-up; false when there is no such item.
+  /// The user chooses from the pop-up; false, and nothing happens, when there is no such item.
   bool chooseFnReplacement(std::string_view title);
 
-  /// For what the user does that needs no control, or a wrong one.
-  using GeneralView::actions;
-
-  bool isLoginItemChecked = false;
-  bool isCapsLockIndicatorChecked = false;
-  bool isExternalFunctionKeysChecked = false;
   std::vector<FnReplacementItem> fnReplacementItems;
   std::size_t selectedFnReplacementItem = 0;
   std::string fnReplacementHint;
@@ -61,8 +43,7 @@ class SimulatedGeneralView final : public GeneralView {
   bool isPopoverShown = false;
 
  private:
-  const ProcessContext& context_;
-  bool isLoaded_ = false;
+  std::vector<Clickable> clickables() const override;
 };
 
 }  // namespace keyrow::sim

@@ -78,41 +78,72 @@ std::string button(std::string_view title) { return "[ " + std::string{title} + 
 
 std::string hint(std::string_view text) { return "      " + std::string{text} + '\n'; }
 
-std::string drawGeneral(const SimulatedGeneralView& general) {
+std::string draw(const SimulatedGeneralView& general, generalLayout::Control control) {
   namespace layout = generalLayout;
+  using enum layout::Control;
   const auto& items = general.fnReplacementItems;
   const auto selected = general.selectedFnReplacementItem;
   const bool isGreen = general.permissionColor == PermissionColor::green;
-  return "  " + button(layout::permissionButtonTitle) + (isGreen ? " green" : " red") + " dot " +
-         button(layout::permissionHelpTitle) + '\n' + hint(general.permissionToolTip) +
-         (general.isPopoverShown ? hint(layout::popoverText) : std::string{}) +
-         hint(layout::permissionHintText) +
-         checkbox(general.isLoginItemChecked, layout::loginItemTitle) +
-         checkbox(general.isCapsLockIndicatorChecked, layout::capsLockIndicatorTitle) +
-         checkbox(general.isExternalFunctionKeysChecked, layout::externalFunctionKeysTitle) +
-         hint(layout::externalFunctionKeysHintText) + "  " +
-         std::string{layout::localShortcutTitle} + "  " + button(general.localShortcutTitle) + ' ' +
-         button(layout::resetTitle) + (general.isResetEnabled ? "" : " (disabled)") + '\n' +
-         hint(general.localShortcutHint) + "  " + std::string{layout::fnReplacementTitle} + "  < " +
-         std::string{selected < items.size() ? items[selected].title : ""} + " >\n" +
-         hint(general.fnReplacementHint) + "  " + button(layout::quitTitle) + '\n';
+  switch (control) {
+    case permissionStack:
+      return "  " + button(layout::permissionButtonTitle) + (isGreen ? " green" : " red") +
+             " dot " + button(layout::permissionHelpTitle) + '\n' +
+             hint(general.permissionToolTip) +
+             (general.isPopoverShown ? hint(layout::popoverText) : std::string{});
+    case localShortcut:
+      return "  " + std::string{layout::localShortcutTitle} + "  " +
+             button(general.localShortcutTitle) + ' ' + button(layout::resetTitle) +
+             (general.isResetEnabled ? "" : " (disabled)") + '\n';
+    case localShortcutHint:
+      return hint(general.localShortcutHint);
+    case fnReplacement:
+      return "  " + std::string{layout::fnReplacementTitle} + "  < " +
+             std::string{selected < items.size() ? items[selected].title : ""} + " >\n";
+    case fnReplacementHint:
+      return hint(general.fnReplacementHint);
+  }
+  return {};
 }
 
-std::string drawAbout(const SimulatedAboutView& about) {
+std::string draw(const SimulatedAboutView& about, aboutLayout::Control control) {
   namespace layout = aboutLayout;
-  return "  " + std::string{layout::descriptionText} + "\n  " + about.version + "\n  " +
-         button(layout::contactTitle) + ' ' + button(layout::reportBugTitle) + '\n' +
-         checkbox(about.isEnhancedDiagnosticsChecked, layout::enhancedDiagnosticsTitle) +
-         hint(layout::enhancedDiagnosticsHintText) +
-         checkbox(about.isAutoUpdateChecked, layout::autoUpdateTitle) + "  " +
-         button(layout::checkUpdatesTitle) + '\n';
+  using enum layout::Control;
+  switch (control) {
+    case appIcon:
+      return {};
+    case description:
+      return "  " + std::string{layout::descriptionText} + '\n';
+    case version:
+      return "  " + about.version + '\n';
+    case contactActions:
+      return "  " + button(layout::contactTitle) + ' ' + button(layout::reportBugTitle) + '\n';
+    case checkUpdates:
+      return "  " + button(layout::checkUpdatesTitle) + '\n';
+  }
+  return {};
+}
+
+std::string drawRows(const auto& pane, const auto& rows) {
+  std::string drawing;
+  for (const auto& row : rows) {
+    if (const auto* box = std::get_if<Checkbox>(&row.what)) {
+      drawing += checkbox(pane.isChecked(box->what), box->title);
+    } else if (const auto* text = std::get_if<Hint>(&row.what)) {
+      drawing += hint(text->text);
+    } else {
+      drawing += draw(pane, std::get<0>(row.what));
+    }
+  }
+  return drawing;
 }
 
 }  // namespace
 
 std::string drawSettings(SimulatedPlatform& platform) {
   const bool isGeneral = platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
-  return isGeneral ? drawGeneral(platform.general) : drawAbout(platform.about);
+  if (!isGeneral) return drawRows(platform.about, aboutLayout::rows);
+  return drawRows(platform.general, generalLayout::rows) + "  " + button(generalLayout::quitTitle) +
+         '\n';
 }
 
 }  // namespace keyrow::sim

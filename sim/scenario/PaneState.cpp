@@ -1,12 +1,9 @@
 #include "sim/scenario/PaneState.h"
 
+#include "ui/AboutLayout.h"
+#include "ui/GeneralLayout.h"
+
 namespace keyrow::sim {
-
-namespace {
-
-std::string onOrOff(bool isOn) { return isOn ? "on" : "off"; }
-
-}  // namespace
 
 std::vector<std::pair<std::string, std::string>> paneState(SimulatedPlatform& platform) {
   const auto& general = platform.general;
@@ -15,20 +12,24 @@ std::vector<std::pair<std::string, std::string>> paneState(SimulatedPlatform& pl
   if (general.selectedFnReplacementItem < general.fnReplacementItems.size()) {
     replacement = general.fnReplacementItems[general.selectedFnReplacementItem].title;
   }
-  return {{"permission", general.permissionColor == PermissionColor::green ? "green" : "red"},
-          {"permission-tip", general.permissionToolTip},
-          {"permission-help", general.isPopoverShown ? "shown" : "closed"},
-          {"login-item", onOrOff(general.isLoginItemChecked)},
-          {"caps-lock-indicator", onOrOff(general.isCapsLockIndicatorChecked)},
-          {"external-keys", onOrOff(general.isExternalFunctionKeysChecked)},
-          {"shortcut", general.localShortcutTitle},
-          {"reset", general.isResetEnabled ? "enabled" : "disabled"},
-          {"shortcut-hint", general.localShortcutHint},
-          {"replacement", replacement},
-          {"replacement-hint", general.fnReplacementHint},
-          {"version", about.version},
-          {"diagnostics", onOrOff(about.isEnhancedDiagnosticsChecked)},
-          {"auto-update", onOrOff(about.isAutoUpdateChecked)}};
+  std::vector<std::pair<std::string, std::string>> state{
+      {"permission", general.permissionColor == PermissionColor::green ? "green" : "red"},
+      {"permission-tip", general.permissionToolTip},
+      {"permission-help", general.isPopoverShown ? "shown" : "closed"},
+      {"shortcut", general.localShortcutTitle},
+      {"reset", general.isResetEnabled ? "enabled" : "disabled"},
+      {"shortcut-hint", general.localShortcutHint},
+      {"replacement", replacement},
+      {"replacement-hint", general.fnReplacementHint},
+      {"version", about.version}};
+  const auto add = [&state](const auto& pane, const auto& rows) {
+    for (const auto& checkbox : checkboxesOf(rows)) {
+      state.emplace_back(checkbox.name, pane.isChecked(checkbox.what) ? "on" : "off");
+    }
+  };
+  add(general, generalLayout::rows);
+  add(about, aboutLayout::rows);
+  return state;
 }
 
 std::vector<std::string> controlTitles(SimulatedPlatform& platform) {

@@ -1,12 +1,15 @@
 #include <gmock/gmock.h>
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/SimulatedMacTest.h"
+#include "ui/AboutLayout.h"
 #include "ui/BugReport.h"
 #include "ui/FnReplacementMenu.h"
+#include "ui/GeneralLayout.h"
 #include "ui/VersionText.h"
 
 namespace keyrow::sim {
@@ -24,6 +27,17 @@ class PanesTest : public SimulatedMacTest {
 
   SimulatedGeneralView& general() { return process->simulatedPlatform().general; }
   SimulatedAboutView& about() { return process->simulatedPlatform().about; }
+
+  /// What is on, by what can be switched.
+  std::map<Switch, bool> states() {
+    std::map<Switch, bool> all{
+        {OtherSwitch::loginItem, mac.loginItemStatus == LoginItemStatus::enabled},
+        {OtherSwitch::automaticUpdates, keyrow().updater().automaticChecksEnabled()}};
+    for (const auto& row : booleanSettingTable) {
+      all[row.setting] = keyrow().settings().isOn(row.setting);
+    }
+    return all;
+  }
 
   std::string version(std::optional<PropertyValue> shortVersion,
                       std::optional<PropertyValue> build) {
@@ -81,27 +95,64 @@ TEST_F(PanesTest, ResetIsOnlyOfferedForAnotherShortcutOrAnotherName) {
   EXPECT_TRUE(general().isResetEnabled);
 }
 
-TEST_F(PanesTest, CheckboxesShowWhatIsStored) {
-  for (const bool isOn : {true, false}) {
-    general().actions().toggleCapsLockIndicator(isOn);
-    EXPECT_EQ(general().isCapsLockIndicatorChecked, isOn);
-    general().actions().toggleExternalFunctionKeys(isOn);
-    EXPECT_EQ(general().isExternalFunctionKeysChecked, isOn);
-  }
+TEST_F(PanesTest, EveryCheckboxShowsAndSetsItsOwnSwitch) {
+  const auto expectAll = [this](auto& pane, const auto& rows) {
+    for (const auto& checkbox : checkboxesOf(rows)) {
+      for (int time = 0; time < 2; ++time) {
+        const auto before = states();
+        ASSERT_TRUE(pane.click(checkbox.title)) << checkbox.title;
+        auto expected = before;
+        expected[checkbox.what] = !before.at(checkbox.what);
+        EXPECT_EQ(states(), expected) << checkbox.title;
+        EXPECT_EQ(pane.isChecked(checkbox.what), expected[checkbox.what]) << checkbox.title;
+      }
+    }
+  };
+  process->settingsWindow().selectTab("About");
+  expectAll(general(), generalLayout::rows);
+  expectAll(about(), aboutLayout::rows);
 }
 
 TEST_F(PanesTest, TheyShowWhatIsOnWhenTheyAreLoaded) {
-  store("showCapsLockIndicator", true);
-  store("applyFnModeToExternalFunctionKeys", true);
-  store("enhancedDiagnosticsEnabled", true);
+  for (const auto& row : booleanSettingTable) store(row.key, true);
   mac.loginItemStatus = LoginItemStatus::enabled;
   process = std::make_unique<SimulatedProcess>(mac, 502);
   SetUp();
   process->settingsWindow().selectTab("About");
-  EXPECT_TRUE(general().isLoginItemChecked);
-  EXPECT_TRUE(general().isCapsLockIndicatorChecked);
-  EXPECT_TRUE(general().isExternalFunctionKeysChecked);
-  EXPECT_TRUE(about().isEnhancedDiagnosticsChecked);
+  for (const auto& checkbox : checkboxesOf(generalLayout::rows)) {
+    EXPECT_TRUE(general().isChecked(checkbox.what)) << checkbox.title;
+  }
+  for (const auto& checkbox : checkboxesOf(aboutLayout::rows)) {
+    EXPECT_TRUE(about().isChecked(checkbox.what)) << checkbox.title;
+  }
+}
+
+TEST_F(PanesTest, TheyTellWhatCanBeClicked) {
+  const auto titles = [](const auto& pane) {
+    std::vector<std::string> all;
+    for (const auto& control : pane.controls()) {
+      all.push_back(control.title + (control.isEnabled ? "" : " (disabled)"));
+    }
+    return all;
+  };
+  EXPECT_THAT(
+      titles(general()),
+      ElementsAre("Accessibility Permission", "?", "Launch at login", "Show Caps Lock indicator",
+                  "Apply Fn function to non-Apple vendor external F keys", "Fn + `",
+                  "Reset (disabled)", "Quit"));
+  EXPECT_THAT(titles(about()),
+              ElementsAre("Contact", "Report a Bug", "Include enhanced diagnostics in logs",
+                          "Automatically check for updates", "Check for Updates"));
+}
+
+TEST_F(PanesTest, AClickOnWhatIsDisabledOrNotThereChangesNothing) {
+  const auto before = mac.defaults.writeCount();
+  EXPECT_FALSE(general().click("Reset"));
+  EXPECT_FALSE(general().click("Launch"));
+  EXPECT_FALSE(general().click("Contact"));
+  EXPECT_FALSE(about().click("Quit"));
+  EXPECT_EQ(mac.defaults.writeCount(), before);
+  EXPECT_FALSE(process->hasEnded());
 }
 
 TEST_F(PanesTest, CapturingHoldsOneMonitorAndGivesItBack) {

@@ -21,11 +21,11 @@ TEST_F(AboutPaneTest, ShowsEveryControl) {
   for (NSView* view in @[
          pane().appIconView, pane().descriptionLabel, pane().versionLabel,
          pane().contactActionsStack, pane().contactButton, pane().reportBugButton,
-         pane().enhancedDiagnosticsCheckbox, pane().enhancedDiagnosticsHintLabel,
-         pane().autoUpdateCheckbox, pane().checkUpdatesButton
+         pane().checkUpdatesButton
        ]) {
     expectShown(view, pane().view);
   }
+  expectRows(pane(), layout::rows);
   EXPECT_NE(pane().appIconView.image, nil);
 }
 
@@ -36,28 +36,21 @@ TEST_F(AboutPaneTest, HasItsTexts) {
   EXPECT_EQ(textOf(pane().versionLabel), "Version 0.0");
   EXPECT_EQ(titleOf(pane().contactButton), layout::contactTitle);
   EXPECT_EQ(titleOf(pane().reportBugButton), layout::reportBugTitle);
-  EXPECT_EQ(titleOf(pane().enhancedDiagnosticsCheckbox), layout::enhancedDiagnosticsTitle);
-  EXPECT_EQ(textOf(pane().enhancedDiagnosticsHintLabel), layout::enhancedDiagnosticsHintText);
-  EXPECT_EQ(titleOf(pane().autoUpdateCheckbox), layout::autoUpdateTitle);
   EXPECT_EQ(titleOf(pane().checkUpdatesButton), layout::checkUpdatesTitle);
 }
 
 TEST_F(AboutPaneTest, ShowsWhatIsSet) {
-  keyrow.settings().set(BooleanSetting::enhancedDiagnosticsEnabled, true);
+  for (const auto& row : booleanSettingTable) keyrow.settings().set(row.setting, true);
   keyrow.updateFramework.checksAutomatically = true;
   open();
-  EXPECT_TRUE(isOn(pane().enhancedDiagnosticsCheckbox));
-  EXPECT_TRUE(isOn(pane().autoUpdateCheckbox));
+  for (const auto& checkbox : checkboxesOf(layout::rows)) {
+    EXPECT_TRUE(isOn([pane() checkboxOf:checkbox.what])) << checkbox.title;
+  }
 }
 
-TEST_F(AboutPaneTest, EveryCheckboxSetsItsOwnSetting) {
+TEST_F(AboutPaneTest, EveryCheckboxSetsItsOwnSwitch) {
   open();
-  for (const bool on : {true, false}) {
-    [pane().enhancedDiagnosticsCheckbox performClick:nil];
-    EXPECT_EQ(keyrow.settings().isOn(BooleanSetting::enhancedDiagnosticsEnabled), on);
-    [pane().autoUpdateCheckbox performClick:nil];
-    EXPECT_EQ(keyrow.updateFramework.checksAutomatically, on);
-  }
+  expectToggles(pane(), layout::rows);
 }
 
 TEST_F(AboutPaneTest, TheButtonsDoWhatTheySay) {

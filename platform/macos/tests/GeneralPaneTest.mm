@@ -34,26 +34,20 @@ TEST_F(GeneralPaneTest, ShowsEveryControl) {
   keyrow.createWindow();
   for (NSView* view in @[
          pane().axPermissionStack, pane().axPermissionButton, pane().axPermissionIndicatorView,
-         pane().axPermissionHelpButton, pane().permissionHintLabel, pane().loginItemCheckbox,
-         pane().capsLockIndicatorCheckbox, pane().externalFunctionKeysCheckbox,
-         pane().externalFunctionKeysHintLabel, pane().localShortcutLabel,
-         pane().localShortcutButton, pane().resetLocalShortcutButton, pane().localShortcutHintLabel,
+         pane().axPermissionHelpButton, pane().localShortcutLabel, pane().localShortcutButton,
+         pane().resetLocalShortcutButton, pane().localShortcutHintLabel,
          pane().fnReplacementModifierLabel, pane().fnReplacementModifierPopup,
          pane().fnReplacementModifierHintLabel, pane().quitButton
        ]) {
     expectShown(view, pane().view);
   }
+  expectRows(pane(), layout::rows);
 }
 
 TEST_F(GeneralPaneTest, HasItsTexts) {
   keyrow.createWindow();
   EXPECT_EQ(titleOf(pane().axPermissionButton), layout::permissionButtonTitle);
   EXPECT_EQ(pane().axPermissionHelpButton.bezelStyle, NSBezelStyleHelpButton);
-  EXPECT_EQ(textOf(pane().permissionHintLabel), layout::permissionHintText);
-  EXPECT_EQ(titleOf(pane().loginItemCheckbox), layout::loginItemTitle);
-  EXPECT_EQ(titleOf(pane().capsLockIndicatorCheckbox), layout::capsLockIndicatorTitle);
-  EXPECT_EQ(titleOf(pane().externalFunctionKeysCheckbox), layout::externalFunctionKeysTitle);
-  EXPECT_EQ(textOf(pane().externalFunctionKeysHintLabel), layout::externalFunctionKeysHintText);
   EXPECT_EQ(textOf(pane().localShortcutLabel), layout::localShortcutTitle);
   EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + `");
   EXPECT_EQ(titleOf(pane().resetLocalShortcutButton), layout::resetTitle);
@@ -83,14 +77,13 @@ TEST_F(GeneralPaneTest, HasEveryModifierInThePopUp) {
 TEST_F(GeneralPaneTest, ShowsWhatIsSet) {
   keyrow.accessibility.isTrusted = true;
   keyrow.loginItem.enabled = true;
-  keyrow.settings().set(BooleanSetting::showCapsLockIndicator, true);
-  keyrow.settings().set(BooleanSetting::applyFnModeToExternalFunctionKeys, true);
+  for (const auto& row : booleanSettingTable) keyrow.settings().set(row.setting, true);
   keyrow.settings().setFnReplacementModifier(FnReplacementModifier::leftShift);
   keyrow.settings().setLocalToggleShortcut({96, "F5", ""});
   keyrow.createWindow();
-  EXPECT_TRUE(isOn(pane().loginItemCheckbox));
-  EXPECT_TRUE(isOn(pane().capsLockIndicatorCheckbox));
-  EXPECT_TRUE(isOn(pane().externalFunctionKeysCheckbox));
+  for (const auto& checkbox : checkboxesOf(layout::rows)) {
+    EXPECT_TRUE(isOn([pane() checkboxOf:checkbox.what])) << checkbox.title;
+  }
   EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + F5");
   EXPECT_TRUE(pane().resetLocalShortcutButton.enabled);
   EXPECT_EQ(utf8Text(pane().fnReplacementModifierPopup.titleOfSelectedItem), "Left Shift");
@@ -112,19 +105,9 @@ TEST_F(GeneralPaneTest, FollowsThePermissionWheneverItIsActivated) {
             "Accessibility permission granted. Input Monitoring is managed separately.");
 }
 
-TEST_F(GeneralPaneTest, EveryCheckboxSetsItsOwnSetting) {
+TEST_F(GeneralPaneTest, EveryCheckboxSetsItsOwnSwitch) {
   keyrow.createWindow();
-  for (const bool on : {true, false}) {
-    [pane().loginItemCheckbox performClick:nil];
-    EXPECT_EQ(keyrow.loginItem.enabled, on);
-    [pane().capsLockIndicatorCheckbox performClick:nil];
-    EXPECT_EQ(keyrow.settings().isOn(BooleanSetting::showCapsLockIndicator), on);
-    [pane().externalFunctionKeysCheckbox performClick:nil];
-    EXPECT_EQ(keyrow.settings().isOn(BooleanSetting::applyFnModeToExternalFunctionKeys), on);
-    EXPECT_EQ(isOn(pane().loginItemCheckbox), on);
-    EXPECT_EQ(isOn(pane().capsLockIndicatorCheckbox), on);
-    EXPECT_EQ(isOn(pane().externalFunctionKeysCheckbox), on);
-  }
+  expectToggles(pane(), layout::rows);
 }
 
 TEST_F(GeneralPaneTest, EveryItemOfThePopUpSetsItself) {

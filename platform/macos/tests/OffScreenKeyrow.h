@@ -28,6 +28,13 @@ class OffScreenKeyrow {
 
   AppSettings& settings() { return keyrow_.settings(); }
 
+  bool isSwitchedOn(Switch what) {
+    if (const auto* setting = std::get_if<BooleanSetting>(&what)) return settings().isOn(*setting);
+    return std::get<OtherSwitch>(what) == OtherSwitch::loginItem
+               ? loginItem.enabled
+               : updateFramework.checksAutomatically;
+  }
+
   void createWindow() {
     keyrow_.settingsWindowController().createWindow();
     // What does not come into sight is not reported to have.
