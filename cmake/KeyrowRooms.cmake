@@ -26,7 +26,7 @@ endif()
 # keyrow_room(NAME [USES ROOM...])
 #
 # One library target per folder, from the sources right inside it, linked with the
-# rooms that it may use and with no others.
+# rooms that it stands on and with no others. tests/HouseTest.cpp has the arrows.
 function(keyrow_room name)
   cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
   string(REPLACE "/" "_" target keyrow_${name})
