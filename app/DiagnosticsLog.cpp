@@ -14,6 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// By the numbers of `LogCategory`.
 constexpr std::array<std::string_view, 4> categoryNames{"app", "input", "state", "hardware"};
 
 /// By the numbers of `LogLevel`.
@@ -35,10 +36,6 @@ std::string reportLine(const LogEntry& entry) {
 }
 
 }  // namespace
-
-std::string_view categoryName(LogCategory category) {
-  return categoryNames[static_cast<std::size_t>(category)];
-}
 
 std::string errorText(KeyboardControllerError error) {
   return std::string{errorDescription(error)};

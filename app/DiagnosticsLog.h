@@ -26,9 +26,6 @@ enum class LogCategory {
   hardware,
 };
 
-/// "app", "input", "state" or "hardware".
-std::string_view categoryName(LogCategory category);
-
 /// The error in words.
 std::string errorText(KeyboardControllerError error);
 

@@ -32,6 +32,8 @@ class Keyrow {
  public:
   Keyrow(const Platform& platform, const Views& views);
 
+  // The simulated Mac and tests look at all of these, a Mac only at the last.
+
   DiagnosticsLog& diagnosticsLog() { return diagnosticsLog_; }
   AppSettings& settings() { return settings_; }
   FnStateController& fnStateController() { return fnStateController_; }

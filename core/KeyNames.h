@@ -15,7 +15,7 @@ struct KeyName {
   std::string_view menuKeyEquivalent;
 };
 
-/// All known keys; Escape is not among them.
+/// All known keys, for tests and the simulated Mac; Escape is not among them.
 std::span<const KeyName> keyNames();
 
 /// The known key with this code; null when there is none.

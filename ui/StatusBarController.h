@@ -41,7 +41,8 @@ class StatusBarController final : public ModePresenter,
   /// does.
   void fnSwitch();
 
-  /// Creates or flips the frontmost application's override.
+  /// Creates or flips the frontmost application's override. No control calls it, only tests
+  /// do.
   void toggleLocal();
 
   /// After the Mac has woken up: the keyboard may have come back in another mode.

@@ -4,6 +4,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/SimulatedMacTest.h"
@@ -13,24 +14,20 @@ namespace {
 
 using DiagnosticsLogTest = SimulatedMacTest;
 
-TEST(LogCategoryTest, EveryCategoryHasItsName) {
-  EXPECT_EQ(categoryName(LogCategory::app), "app");
-  EXPECT_EQ(categoryName(LogCategory::input), "input");
-  EXPECT_EQ(categoryName(LogCategory::state), "state");
-  EXPECT_EQ(categoryName(LogCategory::hardware), "hardware");
-}
-
 TEST_F(DiagnosticsLogTest, WritesEveryCategoryAtEveryLevel) {
   std::vector<std::string> expected;
-  for (const auto category :
-       {LogCategory::app, LogCategory::input, LogCategory::state, LogCategory::hardware}) {
+  const std::vector<std::pair<LogCategory, std::string>> categories{
+      {LogCategory::app, "app"},
+      {LogCategory::input, "input"},
+      {LogCategory::state, "state"},
+      {LogCategory::hardware, "hardware"}};
+  for (const auto& [category, name] : categories) {
     auto& logger = keyrow().diagnosticsLog().logger(category);
     logger.debug("one");
     logger.info("two");
     logger.notice("three");
     logger.error("four");
     logger.write(LogLevel::fault, "five");
-    const std::string name{categoryName(category)};
     for (const auto* line :
          {" debug: one", " info: two", " notice: three", " error: four", " fault: five"}) {
       expected.push_back(name + line);
@@ -89,13 +86,6 @@ TEST(ErrorTextTest, AnEmptyDescriptionIsNone) {
 
 TEST(ErrorTextTest, ABlankDescriptionIsStillOne) {
   EXPECT_EQ(errorText(SystemError{" ", "NSOSStatusErrorDomain", -50}), " ");
-}
-
-TEST(ErrorTextTest, PutsHardwareErrorsInWords) {
-  EXPECT_EQ(errorText(KeyboardControllerError::readFailed),
-            "Failed to read the function key mode.");
-  EXPECT_EQ(errorText(KeyboardControllerError::writeFailed),
-            "Failed to write the function key mode.");
 }
 
 }  // namespace

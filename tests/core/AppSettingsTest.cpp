@@ -117,12 +117,6 @@ struct StoredModifier {
 class FnReplacementModifierTest : public AppSettingsTest,
                                   public ::testing::WithParamInterface<StoredModifier> {};
 
-constexpr std::array modifiersInOrder{
-    FnReplacementModifier::leftControl, FnReplacementModifier::rightControl,
-    FnReplacementModifier::leftOption,  FnReplacementModifier::rightOption,
-    FnReplacementModifier::leftCommand, FnReplacementModifier::rightCommand,
-    FnReplacementModifier::leftShift,   FnReplacementModifier::rightShift};
-
 INSTANTIATE_TEST_SUITE_P(
     , FnReplacementModifierTest,
     ::testing::Values(StoredModifier{FnReplacementModifier::leftControl, "leftControl"},
@@ -146,12 +140,6 @@ TEST_P(FnReplacementModifierTest, IsStoredAsItsStringWithoutANotification) {
 TEST_P(FnReplacementModifierTest, IsReadFromItsString) {
   store("fnReplacementModifier", GetParam().stored);
   EXPECT_EQ(settings().fnReplacementModifier(), GetParam().modifier);
-}
-
-TEST_F(AppSettingsTest, FnReplacementModifiersHaveTheirOrder) {
-  for (std::size_t index = 0; index < modifiersInOrder.size(); ++index) {
-    EXPECT_EQ(static_cast<std::size_t>(modifiersInOrder[index]), index);
-  }
 }
 
 TEST_F(AppSettingsTest, NoReplacementModifierIsStoredByRemovingTheKey) {

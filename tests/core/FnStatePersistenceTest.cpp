@@ -12,7 +12,7 @@ using ::testing::IsEmpty;
 
 constexpr auto synchronizeFailure =
     "state error: Failed to synchronize the global function key mode to NSUserDefaults.";
-constexpr auto persistenceReadFailure =
+constexpr auto readFailureBeforePersisting =
     "state error: Failed to read the current function key mode before persisting defaults: "
     "Failed to read the function key mode.";
 constexpr auto noStoredMode =
@@ -160,12 +160,12 @@ TEST_F(FnStatePersistenceTest, WritesNothingWhenNoModeIsStoredAndTheHardwareCann
     for (const auto reason : allReasons) {
       mac.faults.fail(call, 1);
       controller().persistStoredGlobalFnState(reason);
-      expected.emplace_back(persistenceReadFailure);
+      expected.emplace_back(readFailureBeforePersisting);
     }
   }
   mac.hid.setParameter("HIDFKeyMode", 2);
   controller().persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
-  expected.emplace_back(persistenceReadFailure);
+  expected.emplace_back(readFailureBeforePersisting);
 
   EXPECT_EQ(mac.globalPreferences.writeCount(), 0);
   EXPECT_EQ(logLines(), expected);
@@ -176,7 +176,7 @@ TEST_F(FnStatePersistenceTest, KeepsTheOldPreferenceWhenTheHardwareCannotBeRead)
   makeHardwareUnreadable();
   controller().persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
   EXPECT_EQ(preference(), PropertyValue{true});
-  EXPECT_THAT(logLines(), ElementsAre(persistenceReadFailure));
+  EXPECT_THAT(logLines(), ElementsAre(readFailureBeforePersisting));
 }
 
 }  // namespace

@@ -17,11 +17,6 @@ TEST(FnStateTest, OnlyZeroAndOneAreModes) {
   }
 }
 
-TEST(FnStateTest, HasTheTextsOfTheLog) {
-  EXPECT_EQ(modeText(FnState::special), "special function keys");
-  EXPECT_EQ(modeText(FnState::standard), "standard function keys");
-}
-
 TEST(FnStateTest, FollowsThePreferenceAndHasAnOpposite) {
   EXPECT_EQ(fnStateFromPreference(true), FnState::standard);
   EXPECT_EQ(fnStateFromPreference(false), FnState::special);
