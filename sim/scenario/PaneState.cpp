@@ -32,9 +32,9 @@ std::vector<std::pair<std::string, std::string>> paneState(SimulatedPlatform& pl
   return state;
 }
 
-std::vector<std::string> controlTitles(SimulatedPlatform& platform) {
-  (void)platform;
-  return {};
+std::vector<SimulatedControl> openControls(SimulatedPlatform& platform) {
+  const bool isGeneral = platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
+  return isGeneral ? platform.general.controls() : platform.about.controls();
 }
 
 }  // namespace keyrow::sim

@@ -310,8 +310,10 @@ std::vector<std::string> Prompt::completions(std::string_view line) {
           if (item.action != MenuAction::none) words.insert(sim::quoted(item.title));
         }
       }
-      for (const auto& title : controlTitles(process->simulatedPlatform())) {
-        words.insert(sim::quoted(title));
+      if (process->settingsWindow().isVisible()) {
+        for (const auto& control : openControls(process->simulatedPlatform())) {
+          words.insert(sim::quoted(control.title));
+        }
       }
     }
   }

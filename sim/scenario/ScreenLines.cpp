@@ -19,6 +19,16 @@ std::string listOf(const std::vector<std::string>& titles) {
   return list;
 }
 
+Outcome cannotBeClicked(SimulatedPlatform& platform, const std::string& title) {
+  std::vector<std::string> titles;
+  for (const auto& control : openControls(platform)) {
+    if (control.title == title) return unplayable(quoted(title) + " is disabled");
+    if (control.isEnabled) titles.push_back(control.title);
+  }
+  return unplayable("nothing here can be clicked that says " + quoted(title) + ", but " +
+                    listOf(titles));
+}
+
 Outcome chooseFromMenu(SimulatedStatusItemView& item, const std::string& title) {
   std::vector<std::string> titles;
   bool isDisabled = false;
@@ -61,7 +71,7 @@ Outcome ClickControl::play(Stage& stage) const {
     if (!platform.settingsWindow.isVisible()) return unplayable("the settings window is closed");
     const bool isGeneral = platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
     const bool isClicked = isGeneral ? platform.general.click(title) : platform.about.click(title);
-    return isClicked ? Outcome{} : unplayable("nothing here can be clicked that says " + title);
+    return isClicked ? Outcome{} : cannotBeClicked(platform, title);
   });
 }
 

@@ -45,11 +45,11 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           // Its first pane shows the permission, and follows it.
           "is process trusted", "observe NSApplicationDidBecomeActiveNotification", "start updater",
           // The override of an application that is not installed.
-          "find-application", "open-hid-manager", "frontmost-application",
+          "find-application", "write-defaults", "open-hid-manager", "frontmost-application",
           // The prompt, then the tap.
-          "is process trusted", "is process trusted", "create-event-tap", "create-run-loop-source",
-          "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable-event-tap",
-          "observe activation", "observe wake", "observe sleep",
+          "is process trusted", "write-defaults", "is process trusted", "create-event-tap",
+          "create-run-loop-source", "start thread app.keyrow.Keyrow.KeyboardEventTap",
+          "enable-event-tap", "observe activation", "observe wake", "observe sleep",
           "observe CapsLockIndicatorSettingDidChange",
           "observe NSApplicationDidBecomeActiveNotification",
           // The mode is applied.
@@ -60,10 +60,10 @@ TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
   mac.isAccessibilityGranted = false;
   mac.trace.start();
   process->launch();
-  EXPECT_THAT(
-      between(mac.trace.take(), "frontmost-application", "observe activation"),
-      ElementsAre("is process trusted", "activate all windows", "activate",
-                  "bring settings window to the front", "prompt for trust", "is process trusted"));
+  EXPECT_THAT(between(mac.trace.take(), "frontmost-application", "observe activation"),
+              ElementsAre("is process trusted", "activate all windows", "activate",
+                          "bring settings window to the front", "prompt for trust",
+                          "write-defaults", "is process trusted"));
 }
 
 TEST_F(AppDelegateOrderTest, TakesOverBeforeItShowsAnything) {
@@ -95,7 +95,7 @@ TEST_F(AppDelegateOrderTest, TerminatesInThisOrder) {
                   "stop observing NSApplicationDidBecomeActiveNotification",
                   std::string{"stop observing "} + takeover,
                   // The override of an application that is not installed.
-                  "find-application",
+                  "find-application", "write-defaults",
                   // The mode is mirrored.
                   "synchronize-preferences"));
 }

@@ -185,7 +185,8 @@ TEST_F(PanesTest, TheBugReportReadsAsItShould) {
   EXPECT_EQ(draft.body,
             "Summary:\n\nWhat happened?\n\nExpected result:\n\nSteps to reproduce:\n1.\n2.\n3.\n\n"
             "Reproducibility:\nEvery time / Sometimes / Only once\n\nEnvironment:\n"
-            "Keyrow version: 1.0 (1)\nmacOS version: Version 14.2 (Build 23C64)\n"
+            "Keyrow version: " KEYROW_VERSION
+            " (1)\nmacOS version: Version 14.2 (Build 23C64)\n"
             "Frontmost app when the issue happened:\nExternal keyboard: Yes / No\n"
             "Apple external keyboard: Yes / No / Unknown\n"
             "Accessibility permission granted: Yes / No / Unsure\n"

@@ -189,11 +189,12 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"fail read-log many times", 15,
                   "expected always, N times or after N, found \"many\""},
         WrongLine{"defaults write globalFnStat 1", 16,
-                  "expected globalFnState, localFnState, showCapsLockIndicator, "
-                  "applyFnModeToExternalFunctionKeys, enhancedDiagnosticsEnabled, "
-                  "fnReplacementModifier, localToggleShortcutKeyCode, "
-                  "localToggleShortcutDisplayName, localToggleShortcutMenuKeyEquivalent, "
-                  "hasPromptedAccessibility or SUEnableAutomaticChecks, found \"globalFnStat\""},
+                  "expected globalFnState, localFnState, fnReplacementModifier, "
+                  "localToggleShortcutKeyCode, localToggleShortcutDisplayName, "
+                  "localToggleShortcutMenuKeyEquivalent, hasPromptedAccessibility, "
+                  "SUEnableAutomaticChecks, showCapsLockIndicator, "
+                  "applyFnModeToExternalFunctionKeys or enhancedDiagnosticsEnabled, found "
+                  "\"globalFnStat\""},
         WrongLine{"defaults write globalFnState value", 30, "expected " VALUES ", found \"value\""},
         WrongLine{"defaults write localFnState {com.apple.TextEdit=1}", 29,
                   "expected " VALUES ", found \"{com.apple.TextEdit=1}\""},

@@ -176,7 +176,11 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"click \"Quit\"", "play.txt:1:1: Keyrow is not running"},
         Unmet{"launch keyrow\nclick \"Quit\"", "play.txt:2:1: the settings window is closed"},
         Unmet{"launch keyrow\nreopen keyrow\nclick \"Quiet\"",
-              "play.txt:3:1: nothing here can be clicked that says Quiet"},
+              "play.txt:3:1: nothing here can be clicked that says \"Quiet\", but \"Accessibility "
+              "Permission\", \"?\", \"Launch at login\", \"Show Caps Lock indicator\", \"Apply Fn "
+              "function to non-Apple vendor external F keys\", \"Fn + `\", \"Quit\""},
+        Unmet{"launch keyrow\nreopen keyrow\nclick \"Reset\"",
+              "play.txt:3:1: \"Reset\" is disabled"},
         Unmet{"choose \"Quit\"", "play.txt:1:1: Keyrow is not running"},
         Unmet{"hang keyrow", "play.txt:1:1: Keyrow is not running"},
         Unmet{"resume keyrow", "play.txt:1:1: Keyrow is not running"},
@@ -207,8 +211,8 @@ INSTANTIATE_TEST_SUITE_P(
               "play.txt:4:1: there is no pop-up in this tab"},
         Unmet{"launch keyrow\nexpect pane colour \"red\"",
               "play.txt:2:1: the settings window shows nothing called colour, but permission, "
-              "permission-tip, permission-help, login-item, caps-lock-indicator, external-keys, "
-              "shortcut, reset, shortcut-hint, replacement, replacement-hint, version, "
+              "permission-tip, permission-help, shortcut, reset, shortcut-hint, replacement, "
+              "replacement-hint, version, login-item, caps-lock-indicator, external-keys, "
               "diagnostics, auto-update"},
         Unmet{"defaults write localFnState 1\ndefaults add localFnState a=special",
               "play.txt:2:1: localFnState is no dictionary, but 1"},
