@@ -51,12 +51,13 @@ void checkErrors(const std::vector<ScenarioError>& errors,
 
 /// A step as it is shown reads as the same step again.
 void checkText(const Step& step) {
-  const bool isComment = step.kind == Step::Kind::comment;
-  require(isComment == !step.play, "whatever is no comment can be played");
-  const auto again = parseLine(isComment ? "#" + step.text : step.text, step.line);
+  const auto again = parseLine(step.isComment() ? "#" + step.text : step.text, step.line);
   require(again && *again, "a step's text can be parsed");
-  require((*again)->kind == step.kind && (*again)->text == step.text,
+  require((*again)->content.index() == step.content.index() && (*again)->text == step.text,
           "a step's text stands for the step");
+  const auto* action = step.action();
+  require(!action || (*again)->action()->index() == action->index(),
+          "a step's text does what the step does");
 }
 
 void checkScenario(const Scenario& scenario, const std::vector<std::string_view>& lines) {
@@ -67,7 +68,7 @@ void checkScenario(const Scenario& scenario, const std::vector<std::string_view>
     previous = step.line;
     require(step.column >= 1 && step.column <= length(lines[step.line - 1]),
             "a step begins within its line");
-    happensAnything = happensAnything || step.kind != Step::Kind::comment;
+    happensAnything = happensAnything || !step.isComment();
     checkText(step);
   }
   require(happensAnything, "something happens in a scenario");
