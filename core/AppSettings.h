@@ -76,15 +76,6 @@ class AppSettings {
   /// Calls back after each time it was set, until the token is destroyed.
   ObserverToken observe(BooleanSetting setting, std::function<void()> handler) const;
 
-  // By name, for the scenario language.
-  void setShowCapsLockIndicator(bool isOn) { set(BooleanSetting::showCapsLockIndicator, isOn); }
-  void setApplyFnModeToExternalFunctionKeys(bool isOn) {
-    set(BooleanSetting::applyFnModeToExternalFunctionKeys, isOn);
-  }
-  void setEnhancedDiagnosticsEnabled(bool isOn) {
-    set(BooleanSetting::enhancedDiagnosticsEnabled, isOn);
-  }
-
   /// The modifier key that stands in for Fn; absent when there is none. Setting none
   /// removes the key.
   std::optional<FnReplacementModifier> fnReplacementModifier() const;

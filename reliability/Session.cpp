@@ -18,10 +18,12 @@ namespace keyrow::reliability {
 
 namespace {
 
-/// Whether somebody else writes Keyrow's settings.
+/// Whether somebody else writes the stored modes.
 bool isAnothersHand(const sim::Action& action) {
-  return std::holds_alternative<sim::WriteDefaults>(action) ||
-         std::holds_alternative<sim::AddOverride>(action);
+  const auto* write = std::get_if<sim::WriteDefaults>(&action);
+  return std::holds_alternative<sim::AddOverride>(action) ||
+         (write &&
+          (write->key == settingsKey::globalFnState || write->key == settingsKey::localFnState));
 }
 
 /// The mode that the simulated Mac calls so; absent for all else.
@@ -59,7 +61,7 @@ std::string Session::play(const sim::Step& step) {
   }
 
   const auto* action = step.action();
-  if (!action) return outcome.message;
+  if (!action || outcome.kind == sim::Outcome::Kind::endless) return outcome.message;
   if (outcome.kind != sim::Outcome::Kind::done && !stage.recentTimeline().empty()) {
     // Though something about it was wrong, it was carried out.
     adoptActual(/*isSwitch=*/false);

@@ -67,7 +67,7 @@ const std::map<std::string, Rooms> mayUse{
     {"histedit.h", {"sim/scenario"}},
     {"rapidcheck", {"reliability/random"}},
     {"sys/resource.h", {"bench"}},
-    {"unistd.h", {"bench", "reliability/random", "sim/scenario"}},
+    {"unistd.h", {"bench", "reliability/random", "sim/scenario", "tests"}},
     {"utf8proc.h", {"fuzz", "sim/ports", "sim/scenario"}},
 };
 

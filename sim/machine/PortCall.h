@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <optional>
 #include <string_view>
 
 namespace keyrow::sim {
@@ -73,14 +72,6 @@ inline constexpr std::array<PortCallInfo, 25> portCalls{{
 
 constexpr const PortCallInfo& info(PortCall call) {
   return portCalls[static_cast<std::size_t>(call)];
-}
-
-/// The call that scenarios name so; absent for every other name.
-constexpr std::optional<PortCall> portCallNamed(std::string_view name) {
-  for (std::size_t index = 0; index < portCalls.size(); ++index) {
-    if (portCalls[index].name == name) return static_cast<PortCall>(index);
-  }
-  return std::nullopt;
 }
 
 }  // namespace keyrow::sim

@@ -45,8 +45,9 @@ bool Scheduler::runNextUntil(Duration deadline) {
   decltype(pending_)::node_type next;
   {
     const std::scoped_lock guard{mutex_};
+    if (eventCount_ > allowedCount_) throw TooMuchHappens{};
     if (pending_.empty() || pending_.begin()->first.first > deadline) return false;
-    if (++eventCount_ > allowedCount_) throw TooMuchHappens{};
+    ++eventCount_;
     next = pending_.extract(pending_.begin());
     time_ = std::max(time_, next.key().first);
   }

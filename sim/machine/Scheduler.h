@@ -38,8 +38,8 @@ class Scheduler {
   /// Counts something that happened, other than work that was scheduled.
   void noteEvent() { ++eventCount_; }
 
-  /// From now on no more than so many events and pieces of work may come; then `runReady`
-  /// and `advance` throw `TooMuchHappens`. Without this there is no limit.
+  /// From now on no more than so many events and pieces of work may come: `runReady` and
+  /// `advance` throw `TooMuchHappens` when there have been more. Without this there is no limit.
   void allow(std::uint64_t count);
 
   /// Runs what is due now, and what that makes due now.

@@ -32,7 +32,7 @@ struct TimelineEvent {
     key,
     /// There is a working event tap where there was none, or the other way round.
     tap,
-    /// A process started, ended, hangs or answers again.
+    /// A process started or ended.
     process,
     /// A port call failed.
     fault,

@@ -26,7 +26,8 @@ void UnifiedLog::write(Line line) {
 
 std::vector<UnifiedLog::Line> UnifiedLog::lines(std::size_t start) const {
   const std::scoped_lock guard{mutex_};
-  return {lines_.begin() + static_cast<std::ptrdiff_t>(start), lines_.end()};
+  return {lines_.begin() + static_cast<std::ptrdiff_t>(std::min(start, lines_.size())),
+          lines_.end()};
 }
 
 std::vector<UnifiedLog::Line> UnifiedLog::linesSince(

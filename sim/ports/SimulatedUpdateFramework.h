@@ -19,8 +19,6 @@ class SimulatedUpdateFramework final : public UpdateFramework {
   bool automaticallyChecksForUpdates() override;
   void setAutomaticallyChecksForUpdates(bool checks) override;
 
-  bool isStarted() const { return delegate_ != nullptr; }
-
   /// A scheduled check finds an update, while Keyrow is in immediate focus or not.
   void findUpdate(const std::string& version, bool inImmediateFocus);
   /// The user looks at an update in Sparkle's window.

@@ -15,7 +15,6 @@ SystemError notAllowed() {
 void SimulatedUserNotifications::requestAuthorization(
     std::function<void(bool granted, const std::optional<SystemError>& error)> completion) {
   auto& mac = context_.mac;
-  mac.trace.add("request notification authorization");
   std::optional<SystemError> error;
   if (!mac.call(PortCall::requestNotificationAuthorization)) {
     error = notAllowed();

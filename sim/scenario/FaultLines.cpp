@@ -38,6 +38,7 @@ Action parseFail(LineReader& line) {
   if (line.accept("always")) {
     fail.times = Faults::always;
   } else if (const auto times = line.maybeTimes(mostTimes)) {
+    if (*times == 0) line.failBefore("at least 1 time");
     fail.times = *times;
   } else if (!line.atEnd() && !line.at("after")) {
     line.fail("always, N times or after N");
@@ -49,7 +50,6 @@ Action parseFail(LineReader& line) {
 Action parseRepair(LineReader&) { return Repair{}; }
 
 Expectation expectFault(LineReader& line) {
-  if (line.atEnd() || line.atNumber()) return EventPattern{TimelineEvent::Kind::fault, {}};
   return EventPattern{TimelineEvent::Kind::fault, {std::string{info(parsePortCall(line)).name}}};
 }
 

@@ -91,15 +91,17 @@ namespace {
 struct KeyboardProperty {
   std::string_view word;
   std::string_view name;
+  /// Whether it is a text by nature, which needs no quotation marks.
+  bool isText;
 };
 constexpr std::array<KeyboardProperty, 7> keyboardProperties{{
-    {"vendor", "VendorID"},
-    {"product", "Product"},
-    {"manufacturer", "Manufacturer"},
-    {"transport", "Transport"},
-    {"built-in", "Built-In"},
-    {"location", "LocationID"},
-    {"caps-lock", "HIDCapsLockState"},
+    {"vendor", "VendorID", false},
+    {"product", "Product", true},
+    {"manufacturer", "Manufacturer", true},
+    {"transport", "Transport", true},
+    {"built-in", "Built-In", false},
+    {"location", "LocationID", false},
+    {"caps-lock", "HIDCapsLockState", false},
 }};
 
 constexpr std::string_view keyboardPropertyExpected =
@@ -107,11 +109,18 @@ constexpr std::string_view keyboardPropertyExpected =
     "usage=";
 
 Action parseKeyboard(LineReader& line) {
+  if (line.at("none")) line.fail("a name for the keyboard other than none");
   AttachKeyboard attach{.name = line.word("a name for the keyboard"), .keyboard = {}};
   auto& keyboard = attach.keyboard;
   while (!line.atEnd()) {
     const auto property = line.property(keyboardPropertyExpected);
     const auto known = std::ranges::find(keyboardProperties, property.key, &KeyboardProperty::word);
+    const bool isText = known != keyboardProperties.end() && known->isText;
+    if (!property.isPlain && !isText) {
+      line.failBefore(known == keyboardProperties.end()
+                          ? keyboardPropertyExpected
+                          : "a number, true or false, or a text in quotation marks");
+    }
     const auto* number = property.value ? property.value->integer() : nullptr;
     if (known != keyboardProperties.end()) {
       keyboard.properties.erase(std::string{known->name});
@@ -139,9 +148,6 @@ std::vector<NamedKey> parseKeys(LineReader& line) {
     const auto stop = std::min(text.find('+', start), text.size());
     const auto key = keyNamed(std::string_view{text}.substr(start, stop - start));
     if (!key) line.failBefore("keys joined by +, such as A, F5, fn+` or left-control+Escape");
-    if (key->keyCode == capsLockKeyCode) {
-      line.failBefore("keys other than Caps Lock, for which there is caps-lock on|off");
-    }
     keys.push_back(*key);
     start = stop + 1;
   }
@@ -159,6 +165,9 @@ Keys onKeyboard(LineReader& line, std::vector<NamedKey> keys) {
 
 Keys keysOnKeyboard(LineReader& line) {
   auto keys = parseKeys(line);
+  if (std::ranges::find(keys, capsLockKeyCode, &NamedKey::keyCode) != keys.end()) {
+    line.failBefore("keys other than Caps Lock, for which there is caps-lock on|off");
+  }
   return onKeyboard(line, std::move(keys));
 }
 
@@ -170,7 +179,7 @@ Action parseRelease(LineReader& line) { return Release{keysOnKeyboard(line)}; }
 
 Action parseRepeat(LineReader& line) {
   auto keys = parseKeys(line);
-  const auto times = line.number(1000);
+  const auto times = line.number(1'000'000'000);
   line.require("times");
   return Repeat{onKeyboard(line, std::move(keys)), times};
 }
@@ -256,8 +265,8 @@ constexpr std::array<ActionWord, 9> actions{{
      "press fn+` on usb1", parsePress},
     {"hold", "hold KEYS on NAME|none [late DURATION]", "Keys are pressed and not released.",
      "hold fn+` on usb1", parseHold},
-    {"repeat", "repeat KEYS N times on NAME|none", "The last of the keys that are held repeats.",
-     "repeat fn+` 10 times on usb1", parseRepeat},
+    {"repeat", "repeat KEYS N times on NAME|none [late DURATION]",
+     "The last of the keys that are held repeats.", "repeat fn+` 10 times on usb1", parseRepeat},
     {"release", "release KEYS on NAME|none [late DURATION]",
      "Keys that were held are released; also those of a keyboard that was taken away meanwhile.",
      "release fn+` on usb1", parseRelease},

@@ -52,6 +52,10 @@ struct LineEditor::Editing {
       const auto [end, ignored] = std::ranges::mismatch(common, other);
       common.erase(end, common.end());
     }
+    // Not in the middle of a character.
+    while (!common.empty() && found.size() > 1 &&
+           (static_cast<unsigned char>(common.back()) & 0x80) != 0)
+      common.pop_back();
     // What is typed of the word already ends the line.
     std::size_t overlap = std::min(common.size(), typed.size());
     while (overlap > 0 && !typed.ends_with(std::string_view{common}.substr(0, overlap))) --overlap;

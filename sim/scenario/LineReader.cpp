@@ -35,7 +35,7 @@ std::optional<double> parseFraction(std::string_view text) {
   const std::string terminated{text};
   char* stop = nullptr;
   const double number = std::strtod(terminated.c_str(), &stop);
-  if (terminated.empty() || *stop != '\0') return std::nullopt;
+  if (terminated.empty() || *stop != '\0' || !std::isfinite(number)) return std::nullopt;
   return number;
 }
 
@@ -86,6 +86,10 @@ bool LineReader::atNumber() const {
   return token && !token->isQuoted && parseWhole<std::uint64_t>(token->text);
 }
 
+bool LineReader::atTimes() const {
+  return atNumber() && next_ + 1 < line_->tokens.size() && line_->tokens[next_ + 1].text == "times";
+}
+
 std::optional<std::string> LineReader::maybeOneOf(std::span<const std::string_view> words) {
   const auto found = std::ranges::find_if(words, [this](auto word) { return accept(word); });
   return found == words.end() ? std::nullopt : std::optional{std::string{*found}};
@@ -118,10 +122,10 @@ std::string LineReader::bundleIdentifier() {
 std::pair<std::string, FnState> LineReader::override_() {
   constexpr std::string_view expected =
       "APP=MODE, such as com.apple.TextEdit=special or com.apple.TextEdit=standard";
-  auto [app, value] = property(expected);
-  const auto* mode = value ? value->string() : nullptr;
-  if (mode && *mode == "special") return {std::move(app), FnState::special};
-  if (mode && *mode == "standard") return {std::move(app), FnState::standard};
+  auto entry = property(expected);
+  const auto* mode = entry.value ? entry.value->string() : nullptr;
+  if (mode && *mode == "special") return {std::move(entry.key), FnState::special};
+  if (mode && *mode == "standard") return {std::move(entry.key), FnState::standard};
   failBefore(expected);
 }
 
@@ -202,7 +206,11 @@ PropertyValue LineReader::value() {
     PropertyDictionary dictionary;
     while (atProperty()) {
       const auto& word = line_->tokens[next_];
-      const auto text = std::string_view{word.text}.substr(*word.valueStart);
+      const std::string_view all{word.text};
+      const auto text = all.substr(*word.valueStart);
+      const auto key = all.substr(0, *word.valueStart - 1);
+      if (key.find_first_of("{}") != std::string_view::npos) fail(expected);
+      if (dictionary.contains(key)) fail("another key, as this one is there already");
       if (!word.isQuoted && !parsePlainValue(text))
         fail("KEY= with a value: true, false, a number, a \"quoted text\" or {}");
       auto entry = property("KEY=VALUE");
@@ -230,15 +238,16 @@ LineReader::Property LineReader::property(std::string_view expected) {
   const auto& token = line_->tokens[next_];
   const std::string_view text{token.text};
   const auto value = text.substr(*token.valueStart);
-  if (value.empty() && !token.isQuoted) fail(expected);
-  ++next_;
-
-  Property property{std::string{text.substr(0, *token.valueStart - 1)}, std::nullopt};
+  Property property{std::string{text.substr(0, *token.valueStart - 1)}, std::nullopt, true};
   if (token.isQuoted) {
     property.value = value;
   } else if (value != "none") {
-    property.value = parsePlainValue(value).value_or(value);
+    const auto plain = parsePlainValue(value);
+    property.isPlain = plain.has_value();
+    property.value = plain.value_or(value);
   }
+  if (value.empty() && !token.isQuoted) fail(expected);
+  ++next_;
   return property;
 }
 

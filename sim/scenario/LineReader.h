@@ -32,6 +32,9 @@ class LineReader {
   /// Whether the next word is a number.
   bool atNumber() const;
 
+  /// Whether "N times" follows.
+  bool atTimes() const;
+
   /// Takes the next word, which must be this one.
   void require(std::string_view word);
 
@@ -84,9 +87,10 @@ class LineReader {
   struct Property {
     std::string key;
     std::optional<PropertyValue> value;
+    /// False for a text without quotation marks, which has to be meant as one.
+    bool isPlain = true;
   };
-  /// Takes key=value, where the value may be none and needs quotation marks only where
-  /// it holds blanks or would be read as something else.
+  /// Takes key=value, where the value may be none.
   Property property(std::string_view expected);
 
   /// Whether the next token may be read as key=value.

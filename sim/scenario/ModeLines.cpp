@@ -62,6 +62,8 @@ Action parseHardware(LineReader& line) {
   constexpr std::string_view expected =
       "special, standard, HIDFKeyMode=VALUE or HIDParameters=VALUE";
   const auto property = line.property(expected);
+  if (!property.isPlain)
+    line.failBefore("KEY= with a value: true, false, a number, a \"quoted text\", {} or none");
   if (property.key == "HIDFKeyMode") return ChangeHardware{.value = property.value};
   if (property.key != "HIDParameters") line.failBefore(expected);
   return ChangeHardware{.what = ChangeHardware::What::parameters, .value = property.value};

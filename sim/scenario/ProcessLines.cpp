@@ -103,7 +103,6 @@ Action parsePostTakeover(LineReader& line) {
 }
 
 Expectation expectProcess(LineReader& line) {
-  if (line.atEnd()) return EventPattern{TimelineEvent::Kind::process, {}};
   std::string expected;
   if (line.accept("none")) {
     expected = "none";
@@ -140,7 +139,7 @@ constexpr std::array<ActionWord, 7> actions{{
     {"launch", "launch keyrow",
      "The user starts Keyrow. The first has the process identifier 501, the next 502, and so on. "
      "Where one runs already, another instance starts; all other lines mean the one that was "
-     "started last, unless they name another one's process identifier.",
+     "started last, save those below that name another one's process identifier.",
      "launch keyrow", parseLaunch},
     {"reopen", "reopen keyrow [PID]",
      "The user opens the running Keyrow, in Finder or in the Dock.", "reopen keyrow", parseReopen},

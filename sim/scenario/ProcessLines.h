@@ -12,8 +12,8 @@ struct Launch {
   Outcome play(Stage& stage) const;
 };
 
-/// Of the lines below, `process` says which Keyrow is meant; where it is absent, the one that
-/// was launched last of those that run.
+/// Which Keyrow a line means; where it is absent, the one that was launched last of those that
+/// run.
 using MeantProcess = std::optional<OpenHandles::ProcessID>;
 
 /// The user opens the running Keyrow, in Finder or in the Dock.

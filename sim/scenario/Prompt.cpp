@@ -124,9 +124,10 @@ void Prompt::playLine(const std::string& line) {
   const bool isUnplayable =
       outcome.kind == Outcome::Kind::unplayable || outcome.kind == Outcome::Kind::endless;
   if (!isUnplayable || !style_.isInteractive) result_.count(step, outcome);
-  if (outcome.kind == Outcome::Kind::endless) {
+  if (isUnplayable) {
+    // Something of it may have been carried out.
     replay();
-  } else if (!isUnplayable) {
+  } else {
     played_.push_back(step);
   }
   const auto* action = step.action();
@@ -154,9 +155,13 @@ void Prompt::playFile(const std::string& path) {
     printer_.willPlay(step, stage_->mac);
     const auto outcome = playStep(step, *stage_);
     printer_.didPlay(*scenario, step, outcome);
-    result_.count(step, outcome);
-    if (outcome.kind == Outcome::Kind::endless) replay();
-    if (outcome.kind == Outcome::Kind::unplayable || outcome.kind == Outcome::Kind::endless) return;
+    const bool isPlayable =
+        outcome.kind == Outcome::Kind::done || outcome.kind == Outcome::Kind::unmet;
+    if (isPlayable || !style_.isInteractive) result_.count(step, outcome);
+    if (!isPlayable) {
+      replay();
+      return;
+    }
     played_.push_back(step);
   }
 }

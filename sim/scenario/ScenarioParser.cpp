@@ -49,17 +49,23 @@ std::optional<TimelineEvent::Kind> bareEvent(LineReader& line) {
   for (int index = 0; index <= static_cast<int>(TimelineEvent::Kind::fault); ++index) {
     const auto kind = static_cast<TimelineEvent::Kind>(index);
     auto attempt = line;
-    if (!attempt.accept(wordOf(kind)) || !(attempt.atEnd() || attempt.at("then"))) continue;
+    if (!attempt.accept(wordOf(kind))) continue;
+    if (!attempt.atEnd() && !attempt.at("then") && !attempt.atTimes()) continue;
     line = attempt;
     return kind;
   }
   return std::nullopt;
 }
 
+/// Takes an event, or what asks how things stand.
+Expectation parseAnything(LineReader& line) {
+  if (const auto kind = bareEvent(line)) return EventPattern{*kind, {}};
+  return expectationWord(line).parse(line);
+}
+
 /// Takes an event; fails for what only asks how things stand.
 EventPattern parseEvent(LineReader& line) {
-  if (const auto kind = bareEvent(line)) return {*kind, {}};
-  auto expectation = expectationWord(line).parse(line);
+  auto expectation = parseAnything(line);
   if (auto* event = std::get_if<EventPattern>(&expectation)) return std::move(*event);
   line.failBefore("something that happens, such as: hardware special -> standard");
 }
@@ -72,7 +78,7 @@ Check parseExpectation(LineReader& line) {
     events.inOrder.push_back(parseEvent(line));
     events.times = 0;
   } else {
-    auto expectation = expectationWord(line).parse(line);
+    auto expectation = parseAnything(line);
     if (auto* check = std::get_if<Check>(&expectation)) return std::move(*check);
     events.inOrder.push_back(std::get<EventPattern>(std::move(expectation)));
     if (const auto times = line.maybeTimes(mostTimes)) {

@@ -6,6 +6,7 @@ namespace {
 
 Outcome playAction(const Action& action, Stage& stage) {
   stage.beginAction();
+  stage.mac.screen.takeWrongAnswer();
   try {
     auto outcome = std::visit([&](const auto& line) { return line.play(stage); }, action);
     stage.mac.scheduler.runReady();

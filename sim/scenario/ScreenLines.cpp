@@ -290,7 +290,8 @@ constexpr std::array<ActionWord, 5> actions{{
 constexpr std::array<ExpectationWord, 5> expectations{{
     {"status", "expect status image|dot|tooltip VALUE [-> VALUE]",
      "What Keyrow's item in the menu bar shows, or a change of it: the image fn, globe or none, "
-     "the dot override, caps-lock or none, and the tool tip, a text or none. Several may follow "
+     "the dot override, caps-lock, both or none, and the tool tip, a text or none. Several may "
+     "follow "
      "each other.",
      "expect status image fn dot override", expectStatus},
     {"menu",

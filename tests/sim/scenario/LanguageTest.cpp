@@ -216,6 +216,20 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"press caps-lock on usb1", 7,
                   "expected keys other than Caps Lock, for which there is caps-lock on|off, found "
                   "\"caps-lock\""},
+        WrongLine{"defaults write localFnState a=1 a=0", 33,
+                  "expected another key, as this one is there already, found \"a=0\""},
+        WrongLine{"defaults write localFnState a{=1", 29, "expected " VALUES ", found \"a{=1\""},
+        WrongLine{"defaults write globalFnState 1e999", 30, "expected " VALUES ", found \"1e999\""},
+        WrongLine{
+            "hardware HIDFKeyMode=ture", 10,
+            "expected KEY= with a value: true, false, a number, a \"quoted text\", {} or none, "
+            "found \"HIDFKeyMode=ture\""},
+        WrongLine{"keyboard k built-in=yes", 12,
+                  "expected a number, true or false, or a text in quotation marks, found "
+                  "\"built-in=yes\""},
+        WrongLine{"keyboard none", 10,
+                  "expected a name for the keyboard other than none, found \"none\""},
+        WrongLine{"fail read-log 0 times", 17, "expected at least 1 time, found \"times\""},
         WrongLine{"flags-changed A+B", 15, "expected a single key, found \"A+B\""},
         WrongLine{"flags-changed A with B", 22,
                   "expected modifiers joined by +, such as fn+shift, found \"B\""},

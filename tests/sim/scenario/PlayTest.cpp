@@ -267,9 +267,18 @@ TEST(PlayTest, AnInputMayComeLaterThanItsEvent) {
   EXPECT_EQ(played.output, "");
 }
 
+TEST(PlayTest, AWordAloneStandsForAnyEventOfIt) {
+  const auto played = play(
+      "fail set-hid-parameter\nlaunch keyrow\nexpect fault then log\nexpect process 1 times\n"
+      "expect status\nexpect fault 1 times\nexpect no hardware\n");
+  EXPECT_EQ(played.output, "");
+  EXPECT_EQ(played.result.metExpectations, 5);
+}
+
 TEST(PlayTest, EveryKeyCanSendAFlagsChangedEvent) {
   const auto played = play(
-      "flags-changed F5 with fn+shift\nexpect key \"F5 flags with fn+shift reaches nobody\"\n");
+      "flags-changed caps-lock\nflags-changed F5 with fn+shift\nexpect key \"F5 flags with "
+      "fn+shift reaches nobody\"\n");
   EXPECT_EQ(played.output, "");
 }
 

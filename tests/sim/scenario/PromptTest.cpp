@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -116,16 +117,27 @@ TEST(PromptTest, TakesTheLastLineBack) {
 
 TEST(PromptTest, ALineThatIsStoppedLeavesEverythingAsItWas) {
   PlayResult result;
-  const auto output = prompt(
-      "keyboard k\nlaunch keyrow\nfail set-hid-parameter always\n"
-      "repeat A 1000 times on k\nexpect hardware special\n",
-      result);
+  std::istringstream in{
+      "keyboard k\nhardware standard\nrepeat A 2000000 times on k\nexpect hardware standard\n"
+      "expect no key\n"};
+  std::ostringstream out;
+  result = Prompt{out, {.isInteractive = false, .inColour = false}}.run(linesOf(in));
+  EXPECT_THAT(out.str(),
+              testing::HasSubstr("line:3:1: this line would cause more than a million events\n"));
+  EXPECT_EQ(result.metExpectations, 2);
+  EXPECT_EQ(result.unplayableLines, 1);
+}
+
+TEST(PromptTest, ALineWithSomethingWrongLeavesEverythingAsItWas) {
+  PlayResult result;
+  prompt("fail create-event-tap always\nanswer \"Cancel\"\nlaunch keyrow\nexpect process none\n",
+         result);
   EXPECT_EQ(result.metExpectations, 1);
-  EXPECT_EQ(result.unplayableLines, 0);
+  EXPECT_EQ(result.unplayableLines, 1);
 }
 
 TEST(PromptTest, SavesWhatWasPlayedAndPlaysItAgain) {
-  const auto path = testing::TempDir() + "keyrow-saved-session.txt";
+  const auto path = testing::TempDir() + "keyrow-saved-" + std::to_string(getpid()) + ".txt";
   std::filesystem::remove(path);
   PlayResult result;
   const auto saving =
@@ -144,6 +156,7 @@ TEST(PromptTest, SavesWhatWasPlayedAndPlaysItAgain) {
   EXPECT_THAT(prompt("save /nowhere/at/all\n", result), testing::HasSubstr("could not be written"));
   prompt("play /nowhere\n", result);
   EXPECT_EQ(result.unplayableLines, 1);
+  std::filesystem::remove(path);
 }
 
 TEST(PromptTest, WhatAPersonTypesWrongDoesNotCount) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -24,7 +25,8 @@ class ScenarioFileTest : public ::testing::Test {
     return path.string();
   }
 
-  const std::filesystem::path folder = std::filesystem::path{testing::TempDir()} / "keyrow-files";
+  const std::filesystem::path folder =
+      std::filesystem::path{testing::TempDir()} / ("keyrow-files-" + std::to_string(getpid()));
 };
 
 TEST_F(ScenarioFileTest, AByteOrderMarkIsNoPartOfTheText) {
