@@ -65,6 +65,7 @@ const std::map<std::string, Rooms> mayUse{
     {"gmock/", {"tests"}},
     {"gtest/", {"tests", "platform/macos/tests"}},
     {"histedit.h", {"sim/scenario"}},
+    {"langinfo.h", {"sim/scenario"}},
     {"rapidcheck", {"reliability/random"}},
     {"sys/resource.h", {"bench"}},
     {"unistd.h", {"bench", "reliability/random", "sim/scenario", "tests"}},

@@ -1,8 +1,10 @@
 #include "sim/scenario/LineEditor.h"
 
 #include <histedit.h>
+#include <langinfo.h>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 #include <utility>
 
@@ -81,8 +83,13 @@ struct LineEditor::Editing {
   bool isDropped = false;
 };
 
-LineEditor::LineEditor(Completions completions)
-    : editing_{std::make_unique<Editing>(std::move(completions))} {}
+LineEditor::LineEditor(Completions completions) {
+  // Letters outside ASCII are typed in the encoding of the terminal; scenarios are UTF-8.
+  if (!std::setlocale(LC_CTYPE, "") || std::string_view{nl_langinfo(CODESET)} != "UTF-8") {
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+  }
+  editing_ = std::make_unique<Editing>(std::move(completions));
+}
 
 LineEditor::~LineEditor() = default;
 
@@ -90,13 +97,13 @@ std::optional<std::string> LineEditor::nextLine() {
   while (true) {
     int count = 0;
     const char* typed = el_gets(editing_->line, &count);
-    if (!typed || count <= 0) {
-      std::fputc('\n', stdout);
-      return std::nullopt;
-    }
     if (std::exchange(editing_->isDropped, false)) {
       std::fputc('\n', stdout);
       continue;
+    }
+    if (!typed || count <= 0) {
+      std::fputc('\n', stdout);
+      return std::nullopt;
     }
     std::string line{typed, static_cast<std::size_t>(count)};
     while (line.ends_with('\n') || line.ends_with('\r')) line.pop_back();

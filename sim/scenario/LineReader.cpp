@@ -112,7 +112,9 @@ std::optional<std::string> LineReader::maybeQuoted() {
 std::string LineReader::bundleIdentifier() {
   constexpr std::string_view expected = "a bundle identifier, such as com.apple.TextEdit";
   const auto* token = peek();
-  if (!token || token->isQuoted || token->text.find_first_of("={}") != std::string::npos) {
+  // "none" and "unnamed" stand for something else in front, and "then" between events.
+  if (at("none") || at("unnamed") || at("then") || !token || token->isQuoted ||
+      token->text.find_first_of("={}") != std::string::npos) {
     fail(expected);
   }
   ++next_;

@@ -32,6 +32,12 @@ std::string joined(const std::vector<std::string>& words) {
   return text.empty() ? "none" : text;
 }
 
+std::string_view trimmed(std::string_view text) {
+  constexpr std::string_view blanks = " \t\r";
+  const auto start = std::min(text.find_first_not_of(blanks), text.size());
+  return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
+}
+
 /// The line as a scenario holds it.
 std::string lineOf(const Step& step) {
   if (!step.isComment()) return step.text;
@@ -67,7 +73,7 @@ Prompt::Prompt(std::ostream& out, PromptStyle style)
 
 PlayResult Prompt::run(const LineSource& nextLine) {
   while (const auto line = nextLine()) {
-    if (*line == "exit") break;
+    if (trimmed(*line) == "exit") break;
     ++lineNumber_;
     takeLine(*line);
     out_ << std::flush;
@@ -76,14 +82,14 @@ PlayResult Prompt::run(const LineSource& nextLine) {
 }
 
 void Prompt::takeLine(const std::string& line) {
-  if (!answer(line)) playLine(line);
+  if (!answer(trimmed(line))) playLine(line);
 }
 
 /// Does what only the prompt knows; false when the line is something else.
 bool Prompt::answer(std::string_view line) {
   const auto blank = std::min(line.find(' '), line.size());
   const auto word = line.substr(0, blank);
-  const std::string rest{line.substr(std::min(line.size(), blank + 1))};
+  const std::string rest{trimmed(line.substr(blank))};
   if (word == "help") {
     printHelp(out_, rest);
   } else if (word == "save") {
@@ -166,22 +172,27 @@ void Prompt::playFile(const std::string& path) {
   }
 }
 
+void Prompt::refuse(const std::string& why) {
+  out_ << "  " << why << '\n';
+  if (!style_.isInteractive) ++result_.unplayableLines;
+}
+
 void Prompt::save(const std::string& path) {
   if (path.empty()) {
-    out_ << "  save needs the name of a file.\n";
+    refuse("save needs the name of a file.");
     return;
   }
   const bool isOurs = std::ranges::find(saved_, path) != saved_.end();
   std::error_code ignored;
   if (!isOurs && std::filesystem::exists(path, ignored)) {
-    out_ << "  " << path << " is there already; choose another name.\n";
+    refuse(path + " is there already; choose another name.");
     return;
   }
   std::ofstream file{path};
   for (const auto& step : played_) file << lineOf(step) << '\n';
   file.close();
   if (!file) {
-    out_ << "  " << path << " could not be written.\n";
+    refuse(path + " could not be written.");
     return;
   }
   saved_.push_back(path);

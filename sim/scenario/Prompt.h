@@ -43,6 +43,8 @@ class Prompt {
   bool answer(std::string_view line);
   void playLine(const std::string& line);
   void playFile(const std::string& path);
+  /// Says why something cannot be done; counts where no person is typing.
+  void refuse(const std::string& why);
   void save(const std::string& path);
   void undo();
   /// Makes a fresh stage, and plays on it what was played before.

@@ -230,6 +230,8 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"keyboard none", 10,
                   "expected a name for the keyboard other than none, found \"none\""},
         WrongLine{"fail read-log 0 times", 17, "expected at least 1 time, found \"times\""},
+        WrongLine{"install none", 9,
+                  "expected a bundle identifier, such as com.apple.TextEdit, found \"none\""},
         WrongLine{"flags-changed A+B", 15, "expected a single key, found \"A+B\""},
         WrongLine{"flags-changed A with B", 22,
                   "expected modifiers joined by +, such as fn+shift, found \"B\""},

@@ -159,6 +159,20 @@ TEST(PromptTest, SavesWhatWasPlayedAndPlaysItAgain) {
   std::filesystem::remove(path);
 }
 
+TEST(PromptTest, BlanksAroundItsWordsDoNotMatter) {
+  PlayResult result;
+  EXPECT_THAT(prompt(" status \r\nhelp  wait \n exit \nfront nobody\n", result),
+              testing::AllOf(testing::HasSubstr("  keyrow      not running\n"),
+                             testing::HasSubstr("  wait DURATION\n")));
+  EXPECT_EQ(result.unplayableLines, 0);
+}
+
+TEST(PromptTest, ARefusedLineIsNoPartOfWhatHappened) {
+  PlayResult result;
+  prompt("press A on none\nunplug nothing\nexpect key\n", result);
+  EXPECT_EQ(result.metExpectations, 1);
+}
+
 TEST(PromptTest, WhatAPersonTypesWrongDoesNotCount) {
   std::istringstream in{"wrong\nunplug nothing\nwait 1s\nexpect hardware standard\n"};
   std::ostringstream out;
