@@ -18,19 +18,13 @@ SweepResult& SweepResult::operator+=(SweepResult other) {
 }
 
 std::expected<std::vector<sim::Scenario>, std::string> scenariosIn(const std::string& folder) {
-  std::vector<std::filesystem::path> files;
-  std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator{folder, error}) {
-    files.push_back(entry.path());
-  }
-  if (error) return std::unexpected{folder + ": " + error.message()};
-  std::ranges::sort(files);
+  const auto files = sim::scenarioFiles(folder);
+  if (!files) return std::unexpected{folder + ": " + files.error()};
   std::vector<sim::Scenario> scenarios;
-  for (const auto& path : files) {
-    const auto text = sim::readScenarioFile(path.string());
-    if (!text) return std::unexpected{path.string() + ": " + text.error()};
-    auto scenario = sim::parseScenario(path.stem().string(), *text);
-    if (!scenario) return std::unexpected{path.string() + " is no scenario"};
+  for (const auto& path : *files) {
+    auto scenario = sim::readScenario(path);
+    if (!scenario) return std::unexpected{path + ": " + scenario.error().front().message};
+    scenario->name = std::filesystem::path{path}.stem().string();
     scenarios.push_back(*std::move(scenario));
   }
   return scenarios;

@@ -119,18 +119,10 @@ Expectation expectProcess(LineReader& line) {
   };
 }
 
-/// A process that has ended may hold nothing; one that runs may hold no service and no
-/// connection, since it opens and closes them within one action.
 Expectation expectLeaks(LineReader& line) {
   line.require("none");
   return [](Stage& stage) {
-    std::string leaks;
-    for (const auto& [handle, count] : stage.mac.openHandles.all()) {
-      const auto& [kind, process] = handle;
-      const bool runs = stage.process(process) != nullptr;
-      if (runs && kind != "HidService" && kind != "HidConnection") continue;
-      leaks += (leaks.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
-    }
+    const auto leaks = stage.leaks();
     return leaks.empty() ? Outcome{} : unmet("expected no leaks, but still open: " + leaks);
   };
 }

@@ -11,7 +11,6 @@
 #include "sim/scenario/Help.h"
 #include "sim/scenario/Language.h"
 #include "sim/scenario/PaneState.h"
-#include "sim/scenario/ScenarioFile.h"
 #include "sim/scenario/ScenarioParser.h"
 
 namespace keyrow::sim {
@@ -143,17 +142,13 @@ void Prompt::playLine(const std::string& line) {
 }
 
 void Prompt::playFile(const std::string& path) {
-  const auto text = readScenarioFile(path);
-  if (!text) {
-    out_ << path << ": " << text.error() << '\n';
-    if (!style_.isInteractive) ++result_.unplayableLines;
+  if (path.empty()) {
+    refuse("play needs the name of a file.");
     return;
   }
-  const auto scenario = parseScenario(path, *text);
+  const auto scenario = readScenario(path);
   if (!scenario) {
-    for (const auto& error : scenario.error()) {
-      out_ << path << ":" << error.line << ":" << error.column << ": " << error.message << '\n';
-    }
+    printErrors(out_, path, scenario.error());
     if (!style_.isInteractive) ++result_.unplayableLines;
     return;
   }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <ostream>
 #include <string>
+#include <vector>
 
 namespace keyrow::sim {
 
@@ -20,5 +22,9 @@ struct ScenarioError {
   std::size_t column = 0;
   std::string message;
 };
+
+/// Prints what is wrong with a scenario, each with its place, and no more than one can read.
+void printErrors(std::ostream& out, const std::string& name,
+                 const std::vector<ScenarioError>& errors);
 
 }  // namespace keyrow::sim

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "sim/scenario/Language.h"
+#include "sim/scenario/ScenarioFile.h"
 
 namespace keyrow::sim {
 
@@ -167,6 +168,12 @@ std::expected<Scenario, std::vector<ScenarioError>> parseScenario(std::string na
   }
   if (!errors.empty()) return std::unexpected{std::move(errors)};
   return scenario;
+}
+
+std::expected<Scenario, std::vector<ScenarioError>> readScenario(const std::string& path) {
+  const auto text = readScenarioFile(path);
+  if (!text) return std::unexpected{std::vector{ScenarioError{0, 0, text.error()}}};
+  return parseScenario(path, *text);
 }
 
 }  // namespace keyrow::sim

@@ -23,4 +23,8 @@ std::expected<std::optional<Step>, LineError> parseLine(std::string_view line, s
 std::expected<Scenario, std::vector<ScenarioError>> parseScenario(std::string name,
                                                                   std::string_view text);
 
+/// Reads and parses a scenario file. What keeps it from being read is an error of the scenario
+/// as a whole.
+std::expected<Scenario, std::vector<ScenarioError>> readScenario(const std::string& path);
+
 }  // namespace keyrow::sim

@@ -103,6 +103,17 @@ std::vector<LogEntry> Stage::recentLog() const {
   return entries;
 }
 
+std::string Stage::leaks() {
+  std::string leaks;
+  for (const auto& [handle, count] : mac.openHandles.all()) {
+    const auto& [kind, owner] = handle;
+    const bool runs = process(owner) != nullptr;
+    if (runs && kind != "HidService" && kind != "HidConnection") continue;
+    leaks += (leaks.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
+  }
+  return leaks;
+}
+
 std::uint64_t Stage::recentCallCount(PortCall call) const {
   return mac.faults.callCount(call) - callsBefore_[static_cast<std::size_t>(call)];
 }

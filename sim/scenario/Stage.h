@@ -74,6 +74,11 @@ class Stage {
   /// How often this call was made since the last action began.
   std::uint64_t recentCallCount(PortCall call) const;
 
+  /// What is held open that should be closed or released; empty when there is nothing. A
+  /// process that has ended may hold nothing; one that runs may hold no service and no
+  /// connection, since it opens and closes them within one action.
+  std::string leaks();
+
   /// Where modes are stored, whether Keyrow runs or not.
   StoredFnStates storedFnStates() { return StoredFnStates{defaults_}; }
 

@@ -48,30 +48,12 @@ int exitStatus(const PlayResult& result) {
   return result.unmetExpectations > 0 ? statusExpectationFailed : 0;
 }
 
-void printErrors(const std::string& path, const std::vector<ScenarioError>& errors) {
-  constexpr std::size_t mostShown = 20;
-  for (std::size_t index = 0; index < std::min(errors.size(), mostShown); ++index) {
-    const auto& [line, column, message] = errors[index];
-    std::cerr << path << ":";
-    if (line > 0) std::cerr << line << ":" << column << ":";
-    std::cerr << " " << message << '\n';
-  }
-  if (errors.size() > mostShown) {
-    std::cerr << path << ": and " << errors.size() - mostShown << " more lines like these\n";
-  }
-}
-
 constexpr PlayResult unreadable{.metExpectations = 0, .unmetExpectations = 0, .unplayableLines = 1};
 
 PlayResult playFile(const std::string& path, PlayListener& listener) {
-  const auto text = readScenarioFile(path);
-  if (!text) {
-    std::cerr << path << ": " << text.error() << '\n';
-    return unreadable;
-  }
-  const auto scenario = parseScenario(path, *text);
+  const auto scenario = readScenario(path);
   if (!scenario) {
-    printErrors(path, scenario.error());
+    printErrors(std::cerr, path, scenario.error());
     return unreadable;
   }
   return playScenario(*scenario, listener);

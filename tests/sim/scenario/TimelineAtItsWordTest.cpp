@@ -19,7 +19,7 @@ TEST(TimelineAtItsWordTest, EveryEventOfEveryScenarioCanBeExpected) {
   const auto files = scenarioFiles(KEYROW_SOURCE_DIR "/scenarios");
   ASSERT_TRUE(files);
   for (const auto& file : *files) {
-    const auto scenario = parseScenario(file, *readScenarioFile(file));
+    const auto scenario = readScenario(file);
     ASSERT_TRUE(scenario) << file;
     Stage stage;
     std::vector<std::string> printed;
