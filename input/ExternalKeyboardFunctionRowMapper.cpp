@@ -90,8 +90,15 @@ std::string fnPressedText(std::uint64_t flags) {
 
 }  // namespace
 
+bool ExternalKeyboardFunctionRowMapper::isConcernedWith(std::uint16_t keyCode,
+                                                        const KeySettings::Values& settings) {
+  if (!findTopRowKey(keyCode)) return false;
+  return settings.applyFnModeToExternalFunctionKeys || settings.enhancedDiagnosticsEnabled;
+}
+
 std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate(
-    std::uint32_t eventType, const KeyEvent& event, const KeyboardDeviceSource* source) {
+    std::uint32_t eventType, const KeyEvent& event, const KeyboardDeviceSource* source,
+    const KeySettings::Values& settings) {
   const auto* key = findTopRowKey(event.keyCode);
   if (!key) return std::nullopt;
 
@@ -101,8 +108,7 @@ std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate
                                  .shouldTranslate = false,
                                  .reason = std::move(reason)};
   };
-  if (!use_.keySettings.current().applyFnModeToExternalFunctionKeys)
-    return pass("setting-disabled");
+  if (!settings.applyFnModeToExternalFunctionKeys) return pass("setting-disabled");
   if (eventType != keyEventType::keyDown && eventType != keyEventType::keyUp) {
     return pass("unsupported-event-type=" + std::to_string(eventType));
   }
@@ -122,10 +128,11 @@ std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate
 
 bool ExternalKeyboardFunctionRowMapper::translateIfNeeded(std::uint32_t eventType,
                                                           const KeyEvent& event,
-                                                          const KeyboardDeviceSource* source) {
-  const auto evaluation = evaluate(eventType, event, source);
+                                                          const KeyboardDeviceSource* source,
+                                                          const KeySettings::Values& settings) {
+  const auto evaluation = evaluate(eventType, event, source, settings);
   if (!evaluation) return false;
-  if (use_.keySettings.current().enhancedDiagnosticsEnabled) {
+  if (settings.enhancedDiagnosticsEnabled) {
     use_.inputLog.debug("Evaluated " + std::string{evaluation->functionKeyName} + ": " +
                         evaluation->reason +
                         (source ? " source=" + source->inputSourceLabel(true) : std::string{}));

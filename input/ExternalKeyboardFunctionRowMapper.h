@@ -37,7 +37,6 @@ class ExternalKeyboardFunctionRowMapper {
  public:
   /// What it uses. `inputLog` is the logger of the "input" category.
   struct Uses {
-    KeySettings& keySettings;
     FnStateController& fnStateController;
     Text& text;
     EventPoster& eventPoster;
@@ -48,15 +47,20 @@ class ExternalKeyboardFunctionRowMapper {
 
   explicit ExternalKeyboardFunctionRowMapper(const Uses& uses) : use_{uses} {}
 
+  /// Whether an event of this key can come to more than passing without a word. All others
+  /// need no keyboard, and need not be evaluated.
+  static bool isConcernedWith(std::uint16_t keyCode, const KeySettings::Values& settings);
+
   /// Decides about one event; absent for a key that is not in the top row. A null source
   /// stands for a keyboard that cannot be told.
   std::optional<TranslationEvaluation> evaluate(std::uint32_t eventType, const KeyEvent& event,
-                                                const KeyboardDeviceSource* source);
+                                                const KeyboardDeviceSource* source,
+                                                const KeySettings::Values& settings);
 
   /// Performs what has to be done instead of this event, if anything; whether the event is
   /// to be swallowed. With enhanced diagnostics the log tells why.
   bool translateIfNeeded(std::uint32_t eventType, const KeyEvent& event,
-                         const KeyboardDeviceSource* source);
+                         const KeyboardDeviceSource* source, const KeySettings::Values& settings);
 
   /// Performs what the key at hand does instead: a media key follows it, everything else
   /// happens when it goes down.

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <utility>
 
 namespace keyrow {
 
@@ -39,26 +38,31 @@ TapVerdict KeyEventHandler::handleTappedEvent(std::uint32_t type, const KeyEvent
         [&controller = use_.eventTapController, type] { controller.recoverEventTap(type); });
     return TapVerdict::swallow;
   }
-  auto source = use_.keyboardSourceMonitor.source(event.timestamp);
   const auto settings = use_.keySettings.current();
 
   if (isKeyDownOrUp(type) && isFnLikeHeld(event.flags, settings.fnReplacementModifier)) {
     if (event.keyCode == escapeKeyCode) {
-      return performShortcut(type, &ModePolicy::clearLocalOverride, std::move(source));
+      return performShortcut(type, event, &ModePolicy::clearLocalOverride);
     }
     if (event.keyCode == settings.localToggleShortcutKeyCode) {
-      return performShortcut(type, &ModePolicy::toggleLocalOverride, std::move(source));
+      return performShortcut(type, event, &ModePolicy::toggleLocalOverride);
     }
   }
-  return use_.functionRowMapper.translateIfNeeded(type, event, source.get()) ? TapVerdict::swallow
-                                                                             : TapVerdict::pass;
+  if (!ExternalKeyboardFunctionRowMapper::isConcernedWith(event.keyCode, settings)) {
+    return TapVerdict::pass;
+  }
+  const auto source = use_.keyboardSourceMonitor.source(event.timestamp);
+  return use_.functionRowMapper.translateIfNeeded(type, event, source.get(), settings)
+             ? TapVerdict::swallow
+             : TapVerdict::pass;
 }
 
-TapVerdict KeyEventHandler::performShortcut(std::uint32_t type, ModeCommand command,
-                                            Source source) {
+TapVerdict KeyEventHandler::performShortcut(std::uint32_t type, const KeyEvent& event,
+                                            ModeCommand command) {
   // A key that repeats performs its command again, each time.
   if (type == keyEventType::keyDown) {
-    use_.mainQueue.async([&policy = use_.modePolicy, command, source = std::move(source)] {
+    use_.mainQueue.async([&policy = use_.modePolicy, command,
+                          source = use_.keyboardSourceMonitor.source(event.timestamp)] {
       (policy.*command)(source.get());
     });
   }

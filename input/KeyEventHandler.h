@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <cstdint>
 
 #include "core/ModePolicy.h"
 #include "input/ExternalKeyboardFunctionRowMapper.h"
@@ -13,8 +13,9 @@
 namespace keyrow {
 
 /// Decides about every key: it may be one of the two shortcuts, or a top-row key to
-/// translate; all else passes. Runs in the event tap's worker thread and only reads. What
-/// is to be done it puts on the main queue, and never waits for it.
+/// translate; all else passes, and nobody is asked which keyboard it came from. Runs in the
+/// event tap's worker thread and only reads. What is to be done it puts on the main queue,
+/// and never waits for it.
 class KeyEventHandler final : public TappedEventHandler {
  public:
   struct Uses {
@@ -31,11 +32,10 @@ class KeyEventHandler final : public TappedEventHandler {
   TapVerdict handleTappedEvent(std::uint32_t type, const KeyEvent& event) noexcept override;
 
  private:
-  using Source = std::shared_ptr<const KeyboardDeviceSource>;
   using ModeCommand = void (ModePolicy::*)(const KeyboardDeviceSource*);
 
   /// Performs the command when the key goes down. Both ways of the key are swallowed.
-  TapVerdict performShortcut(std::uint32_t type, ModeCommand command, Source source);
+  TapVerdict performShortcut(std::uint32_t type, const KeyEvent& event, ModeCommand command);
 
   const Uses use_;
 };

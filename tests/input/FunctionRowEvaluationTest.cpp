@@ -53,7 +53,8 @@ class FunctionRowEvaluationTest : public KeyEventFixture {
                                                     std::uint32_t type = keyDown,
                                                     std::uint64_t flags = 0) {
     return keyrow().functionRowMapper().evaluate(
-        type, {.timestamp = 0, .flags = flags, .keyCode = keyCode}, source);
+        type, {.timestamp = 0, .flags = flags, .keyCode = keyCode}, source,
+        keyrow().keySettings().current());
   }
 
   /// That the event passes, without an action, for this reason.

@@ -16,7 +16,17 @@ using ::testing::EndsWith;
 using namespace keyEventType;
 constexpr auto fn = keyEventFlag::secondaryFn;
 
-using KeyEventHandlerTest = KeyEventFixture;
+class KeyEventHandlerTest : public KeyEventFixture {
+ protected:
+  /// Whether the event's keyboard is asked for: that forgets an input from long before it.
+  bool asksForTheKeyboard(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
+    useKeyboard({{"Transport", "USB"}, {"Built-In", false}});
+    const auto timeOfInput = mac.machAbsoluteTime();
+    mac.scheduler.advance(std::chrono::seconds{10});
+    passesAndRuns(type, keyCode, flags);
+    return keyrow().keyboardSourceMonitor().source(timeOfInput) == nullptr;
+  }
+};
 
 TEST_F(KeyEventHandlerTest, AnOrdinaryKeyPasses) {
   EXPECT_TRUE(passesAndRuns(keyDown, keyA));
@@ -92,6 +102,29 @@ TEST_F(KeyEventHandlerTest, TheCommandNamesTheKeyboardThatIssuedIt) {
   mac.scheduler.advance(std::chrono::seconds{10});
   passesAndRuns(keyDown, keyGrave, fn);
   EXPECT_THAT(logLines().back(), EndsWith("to special function keys."));
+}
+
+TEST_F(KeyEventHandlerTest, OnlyADecisionThatNeedsTheKeyboardAsksForIt) {
+  constexpr std::uint16_t keyF8 = 100;
+  const auto ordinaryKeysAsk = [this] {
+    return asksForTheKeyboard(keyDown, keyA) || asksForTheKeyboard(keyUp, keyA) ||
+           asksForTheKeyboard(keyDown, keyA, fn) || asksForTheKeyboard(keyDown, keyGrave) ||
+           asksForTheKeyboard(flagsChanged, 63, fn);
+  };
+  EXPECT_FALSE(ordinaryKeysAsk());
+  EXPECT_FALSE(asksForTheKeyboard(keyDown, keyF8));
+  EXPECT_TRUE(asksForTheKeyboard(keyDown, keyGrave, fn));
+  EXPECT_FALSE(asksForTheKeyboard(keyUp, keyGrave, fn));
+  EXPECT_TRUE(asksForTheKeyboard(keyDown, keyEscape, fn));
+  EXPECT_FALSE(asksForTheKeyboard(keyUp, keyEscape, fn));
+
+  for (const auto* setting : {"enhancedDiagnosticsEnabled", "applyFnModeToExternalFunctionKeys"}) {
+    store(setting, true);
+    EXPECT_FALSE(ordinaryKeysAsk()) << setting;
+    EXPECT_TRUE(asksForTheKeyboard(keyDown, keyF8)) << setting;
+    EXPECT_TRUE(asksForTheKeyboard(keyUp, keyF8)) << setting;
+    store(setting, false);
+  }
 }
 
 TEST_F(KeyEventHandlerTest, AChangeOfSettingsTakesEffectWithTheNextKey) {

@@ -1,6 +1,6 @@
 #include "input/KeySettings.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstdint>
 #include <map>
@@ -8,10 +8,13 @@
 #include <string>
 #include <string_view>
 
+#include "input/KeyEventHandler.h"
 #include "tests/SimulatedMacTest.h"
 
 namespace keyrow::sim {
 namespace {
+
+using ::testing::ElementsAre;
 
 /// User defaults that count how often they are read.
 class CountingUserDefaults final : public UserDefaults {
@@ -21,7 +24,10 @@ class CountingUserDefaults final : public UserDefaults {
     const auto found = values_.find(key);
     return found == values_.end() ? std::nullopt : std::optional{found->second};
   }
-  std::uint64_t changeCount() override { return changes_; }
+  std::uint64_t changeCount() override {
+    ++changeCountReadCount;
+    return changes_;
+  }
   void setObject(std::string_view key, const PropertyValue& value) override {
     values_.insert_or_assign(std::string{key}, value);
     ++changes_;
@@ -32,6 +38,7 @@ class CountingUserDefaults final : public UserDefaults {
   }
 
   int readCount = 0;
+  int changeCountReadCount = 0;
 
  private:
   std::map<std::string, PropertyValue, std::less<>> values_;
@@ -95,6 +102,28 @@ TEST_F(KeySettingsTest, ReadsAgainOnlyAfterAChange) {
     keySettings.current();
     EXPECT_EQ(defaults.readCount, 0);
   }
+}
+
+TEST_F(KeySettingsTest, EveryEventIsDecidedByOneReadingOfThem) {
+  constexpr std::uint16_t keyF8 = 100;
+  constexpr std::uint16_t keyGrave = 50;
+  settings.set(BooleanSetting::applyFnModeToExternalFunctionKeys, true);
+  settings.set(BooleanSetting::enhancedDiagnosticsEnabled, true);
+  KeyEventHandler handler{{.keySettings = keySettings,
+                           .keyboardSourceMonitor = keyrow().keyboardSourceMonitor(),
+                           .functionRowMapper = keyrow().functionRowMapper(),
+                           .eventTapController = keyrow().eventTapController(),
+                           .modePolicy = keyrow().modePolicy(),
+                           .mainQueue = process->platform().mainQueue}};
+  for (const std::uint16_t keyCode : {std::uint16_t{0}, keyF8, keyGrave}) {
+    defaults.changeCountReadCount = 0;
+    handler.handleTappedEvent(
+        keyEventType::keyDown,
+        {.timestamp = 0, .flags = keyEventFlag::secondaryFn, .keyCode = keyCode});
+    EXPECT_EQ(defaults.changeCountReadCount, 1) << keyCode;
+  }
+  // Nobody else reads others: that the key was evaluated is told by these settings.
+  EXPECT_THAT(logLines(), ElementsAre("input debug: Evaluated F8: source-unavailable"));
 }
 
 }  // namespace
