@@ -57,9 +57,8 @@ std::string propertyText(const std::optional<PropertyValue>& value) {
   std::string text;
   for (const auto& [key, entry] : *value->dictionary()) {
     if (!text.empty()) text += ' ';
-    text += key + "=" +
-            (entry.dictionary() && !entry.dictionary()->empty() ? "{" + propertyText(entry) + "}"
-                                                                : propertyText(entry));
+    const bool needsBraces = entry.dictionary() && !entry.dictionary()->empty();
+    text += key + (needsBraces ? "={" : "=") + propertyText(entry) + (needsBraces ? "}" : "");
   }
   return text;
 }

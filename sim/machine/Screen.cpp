@@ -17,7 +17,7 @@ int Screen::showAlert(const Alert& alert) {
     } else {
       wrongAnswer_ = "the alert " + quoted(alert.messageText) + " has no button " +
                      quoted(answers_.front()) + ", but";
-      for (const auto button : alert.buttons) wrongAnswer_ += " " + quoted(button);
+      for (const auto button : alert.buttons) wrongAnswer_.append(" ").append(quoted(button));
     }
     answers_.pop_front();
   }
