@@ -41,7 +41,6 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                               .hardwareLog = diagnosticsLog_.logger(LogCategory::hardware)}},
       keySettings_{{.userDefaults = platform.userDefaults, .settings = settings_}},
       functionRowMapper_{{.fnStateController = fnStateController_,
-                          .text = platform.text,
                           .eventPoster = platform.eventPoster,
                           .workspace = platform.workspace,
                           .mainQueue = platform.mainQueue,

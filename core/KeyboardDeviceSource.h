@@ -31,6 +31,8 @@ struct KeyboardDeviceSource {
   std::optional<std::string> manufacturer;
   std::optional<std::string> product;
   std::optional<std::uint32_t> locationID;
+  /// What `isMediaTranslationEligible` answered when the properties were read.
+  bool mediaTranslationEligible = true;
 
   /// Whether this is one of Apple's keyboards, by vendor, manufacturer or product.
   bool isAppleKeyboard(Text& text) const;

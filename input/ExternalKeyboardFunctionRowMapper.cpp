@@ -113,7 +113,7 @@ std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate
     return pass("unsupported-event-type=" + std::to_string(eventType));
   }
   if (!source) return pass("source-unavailable");
-  if (!source->isMediaTranslationEligible(use_.text)) return pass("source-not-eligible");
+  if (!source->mediaTranslationEligible) return pass("source-not-eligible");
   if (!key->action) return pass("no-public-media-mapping");
 
   const auto mode = use_.fnStateController.readFnState();

@@ -13,7 +13,6 @@
 #include "platform/KeyEvent.h"
 #include "platform/MainQueue.h"
 #include "platform/SystemLog.h"
-#include "platform/Text.h"
 #include "platform/Workspace.h"
 
 namespace keyrow {
@@ -38,7 +37,6 @@ class ExternalKeyboardFunctionRowMapper {
   /// What it uses. `inputLog` is the logger of the "input" category.
   struct Uses {
     FnStateController& fnStateController;
-    Text& text;
     EventPoster& eventPoster;
     Workspace& workspace;
     MainQueue& mainQueue;

@@ -41,7 +41,8 @@ std::optional<std::uint32_t> uint32Property(HidDevice& device, std::string_view 
 }
 
 /// Asks the device for each property: `kIOHIDBuiltInKey` and the others of IOHIDKeys.h.
-KeyboardDeviceSource readSource(HidDevice& device, std::optional<std::uint64_t> registryID) {
+KeyboardDeviceSource readSource(HidDevice& device, std::optional<std::uint64_t> registryID,
+                                Text& text) {
   KeyboardDeviceSource source;
   source.registryID = registryID;
   source.isBuiltIn = boolProperty(device, "Built-In");
@@ -51,6 +52,7 @@ KeyboardDeviceSource readSource(HidDevice& device, std::optional<std::uint64_t> 
   source.product = stringProperty(device, "Product");
   source.locationID = uint32Property(device, "LocationID");
   source.kind = keyboardDeviceKind(source.isBuiltIn, source.transport);
+  source.mediaTranslationEligible = source.isMediaTranslationEligible(text);
   return source;
 }
 
@@ -154,7 +156,8 @@ KeyboardSourceMonitor::SharedSource KeyboardSourceMonitor::resolveSource(HidDevi
       return cached->second;
     }
   }
-  auto source = std::make_shared<const KeyboardDeviceSource>(readSource(device, registryID));
+  auto source =
+      std::make_shared<const KeyboardDeviceSource>(readSource(device, registryID, use_.text));
   logOnce(*source);
   if (registryID) {
     const std::scoped_lock guard{lock_};
@@ -172,8 +175,7 @@ void KeyboardSourceMonitor::logOnce(const KeyboardDeviceSource& source) {
   use_.hardwareLog.info(
       "Observed keyboard source: " +
       source.logDescription(use_.settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled)) +
-      ", mediaTranslationEligible=" +
-      (source.isMediaTranslationEligible(use_.text) ? "true" : "false"));
+      ", mediaTranslationEligible=" + (source.mediaTranslationEligible ? "true" : "false"));
 }
 
 void KeyboardSourceMonitor::logKeyboardsAgain() {

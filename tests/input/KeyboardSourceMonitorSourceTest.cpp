@@ -29,6 +29,15 @@ TEST_F(KeyboardSourceMonitorSourceTest, LeavesPropertiesAbsentThatTheKeyboardLac
   EXPECT_EQ(sourceOf(makeKeyboard(7, {})), expected);
 }
 
+TEST_F(KeyboardSourceMonitorSourceTest, KnowsWhetherTheKeyboardIsEligible) {
+  input(makeKeyboard(1, completeProperties), tick);
+  input(makeKeyboard(2, {{"Built-In", true}}), 2 * tick);
+  input(makeKeyboard(3, {{"Product", "Magic Keyboard"}}), 3 * tick);
+  EXPECT_TRUE(sourceAt(tick)->mediaTranslationEligible);
+  EXPECT_FALSE(sourceAt(2 * tick)->mediaTranslationEligible);
+  EXPECT_FALSE(sourceAt(3 * tick)->mediaTranslationEligible);
+}
+
 TEST_F(KeyboardSourceMonitorSourceTest, KeepsTheTransportAsReported) {
   const auto source = sourceOf(makeKeyboard(7, {{"Transport", "BlueTooth"}}));
   ASSERT_TRUE(source);
@@ -81,6 +90,7 @@ TEST_P(BuiltInPropertyTest, IsABooleanOrANumberThatCountsAsOne) {
   KeyboardDeviceSource expected;
   expected.registryID = 7;
   expected.isBuiltIn = GetParam().isBuiltIn;
+  expected.mediaTranslationEligible = expected.isBuiltIn != true;
   expected.kind = keyboardDeviceKind(GetParam().isBuiltIn, std::nullopt);
   EXPECT_EQ(sourceOf(makeKeyboard(7, {{"Built-In", GetParam().property}})), expected);
 }
@@ -144,6 +154,8 @@ TEST_P(NumberPropertyTest, IsReadAsUnsigned32Bit) {
   KeyboardDeviceSource expected;
   expected.registryID = 7;
   expected.vendorID = expected.locationID = number;
+  constexpr std::uint32_t apple = 1452;
+  expected.mediaTranslationEligible = number != apple;
   EXPECT_EQ(sourceOf(makeKeyboard(7, {{"VendorID", property}, {"LocationID", property}})),
             expected);
 }
