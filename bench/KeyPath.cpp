@@ -9,7 +9,11 @@ KeyPath::KeyPath(int keyboardCount, int sampleCount) {
   for (int index = 0; index < keyboardCount; ++index) {
     newest_ = std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
         .registryID = static_cast<std::uint64_t>(index),
-        .properties = {{"Product", "Keyboard " + std::to_string(index)}, {"Transport", "USB"}}});
+        // Names as long as real ones: they are searched for Apple's.
+        .properties = {{"Manufacturer", "Logitech International"},
+                       {"Product", "Wireless Mechanical Keyboard with 104 Keys, Unit " +
+                                       std::to_string(index)},
+                       {"Transport", "USB"}}});
     sendInputs(1);
   }
   if (sampleCount > keyboardCount) sendInputs(sampleCount - keyboardCount);
