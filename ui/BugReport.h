@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "core/AppSettings.h"
 #include "platform/Bundle.h"
@@ -31,7 +32,7 @@ class BugReport {
     std::function<std::string()> recentLogReport;
   };
 
-  explicit BugReport(const Uses& uses) : use_{uses} {}
+  explicit BugReport(Uses uses) : use_{std::move(uses)} {}
 
   void openContactEmail();
 

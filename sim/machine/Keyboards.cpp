@@ -26,6 +26,7 @@ std::shared_ptr<const SimulatedKeyboard> Keyboards::find(std::string_view name) 
 
 std::vector<std::string> Keyboards::attachedNames() const {
   std::vector<std::string> names;
+  names.reserve(attached_.size());
   for (const auto& [name, keyboard] : attached_) names.push_back(name);
   return names;
 }

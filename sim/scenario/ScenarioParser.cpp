@@ -82,11 +82,8 @@ Check parseExpectation(LineReader& line) {
     auto expectation = parseAnything(line);
     if (auto* check = std::get_if<Check>(&expectation)) return std::move(*check);
     events.inOrder.push_back(std::get<EventPattern>(std::move(expectation)));
-    if (const auto times = line.maybeTimes(mostTimes)) {
-      events.times = *times;
-    } else {
-      while (line.accept("then")) events.inOrder.push_back(parseEvent(line));
-    }
+    events.times = line.maybeTimes(mostTimes);
+    while (!events.times && line.accept("then")) events.inOrder.push_back(parseEvent(line));
   }
   return [events](Stage& stage) { return events.check(stage.recentTimeline()); };
 }
