@@ -105,8 +105,6 @@ Text userLine() {
                   "click \"Include enhanced diagnostics in logs\""})},
        {2,
         oneOf({"reopen keyrow\ntab General\nclick \"Show Caps Lock indicator\"",
-               "reopen keyrow\ntab General\n"
-               "click \"Apply Fn function to non-Apple vendor external F keys\"",
                "reopen keyrow\ntab About\nclick \"Include enhanced diagnostics in logs\"",
                "reopen keyrow\ntab General\nclick \"Fn + `\"\npress t on internal",
                "defaults write showCapsLockIndicator true", "defaults delete showCapsLockIndicator",
