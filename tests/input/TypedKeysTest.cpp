@@ -29,6 +29,7 @@ TEST_F(TypedKeysTest, LeaveNoTrace) {
     }
   }
   mac.scheduler.advance(std::chrono::minutes{1});
+  mac.timeline.setListener({});
   EXPECT_THAT(traces, IsEmpty());
   EXPECT_THAT(mac.files, IsEmpty());
 }
