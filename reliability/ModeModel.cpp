@@ -1,5 +1,7 @@
 #include "reliability/ModeModel.h"
 
+#include "sim/machine/ModeWords.h"
+
 namespace keyrow::reliability {
 
 namespace {
@@ -10,11 +12,6 @@ FnState other(FnState mode) {
 
 bool isSystemSettings(const ModeModel::App& app) {
   return app == "com.apple.systempreferences" || app == "com.apple.SystemSettings";
-}
-
-std::string text(std::optional<FnState> mode) {
-  if (!mode) return "none";
-  return *mode == FnState::standard ? "standard" : "special";
 }
 
 }  // namespace
@@ -167,11 +164,12 @@ void ModeModel::prune() {
 }
 
 std::string text(const ModeModel::State& state) {
-  auto result = "hardware " + text(state.hardware) + ", preference " + text(state.preference) +
-                ", global " + text(state.global) + ", shown " + text(state.shown) +
+  auto result = "hardware " + sim::modeWord(state.hardware) + ", preference " +
+                sim::modeWord(state.preference) + ", global " + sim::modeWord(state.global) +
+                ", shown " + sim::modeWord(state.shown) +
                 (state.isLocal ? ", local scope" : ", global scope") + ", overrides";
   if (state.overrides.empty()) result += " none";
-  for (const auto& [app, mode] : state.overrides) result += " " + app + "=" + text(mode);
+  for (const auto& [app, mode] : state.overrides) result += " " + app + "=" + sim::modeWord(mode);
   return result;
 }
 

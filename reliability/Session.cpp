@@ -8,6 +8,7 @@
 #include "input/InputLogTexts.h"
 #include "reliability/ModelLines.h"
 #include "reliability/StageChecks.h"
+#include "sim/machine/ModeWords.h"
 #include "sim/ports/SimulatedMainRunLoop.h"
 #include "sim/scenario/EventPattern.h"
 #include "sim/scenario/ScenarioParser.h"
@@ -24,13 +25,6 @@ bool isAnothersHand(const sim::Action& action) {
   return std::holds_alternative<sim::AddOverride>(action) ||
          (write &&
           (write->key == settingsKey::globalFnState || write->key == settingsKey::localFnState));
-}
-
-/// The mode that the simulated Mac calls so; absent for all else.
-std::optional<FnState> modeNamed(std::string_view name) {
-  if (name == "special") return FnState::special;
-  if (name == "standard") return FnState::standard;
-  return std::nullopt;
 }
 
 }  // namespace
@@ -99,7 +93,7 @@ Session::Before Session::look() {
 
 ModeModel::State Session::actualState() {
   ModeModel::State state;
-  state.hardware = modeNamed(stage.mac.hid.modeName());
+  state.hardware = sim::modeOfWord(stage.mac.hid.modeName());
   const auto preference = stage.mac.globalPreferences.value(GlobalPreferences::domain,
                                                             FnStateController::fnStateDefaultsKey);
   const auto isStandard = preference ? preference->boolValue() : std::nullopt;

@@ -5,6 +5,7 @@
 
 #include "core/AppSettings.h"
 #include "core/FnState.h"
+#include "sim/machine/ModeWords.h"
 #include "sim/machine/PropertyText.h"
 
 namespace keyrow::sim {
@@ -57,7 +58,7 @@ bool PropertyStore::tellOverrides(const std::optional<PropertyValue>& before,
       const auto* raw = entry.second.integer();
       const auto mode = raw ? fnStateFromRawValue(*raw) : std::nullopt;
       auto& change = changes.try_emplace(entry.first, "none", "none").first->second;
-      change.*side = mode == FnState::standard ? "standard" : "special";
+      change.*side = modeWord(mode);
       return mode.has_value();
     });
   };

@@ -32,6 +32,8 @@ class SimulatedStatusItemView final : public StatusItemView {
   bool isCapsLockIndicatorHidden() const { return isCapsLockIndicatorHidden_; }
   bool isScopeIndicatorHidden() const { return isScopeIndicatorHidden_; }
   const std::optional<std::string>& scopeToolTip() const { return scopeToolTip_; }
+  /// The same as scenarios write it: a quoted text, or none.
+  std::string toolTipText() const;
   bool isHighlighted() const { return isHighlighted_; }
   /// The items of the open menu; null when none is open.
   const std::vector<MenuItem>* menu() const { return menu_ ? &*menu_ : nullptr; }
@@ -43,7 +45,6 @@ class SimulatedStatusItemView final : public StatusItemView {
 
  private:
   void change(std::string what, std::string before, std::string now);
-  std::string toolTipText() const;
 
   const ProcessContext& context_;
   bool exists_ = false;

@@ -4,6 +4,7 @@
 
 #include "sim/machine/PropertyText.h"
 #include "sim/ports/SimulatedText.h"
+#include "sim/scenario/PaneState.h"
 #include "ui/AboutLayout.h"
 #include "ui/GeneralLayout.h"
 
@@ -140,7 +141,7 @@ std::string drawRows(const auto& pane, const auto& rows) {
 }  // namespace
 
 std::string drawSettings(SimulatedPlatform& platform) {
-  const bool isGeneral = platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
+  const bool isGeneral = isGeneralSelected(platform);
   if (!isGeneral) return drawRows(platform.about, aboutLayout::rows);
   return drawRows(platform.general, generalLayout::rows) + "  " + button(generalLayout::quitTitle) +
          '\n';

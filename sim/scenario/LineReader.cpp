@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "sim/machine/ModeWords.h"
 #include "sim/machine/PropertyText.h"
 
 namespace keyrow::sim {
@@ -125,10 +126,10 @@ std::pair<std::string, FnState> LineReader::override_() {
   constexpr std::string_view expected =
       "APP=MODE, such as com.apple.TextEdit=special or com.apple.TextEdit=standard";
   auto entry = property(expected);
-  const auto* mode = entry.value ? entry.value->string() : nullptr;
-  if (mode && *mode == "special") return {std::move(entry.key), FnState::special};
-  if (mode && *mode == "standard") return {std::move(entry.key), FnState::standard};
-  failBefore(expected);
+  const auto* word = entry.value ? entry.value->string() : nullptr;
+  const auto mode = word ? modeOfWord(*word) : std::nullopt;
+  if (!mode) failBefore(expected);
+  return {std::move(entry.key), *mode};
 }
 
 void LineReader::require(std::string_view word) {

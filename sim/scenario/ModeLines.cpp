@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/AppSettings.h"
+#include "sim/machine/ModeWords.h"
 #include "sim/machine/PropertyText.h"
 #include "sim/scenario/Language.h"
 
@@ -88,11 +89,6 @@ Action parseDefaults(LineReader& line) {
   return WriteDefaults{std::move(key), verb == 0 ? std::optional{line.value()} : std::nullopt};
 }
 
-std::string modeName(std::optional<FnState> state) {
-  if (!state) return "none";
-  return *state == FnState::standard ? "standard" : "special";
-}
-
 Expectation expectHardware(LineReader& line) {
   constexpr std::array<std::string_view, 3> modes{"special", "standard", "unreadable"};
   std::string mode{modes[line.oneOf(modes)]};
@@ -120,8 +116,8 @@ Expectation expectPreference(LineReader& line) {
 
 Expectation expectGlobal(LineReader& line) {
   return [expected = line.modeOrNone()](Stage& stage) {
-    return expectEqual("the stored global mode", modeName(expected),
-                       modeName(stage.storedFnStates().global()));
+    return expectEqual("the stored global mode", modeWord(expected),
+                       modeWord(stage.storedFnStates().global()));
   };
 }
 
@@ -129,12 +125,12 @@ Expectation expectOverride(LineReader& line) {
   const auto app = line.bundleIdentifier();
   const auto mode = line.modeOrNone();
   if (line.accept("->")) {
-    return changePattern(TimelineEvent::Kind::override_, {app}, modeName(mode),
-                         modeName(line.modeOrNone()));
+    return changePattern(TimelineEvent::Kind::override_, {app}, modeWord(mode),
+                         modeWord(line.modeOrNone()));
   }
   return [app, mode](Stage& stage) {
-    return expectEqual("the override of " + app, modeName(mode),
-                       modeName(stage.storedFnStates().local(app)));
+    return expectEqual("the override of " + app, modeWord(mode),
+                       modeWord(stage.storedFnStates().local(app)));
   };
 }
 

@@ -32,9 +32,12 @@ std::vector<std::pair<std::string, std::string>> paneState(SimulatedPlatform& pl
   return state;
 }
 
+bool isGeneralSelected(SimulatedPlatform& platform) {
+  return platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
+}
+
 std::vector<SimulatedControl> openControls(SimulatedPlatform& platform) {
-  const bool isGeneral = platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
-  return isGeneral ? platform.general.controls() : platform.about.controls();
+  return isGeneralSelected(platform) ? platform.general.controls() : platform.about.controls();
 }
 
 }  // namespace keyrow::sim

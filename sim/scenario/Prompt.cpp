@@ -31,12 +31,6 @@ std::string joined(const std::vector<std::string>& words) {
   return text.empty() ? "none" : text;
 }
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
-  const auto start = std::min(text.find_first_not_of(blanks), text.size());
-  return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
-}
-
 /// The line as a scenario holds it.
 std::string lineOf(const Step& step) {
   if (!step.isComment()) return step.text;

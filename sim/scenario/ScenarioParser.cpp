@@ -102,12 +102,6 @@ Step parseTokens(const TokenizedLine& tokens, std::size_t number) {
   return step;
 }
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
-  const auto start = std::min(text.find_first_not_of(blanks), text.size());
-  return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
-}
-
 /// Takes the first line off the text, without its line end.
 std::string_view takeLine(std::string_view& text) {
   const auto end = text.find('\n');

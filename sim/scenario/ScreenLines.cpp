@@ -45,7 +45,7 @@ Outcome chooseFromMenu(SimulatedStatusItemView& item, const std::string& title) 
 }
 
 Outcome chooseFromPopUp(SimulatedPlatform& platform, const std::string& title) {
-  if (platform.settingsWindow.selectedTab().title != settingsTabs[0].title) {
+  if (!isGeneralSelected(platform)) {
     return unplayable("there is no pop-up in this tab");
   }
   if (platform.general.chooseFnReplacement(title)) return {};
@@ -69,8 +69,8 @@ Outcome ClickControl::play(Stage& stage) const {
   return stage.tell({}, [this](SimulatedProcess& keyrow) {
     auto& platform = keyrow.simulatedPlatform();
     if (!platform.settingsWindow.isVisible()) return unplayable("the settings window is closed");
-    const bool isGeneral = platform.settingsWindow.selectedTab().title == settingsTabs[0].title;
-    const bool isClicked = isGeneral ? platform.general.click(title) : platform.about.click(title);
+    const bool isClicked =
+        isGeneralSelected(platform) ? platform.general.click(title) : platform.about.click(title);
     return isClicked ? Outcome{} : cannotBeClicked(platform, title);
   });
 }
@@ -150,7 +150,7 @@ Action parseAnswer(LineReader& line) {
 std::string statusAttribute(const SimulatedStatusItemView& item, std::string_view name) {
   if (name == "image") return item.image();
   if (name == "dot") return item.dot();
-  return item.scopeToolTip() ? quoted(*item.scopeToolTip()) : "none";
+  return item.toolTipText();
 }
 
 Expectation expectStatus(LineReader& line) {

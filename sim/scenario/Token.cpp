@@ -2,6 +2,7 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -133,6 +134,12 @@ class Tokenizer {
 };
 
 }  // namespace
+
+std::string_view trimmed(std::string_view text) {
+  constexpr std::string_view blanks = " \t\r";
+  const auto start = std::min(text.find_first_not_of(blanks), text.size());
+  return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
+}
 
 std::expected<TokenizedLine, LineError> tokenize(std::string_view line) {
   return Tokenizer{line}.run();

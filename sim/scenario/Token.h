@@ -32,6 +32,9 @@ struct TokenizedLine {
   std::optional<std::string> comment;
 };
 
+/// The text without the blanks, and the carriage returns, around it.
+std::string_view trimmed(std::string_view text);
+
 /// Takes a line apart. In quoted text, \" \\ \n and \t stand for a quotation mark, a
 /// backslash, a line feed and a tab, and \u{1B} for the character of this number. Fails for a text
 /// without an end, for an unknown escape, and for what is no UTF-8 text.
