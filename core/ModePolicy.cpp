@@ -46,7 +46,7 @@ void ModePolicy::setGlobalFnState(FnState state, const KeyboardDeviceSource* sou
   if (!apply(state, "set the global function key mode to " + mode, source)) return;
   use_.storedFnStates.setGlobal(state);
   setScope(false);
-  use_.stateLog.notice("Set the global function key mode to " + mode + sourceSuffix(source) + ".");
+  use_.stateLog.notice(std::string{stateLogText::setGlobal} + mode + sourceSuffix(source) + ".");
 }
 
 void ModePolicy::toggleGlobalFnState(const KeyboardDeviceSource* source) {

@@ -8,6 +8,7 @@ namespace keyrow::stateLogText {
 
 inline constexpr std::string_view synchronizedGlobal =
     "Synchronized the stored global function key mode ";
+inline constexpr std::string_view setGlobal = "Set the global function key mode to ";
 inline constexpr std::string_view clearedOverride =
     "Cleared the current app override and restored the global function key mode";
 inline constexpr std::string_view cannotRestoreGlobal =

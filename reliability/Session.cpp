@@ -258,7 +258,14 @@ std::string Session::wrongAdoption(const sim::Action& action, const Before& befo
         before.runningCount <= 1 && !hasFailed(sim::PortCall::writeDefaults) &&
         (global ? written.back() != PropertyValue{rawValue(*global)} : hasOverride);
   }
-  const bool isAdopted = hasLogged(stateLogText::synchronizedGlobal);
+  // What was chosen for all applications in the same line is not the override any more.
+  const auto log = stage.recentLog();
+  const auto told = std::ranges::find_if(log, [](const LogEntry& entry) {
+    return entry.message.starts_with(stateLogText::synchronizedGlobal) ||
+           entry.message.starts_with(stateLogText::setGlobal);
+  });
+  const bool isAdopted =
+      told != log.end() && told->message.starts_with(stateLogText::synchronizedGlobal);
   return isAdopted && wasOfOverride && global == before.state.hardware
              ? "an override became the global mode"
              : "";

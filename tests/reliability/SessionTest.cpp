@@ -80,6 +80,18 @@ TEST_F(SessionTest, SeesAnOverrideThatBecomesTheGlobalMode) {
             "an override became the global mode");
 }
 
+// A Keyrow that hung catches up: it has set the global mode, though it could not store it,
+// before it adopts what it finds.
+TEST_F(SessionTest, LetsAGlobalModeBeAdoptedThatWasChosenInTheSameLine) {
+  ASSERT_EQ(session.play("install com.example.two"), "");
+  for (const auto* line :
+       {"hang keyrow 501", "press fn+escape on none", "front com.example.two",
+        "press fn+escape on none", "press fn+escape on none", "fail write-defaults",
+        "resume keyrow 501"}) {
+    EXPECT_EQ(session.play(line), "") << line;
+  }
+}
+
 TEST_F(SessionTest, SeesAnOverrideThatIsLost) {
   session.disturb();
   EXPECT_EQ(verdict([this] { setStored("localFnState", PropertyDictionary{}); }),
