@@ -205,6 +205,7 @@ std::string Session::compareWithModel() {
 }
 
 std::string Session::wrongStorage(const sim::Action& action, const Before& before) {
+  hasFailedToSynchronize_ |= hasFailed(sim::PortCall::synchronizePreferences);
   if (isAnothersHand(action)) return {};
   const auto now = actualState();
   const auto written = stage.mac.hid.writtenValues(before.writtenCount);
@@ -217,9 +218,9 @@ std::string Session::wrongStorage(const sim::Action& action, const Before& befor
     if (!wasWritten(mode)) return "an override was stored for " + app + " that was never written";
   }
   if (!now.global || now.global == before.state.global || wasWritten(*now.global)) return {};
-  // What is adopted was there: in the keyboard, or in the system preference, which may be an
-  // old one where it could not be synchronized.
-  if (hasFailed(sim::PortCall::synchronizePreferences)) return {};
+  // What is adopted was there: in the keyboard, or in the system preference. Where that could
+  // not be synchronized, a process sees what it last set or read there, however old.
+  if (hasFailedToSynchronize_) return {};
   for (const auto& seen : {before.state.hardware, now.hardware, before.state.preference}) {
     if (seen == now.global) return {};
   }

@@ -88,6 +88,8 @@ class Session {
   std::optional<sim::OpenHandles::ProcessID> tapOwner_;
   /// The process that was the last to have a working tap, dead or not.
   std::optional<sim::OpenHandles::ProcessID> tapStarter_;
+  /// A system preference may differ from what a process sees of it.
+  bool hasFailedToSynchronize_ = false;
   /// The mode in the hardware came of an override that Keyrow wrote.
   bool isHardwareOfOverride_ = false;
   /// What each Keyrow left behind that has quit since the line began.

@@ -65,6 +65,16 @@ TEST_F(SessionTest, SeesAGlobalModeThatWasNeverThere) {
             "a global mode was stored that was never there");
 }
 
+// What could not be synchronized is still what Keyrow itself sees, long after.
+TEST_F(SessionTest, LetsAPreferenceBeAdoptedThatNobodyElseHasSeen) {
+  for (const auto* line :
+       {"front com.apple.finder", "fail open-connection always", "fail synchronize-preferences",
+        "sleep", "hardware HIDParameters=none", "defaults delete globalFnState",
+        "front com.apple.systempreferences"}) {
+    EXPECT_EQ(session.play(line), "") << line;
+  }
+}
+
 TEST_F(SessionTest, SeesAStatusItemThatIsBehind) {
   session.disturb();
   EXPECT_EQ(verdict([this] { session.stage.process()->statusItem().setImage("globe"); }),
