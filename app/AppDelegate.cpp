@@ -40,7 +40,9 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::applicationWillTerminate() {
   use_.modePolicy.restoreGlobalFnState();
   use_.capsLockMonitor.tearDownCapsLockMonitoring();
-  use_.eventTapController.stopEventTap();
+  use_.eventTapController.stopEventTapAndWait();
+  // Nothing of the main queue runs any more: what is down comes up here.
+  use_.functionRowMapper.postWaitingKeys();
   use_.keyboardSourceMonitor.stopMonitoring();
   appActiveObserver_ = {};
   use_.instanceTakeover.removeInstanceTakeoverObserver();

@@ -9,6 +9,7 @@
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
 #include "input/CapsLockMonitor.h"
+#include "input/ExternalKeyboardFunctionRowMapper.h"
 #include "input/KeyboardEventTapController.h"
 #include "input/KeyboardSourceMonitor.h"
 #include "platform/Accessibility.h"
@@ -33,6 +34,7 @@ class AppDelegate {
     AppSettings& settings;
     KeyboardSourceMonitor& keyboardSourceMonitor;
     KeyboardEventTapController& eventTapController;
+    ExternalKeyboardFunctionRowMapper& functionRowMapper;
     CapsLockMonitor& capsLockMonitor;
     StatusBarController& statusBarController;
     SettingsWindowController& settingsWindowController;

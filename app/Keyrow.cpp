@@ -45,14 +45,10 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                           .workspace = platform.workspace,
                           .mainQueue = platform.mainQueue,
                           .inputLog = diagnosticsLog_.logger(LogCategory::input)}},
-      keyEventHandler_{{.keySettings = keySettings_,
-                        .keyboardSourceMonitor = keyboardSourceMonitor_,
-                        .functionRowMapper = functionRowMapper_,
-                        .eventTapController = eventTapController_,
-                        .modePolicy = modePolicy_,
-                        .mainQueue = platform.mainQueue}},
+      mainQueue_{platform.mainQueue},
       eventTapController_{{.eventTaps = platform.eventTaps,
-                           .handler = keyEventHandler_,
+                           .mainQueue = platform.mainQueue,
+                           .makeHandler = [this] { return makeKeyEventHandler(); },
                            .inputLog = diagnosticsLog_.logger(LogCategory::input)}},
       capsLockMonitor_{{.hidManagers = platform.hidManagers,
                         .hidSystem = platform.hidSystem,
@@ -109,6 +105,7 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                     .settings = settings_,
                     .keyboardSourceMonitor = keyboardSourceMonitor_,
                     .eventTapController = eventTapController_,
+                    .functionRowMapper = functionRowMapper_,
                     .capsLockMonitor = capsLockMonitor_,
                     .statusBarController = statusBarController_,
                     .settingsWindowController = settingsWindowController_,
@@ -122,6 +119,15 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
   views.settingsWindow.setActions(settingsWindowController_);
   views.general.setActions(generalPane_);
   views.about.setActions(aboutPane_);
+}
+
+std::shared_ptr<KeyEventHandler> Keyrow::makeKeyEventHandler() {
+  return std::make_shared<KeyEventHandler>(
+      KeyEventHandler::Uses{.keySettings = keySettings_,
+                            .keyboardSourceMonitor = keyboardSourceMonitor_,
+                            .functionRowMapper = functionRowMapper_,
+                            .modePolicy = modePolicy_,
+                            .mainQueue = mainQueue_});
 }
 
 }  // namespace keyrow

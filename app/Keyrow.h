@@ -41,7 +41,8 @@ class Keyrow {
   KeyboardSourceMonitor& keyboardSourceMonitor() { return keyboardSourceMonitor_; }
   KeySettings& keySettings() { return keySettings_; }
   ExternalKeyboardFunctionRowMapper& functionRowMapper() { return functionRowMapper_; }
-  KeyEventHandler& keyEventHandler() { return keyEventHandler_; }
+  /// A handler of key events, as each tap gets one of its own.
+  std::shared_ptr<KeyEventHandler> makeKeyEventHandler();
   KeyboardEventTapController& eventTapController() { return eventTapController_; }
   SettingsWindowController& settingsWindowController() { return settingsWindowController_; }
   CapsLockMonitor& capsLockMonitor() { return capsLockMonitor_; }
@@ -60,7 +61,7 @@ class Keyrow {
   KeyboardSourceMonitor keyboardSourceMonitor_;
   KeySettings keySettings_;
   ExternalKeyboardFunctionRowMapper functionRowMapper_;
-  KeyEventHandler keyEventHandler_;
+  MainQueue& mainQueue_;
   KeyboardEventTapController eventTapController_;
   CapsLockMonitor capsLockMonitor_;
   SparkleUpdater updater_;

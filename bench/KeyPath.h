@@ -23,7 +23,7 @@ class KeyPath {
   /// Whether the event passes. It happens at the time of the newest input.
   bool pass(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
     const KeyEvent event{.timestamp = now_, .flags = flags, .keyCode = keyCode};
-    return process_.keyrow().keyEventHandler().handleTappedEvent(type, event) == TapVerdict::pass;
+    return handler_->handleTappedEvent(type, event) == TapVerdict::pass;
   }
 
   /// The keyboard of an event at the time of the newest input.
@@ -39,6 +39,7 @@ class KeyPath {
 
  private:
   SimulatedProcess process_{mac, 501};
+  const std::shared_ptr<KeyEventHandler> handler_ = process_.keyrow().makeKeyEventHandler();
   std::shared_ptr<const SimulatedKeyboard> newest_;
   /// Mach ticks.
   std::uint64_t now_ = 1'000'000'000;

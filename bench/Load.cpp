@@ -147,7 +147,7 @@ class Load {
 
  private:
   void handOverEvents() {
-    auto& handler = process_.keyrow().keyEventHandler();
+    const auto handler = process_.keyrow().makeKeyEventHandler();
     for (std::uint64_t number = 0; number < eventCount_; ++number) {
       awaitMainThread();
       const auto& key = typedKeys[number % typedKeys.size()];
@@ -156,7 +156,7 @@ class Load {
                            .flags = key.flags,
                            .keyCode = key.keyCode};
       const auto before = Clock::now();
-      const auto verdict = handler.handleTappedEvent(key.type, event);
+      const auto verdict = handler->handleTappedEvent(key.type, event);
       const auto after = Clock::now();
       latencies_.add(static_cast<std::uint64_t>(
           std::chrono::duration_cast<std::chrono::nanoseconds>(after - before).count()));

@@ -178,7 +178,7 @@ class KeyEvents {
     event.timestamp = arbitraryTimestamp();
     event.flags = arbitraryFlags();
     event.keyCode = arbitraryKeyCode();
-    const auto verdict = keyrow().keyEventHandler().handleTappedEvent(type, event);
+    const auto verdict = handler_->handleTappedEvent(type, event);
     checkVerdict(type, event, verdict == TapVerdict::pass);
   }
 

@@ -250,7 +250,8 @@ class Settings {
 
   void checkKeySettings() {
     const auto current = process.keyrow().keySettings().current();
-    require(current.fnReplacementModifier == settings().fnReplacementModifier() &&
+    const auto modifier = settings().fnReplacementModifier();
+    require(current.fnLikeFlags == (0x800000 | (modifier ? deviceFlag(*modifier) : 0)) &&
                 current.localToggleShortcutKeyCode == settings().localToggleShortcutKeyCode() &&
                 current.applyFnModeToExternalFunctionKeys ==
                     settings().isOn(BooleanSetting::applyFnModeToExternalFunctionKeys) &&

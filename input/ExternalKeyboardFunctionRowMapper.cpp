@@ -83,9 +83,9 @@ constexpr std::array<ModifierKey, 4> modifierKeys{{
 /// `NSEventSubtype` 8, auxiliary control buttons (`NX_SUBTYPE_AUX_CONTROL_BUTTONS`).
 constexpr std::int16_t auxiliaryControlButtons = 8;
 
-std::string fnPressedText(std::uint64_t flags) {
-  const bool isPressed = (flags & keyEventFlag::secondaryFn) != 0;
-  return std::string{" fnPressed="} + (isPressed ? "true" : "false");
+/// Whether a media key acts again with each repeat, as volume and brightness do.
+constexpr bool actsAgain(std::int32_t keyType) {
+  return keyType >= auxiliaryKey::soundUp && keyType <= auxiliaryKey::brightnessDown;
 }
 
 }  // namespace
@@ -96,33 +96,64 @@ bool ExternalKeyboardFunctionRowMapper::isConcernedWith(std::uint16_t keyCode,
   return settings.applyFnModeToExternalFunctionKeys || settings.enhancedDiagnosticsEnabled;
 }
 
+std::string TranslationEvaluation::reason() const {
+  const auto modeReason = [this](std::string_view verdict, FnState mode) {
+    return std::string{verdict} + " mode=" + std::to_string(rawValue(mode)) +
+           " fnPressed=" + (isFnPressed ? "true" : "false");
+  };
+  switch (why) {
+    case TranslationReason::settingDisabled:
+      return "setting-disabled";
+    case TranslationReason::unsupportedEventType:
+      return "unsupported-event-type=" + std::to_string(eventType);
+    case TranslationReason::sourceUnavailable:
+      return "source-unavailable";
+    case TranslationReason::sourceNotEligible:
+      return "source-not-eligible";
+    case TranslationReason::noPublicMediaMapping:
+      return "no-public-media-mapping";
+    case TranslationReason::fnStateUnavailable:
+      return "fn-state-unavailable";
+    case TranslationReason::translate:
+      return modeReason("translate", FnState::special);
+    case TranslationReason::passthrough:
+      return modeReason("passthrough", FnState::standard);
+  }
+  return {};
+}
+
+const TranslatedAction* ExternalKeyboardFunctionRowMapper::action(std::uint16_t keyCode) {
+  const auto* key = findTopRowKey(keyCode);
+  return key && key->action ? &*key->action : nullptr;
+}
+
 std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate(
     std::uint32_t eventType, const KeyEvent& event, const KeyboardDeviceSource* source,
     const KeySettings::Values& settings) {
   const auto* key = findTopRowKey(event.keyCode);
   if (!key) return std::nullopt;
 
-  const auto pass = [key](std::string reason) {
-    return TranslationEvaluation{.functionKeyName = key->name,
-                                 .action = std::nullopt,
-                                 .shouldTranslate = false,
-                                 .reason = std::move(reason)};
+  TranslationEvaluation evaluation{.functionKeyName = key->name,
+                                   .eventType = eventType,
+                                   .isFnPressed = (event.flags & keyEventFlag::secondaryFn) != 0};
+  const auto pass = [&evaluation](TranslationReason why) {
+    evaluation.why = why;
+    return evaluation;
   };
-  if (!settings.applyFnModeToExternalFunctionKeys) return pass("setting-disabled");
+  if (!settings.applyFnModeToExternalFunctionKeys) return pass(TranslationReason::settingDisabled);
   if (eventType != keyEventType::keyDown && eventType != keyEventType::keyUp) {
-    return pass("unsupported-event-type=" + std::to_string(eventType));
+    return pass(TranslationReason::unsupportedEventType);
   }
-  if (!source) return pass("source-unavailable");
-  if (!source->mediaTranslationEligible) return pass("source-not-eligible");
-  if (!key->action) return pass("no-public-media-mapping");
+  if (!source) return pass(TranslationReason::sourceUnavailable);
+  if (!source->mediaTranslationEligible) return pass(TranslationReason::sourceNotEligible);
+  if (!key->action) return pass(TranslationReason::noPublicMediaMapping);
 
+  evaluation.action = &*key->action;
   const auto mode = use_.fnStateController.readFnState();
-  auto evaluation = pass("fn-state-unavailable");
-  evaluation.action = key->action;
-  if (!mode) return evaluation;
-  evaluation.shouldTranslate = *mode == FnState::special;
-  evaluation.reason = (evaluation.shouldTranslate ? "translate mode=" : "passthrough mode=") +
-                      std::to_string(rawValue(*mode)) + fnPressedText(event.flags);
+  if (!mode) return pass(TranslationReason::fnStateUnavailable);
+  if (*mode == FnState::standard) return pass(TranslationReason::passthrough);
+  evaluation.shouldTranslate = true;
+  evaluation.why = TranslationReason::translate;
   return evaluation;
 }
 
@@ -134,21 +165,24 @@ bool ExternalKeyboardFunctionRowMapper::translateIfNeeded(std::uint32_t eventTyp
   if (!evaluation) return false;
   if (settings.enhancedDiagnosticsEnabled) {
     use_.inputLog.debug("Evaluated " + std::string{evaluation->functionKeyName} + ": " +
-                        evaluation->reason +
+                        evaluation->reason() +
                         (source ? " source=" + source->inputSourceLabel(true) : std::string{}));
   }
-  if (!evaluation->shouldTranslate || !evaluation->action) return false;
-  perform(*evaluation->action, eventType == keyEventType::keyDown);
+  if (!evaluation->shouldTranslate) return false;
+  perform(*evaluation->action,
+          eventType == keyEventType::keyDown ? KeyStep::press : KeyStep::release);
   return true;
 }
 
-void ExternalKeyboardFunctionRowMapper::perform(const TranslatedAction& action, bool isKeyDown) {
+void ExternalKeyboardFunctionRowMapper::perform(const TranslatedAction& action, KeyStep step) {
   if (const auto* auxiliary = std::get_if<AuxiliaryAction>(&action)) {
-    postAuxiliaryKey(auxiliary->keyType, isKeyDown);
+    if (step != KeyStep::repeat || actsAgain(auxiliary->keyType)) {
+      postAuxiliaryKey(auxiliary->keyType, step);
+    }
     return;
   }
-  // Everything else has happened when the key comes up.
-  if (!isKeyDown) return;
+  // Everything else has happened when the key repeats or comes up.
+  if (step != KeyStep::press) return;
   if (const auto* application = std::get_if<OpenApplicationAction>(&action)) {
     openApplication(application->path);
   } else if (const auto* url = std::get_if<OpenURLAction>(&action)) {
@@ -159,13 +193,26 @@ void ExternalKeyboardFunctionRowMapper::perform(const TranslatedAction& action, 
   }
 }
 
-void ExternalKeyboardFunctionRowMapper::postAuxiliaryKey(std::int32_t keyType, bool isKeyDown) {
-  const std::int64_t state = isKeyDown ? 0xA00 : 0xB00;
-  const SystemDefinedEvent event{.modifierFlags = static_cast<std::uint64_t>(state),
-                                 .subtype = auxiliaryControlButtons,
-                                 .data1 = std::int64_t{keyType} << 16 | state,
-                                 .data2 = isKeyDown ? -1 : 0};
-  use_.mainQueue.async([&poster = use_.eventPoster, event] { poster.post(event); });
+void ExternalKeyboardFunctionRowMapper::postAuxiliaryKey(std::int32_t keyType, KeyStep step) {
+  const std::int64_t state = step == KeyStep::release ? 0xB00 : 0xA00;
+  const std::int64_t repeatBit = step == KeyStep::repeat ? 1 : 0;
+  {
+    const std::scoped_lock guard{waitingLock_};
+    waitingKeys_.push_back({.modifierFlags = static_cast<std::uint64_t>(state),
+                            .subtype = auxiliaryControlButtons,
+                            .data1 = std::int64_t{keyType} << 16 | state | repeatBit,
+                            .data2 = step == KeyStep::release ? 0 : -1});
+  }
+  use_.mainQueue.async([this] { postWaitingKeys(); });
+}
+
+void ExternalKeyboardFunctionRowMapper::postWaitingKeys() {
+  std::vector<SystemDefinedEvent> waiting;
+  {
+    const std::scoped_lock guard{waitingLock_};
+    waiting.swap(waitingKeys_);
+  }
+  for (const auto& event : waiting) use_.eventPoster.post(event);
 }
 
 void ExternalKeyboardFunctionRowMapper::openApplication(std::string_view path) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/FnStateController.h"
 #include "core/KeyboardDeviceSource.h"
@@ -17,21 +19,44 @@
 
 namespace keyrow {
 
+/// What a key does.
+enum class KeyStep { press, repeat, release };
+
+/// Why an event of a top-row key is translated, or passes.
+enum class TranslationReason {
+  settingDisabled,
+  unsupportedEventType,
+  sourceUnavailable,
+  sourceNotEligible,
+  noPublicMediaMapping,
+  fnStateUnavailable,
+  translate,
+  passthrough,
+};
+
 /// What was decided about one event of a top-row key, and why.
 struct TranslationEvaluation {
   /// "F1" to "F12".
   std::string_view functionKeyName;
-  /// Absent where none was determined.
-  std::optional<TranslatedAction> action;
+  /// Null where none was determined.
+  const TranslatedAction* action = nullptr;
   /// Whether the event is to be swallowed and the action performed.
   bool shouldTranslate = false;
-  std::string reason;
+  TranslationReason why = TranslationReason::settingDisabled;
+  /// Of the event (`keyEventType`).
+  std::uint32_t eventType = 0;
+  /// Whether Fn was held.
+  bool isFnPressed = false;
+
+  /// `why` in the words of the log.
+  std::string reason() const;
 };
 
 /// Makes the top row of keyboards that are not Apple's follow the function-key mode: in
 /// the special mode their F keys become the media and system keys of Apple's keyboards.
 ///
-/// Evaluating only reads, from any thread; whatever is performed goes to the main queue.
+/// Evaluating only reads, from any thread; whatever is performed goes to the main queue. What
+/// media keys do waits there in one list, so that whoever ends the application can still post it.
 class ExternalKeyboardFunctionRowMapper {
  public:
   /// What it uses. `inputLog` is the logger of the "input" category.
@@ -60,12 +85,19 @@ class ExternalKeyboardFunctionRowMapper {
   bool translateIfNeeded(std::uint32_t eventType, const KeyEvent& event,
                          const KeyboardDeviceSource* source, const KeySettings::Values& settings);
 
-  /// Performs what the key at hand does instead: a media key follows it, everything else
-  /// happens when it goes down.
-  void perform(const TranslatedAction& action, bool isKeyDown);
+  /// What a key of the top row can become; null for one that becomes nothing, and for all
+  /// other keys.
+  static const TranslatedAction* action(std::uint16_t keyCode);
 
-  /// Presses or releases a media key (`NX_KEYTYPE_…`, ev_keymap.h).
-  void postAuxiliaryKey(std::int32_t keyType, bool isKeyDown);
+  /// Performs what the key at hand does instead: a media key follows it, but only those of
+  /// volume and brightness repeat; everything else happens when it goes down.
+  void perform(const TranslatedAction& action, KeyStep step);
+
+  /// Presses, repeats or releases a media key (`NX_KEYTYPE_…`, ev_keymap.h).
+  void postAuxiliaryKey(std::int32_t keyType, KeyStep step);
+
+  /// Posts the media keys that wait for the main queue, in their order. On the main thread.
+  void postWaitingKeys();
 
   /// Opens the application at this path, or brings it to the front.
   void openApplication(std::string_view path);
@@ -78,6 +110,10 @@ class ExternalKeyboardFunctionRowMapper {
 
  private:
   const Uses use_;
+
+  /// Guards the field below.
+  std::mutex waitingLock_;
+  std::vector<SystemDefinedEvent> waitingKeys_;
 };
 
 }  // namespace keyrow

@@ -1,28 +1,30 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <limits>
 
 #include "core/ModePolicy.h"
 #include "input/ExternalKeyboardFunctionRowMapper.h"
 #include "input/KeySettings.h"
-#include "input/KeyboardEventTapController.h"
 #include "input/KeyboardSourceMonitor.h"
-#include "platform/EventTaps.h"
+#include "input/TappedEventHandler.h"
 #include "platform/MainQueue.h"
 
 namespace keyrow {
 
 /// Decides about every key: it may be one of the two shortcuts, or a top-row key to
-/// translate; all else passes, and nobody is asked which keyboard it came from. Runs in the
-/// event tap's worker thread and only reads. What is to be done it puts on the main queue,
-/// and never waits for it.
+/// translate; all else passes, and nobody is asked which keyboard it came from. How a press
+/// was decided its repeats and its release follow, whatever has changed meanwhile.
+///
+/// Runs in the event tap's worker thread, and only reads. What is to be done it puts on the
+/// main queue, and never waits for it.
 class KeyEventHandler final : public TappedEventHandler {
  public:
   struct Uses {
     KeySettings& keySettings;
     KeyboardSourceMonitor& keyboardSourceMonitor;
     ExternalKeyboardFunctionRowMapper& functionRowMapper;
-    KeyboardEventTapController& eventTapController;
     ModePolicy& modePolicy;
     MainQueue& mainQueue;
   };
@@ -31,13 +33,39 @@ class KeyEventHandler final : public TappedEventHandler {
 
   TapVerdict handleTappedEvent(std::uint32_t type, const KeyEvent& event) noexcept override;
 
- private:
-  using ModeCommand = void (ModePolicy::*)(const KeyboardDeviceSource*);
+  /// Releases the media keys that are down, too.
+  void forgetKeys() noexcept override;
 
-  /// Performs the command when the key goes down. Both ways of the key are swallowed.
-  TapVerdict performShortcut(std::uint32_t type, const KeyEvent& event, ModeCommand command);
+ private:
+  /// How a key's last press was decided.
+  enum class Way : std::uint8_t {
+    /// The press has not been seen.
+    unknown,
+    passed,
+    clearsOverride,
+    togglesOverride,
+    translated,
+    /// Translated to a media key, whose release has not been posted.
+    mediaKeyDown,
+  };
+
+  KeyEvent withTrueFn(const KeyEvent& event) const;
+
+  /// Decides afresh; what a key is translated to has happened then.
+  Way decide(std::uint32_t type, const KeyEvent& event);
+  TapVerdict handleKey(std::uint32_t type, const KeyEvent& event);
+  TapVerdict press(const KeyEvent& event);
+  TapVerdict repeat(const KeyEvent& event);
+  TapVerdict release(const KeyEvent& event);
+  void performShortcut(Way way, const KeyEvent& event);
+  void releaseMediaKey(std::uint16_t keyCode);
 
   const Uses use_;
+
+  /// By key code.
+  std::array<Way, std::numeric_limits<std::uint16_t>::max() + 1> ways_{};
+  /// The Fn key itself, and not only the flag that some keys bring along.
+  bool isFnHeld_ = false;
 };
 
 }  // namespace keyrow

@@ -1,32 +1,28 @@
 #include "input/KeySettings.h"
 
+#include "core/FnReplacementModifier.h"
+
 namespace keyrow {
 
 namespace {
 
-/// How the cache is laid out, from the lowest bit: the key code, the modifier (0 for none,
-/// else one more than its number), the two Booleans, that it holds anything, the count.
+/// How the cache is laid out, from the lowest bit: the key code, the flag of the modifier that
+/// stands in for Fn (0 for none), the two Booleans, that it holds anything, the count.
 constexpr unsigned modifierShift = 16;
-constexpr std::uint64_t modifierMask = 0xF;
-constexpr std::uint64_t applyBit = std::uint64_t{1} << 20;
-constexpr std::uint64_t diagnosticsBit = std::uint64_t{1} << 21;
-constexpr std::uint64_t filledBit = std::uint64_t{1} << 22;
-constexpr unsigned countShift = 23;
+constexpr std::uint64_t modifierMask = 0x3FFF;
+constexpr std::uint64_t applyBit = std::uint64_t{1} << 30;
+constexpr std::uint64_t diagnosticsBit = std::uint64_t{1} << 31;
+constexpr std::uint64_t filledBit = std::uint64_t{1} << 32;
+constexpr unsigned countShift = 33;
 
 std::uint64_t pack(const KeySettings::Values& values) {
-  const auto modifier = values.fnReplacementModifier
-                            ? static_cast<std::uint64_t>(*values.fnReplacementModifier) + 1
-                            : 0;
-  return values.localToggleShortcutKeyCode | modifier << modifierShift |
+  return values.localToggleShortcutKeyCode | (values.fnLikeFlags & modifierMask) << modifierShift |
          (values.applyFnModeToExternalFunctionKeys ? applyBit : 0) |
          (values.enhancedDiagnosticsEnabled ? diagnosticsBit : 0) | filledBit;
 }
 
 KeySettings::Values unpack(std::uint64_t packed) {
-  const auto modifier = packed >> modifierShift & modifierMask;
-  return {.fnReplacementModifier =
-              modifier == 0 ? std::nullopt
-                            : std::optional{static_cast<FnReplacementModifier>(modifier - 1)},
+  return {.fnLikeFlags = keyEventFlag::secondaryFn | (packed >> modifierShift & modifierMask),
           .localToggleShortcutKeyCode = static_cast<std::uint16_t>(packed),
           .applyFnModeToExternalFunctionKeys = (packed & applyBit) != 0,
           .enhancedDiagnosticsEnabled = (packed & diagnosticsBit) != 0};
@@ -41,8 +37,9 @@ KeySettings::Values KeySettings::current() {
   if ((cached & filledBit) != 0 && cached >> countShift == count >> countShift) {
     return unpack(cached);
   }
+  const auto modifier = use_.settings.fnReplacementModifier();
   const Values values{
-      .fnReplacementModifier = use_.settings.fnReplacementModifier(),
+      .fnLikeFlags = keyEventFlag::secondaryFn | (modifier ? deviceFlag(*modifier) : 0),
       .localToggleShortcutKeyCode = use_.settings.localToggleShortcutKeyCode(),
       .applyFnModeToExternalFunctionKeys =
           use_.settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys),

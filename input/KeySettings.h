@@ -2,10 +2,9 @@
 
 #include <atomic>
 #include <cstdint>
-#include <optional>
 
 #include "core/AppSettings.h"
-#include "core/FnReplacementModifier.h"
+#include "platform/KeyEvent.h"
 #include "platform/UserDefaults.h"
 
 namespace keyrow {
@@ -16,7 +15,8 @@ namespace keyrow {
 class KeySettings {
  public:
   struct Values {
-    std::optional<FnReplacementModifier> fnReplacementModifier;
+    /// Of these event flags any one says that Fn is held, or what stands in for it.
+    std::uint64_t fnLikeFlags = keyEventFlag::secondaryFn;
     /// Of the per-app shortcut.
     std::uint16_t localToggleShortcutKeyCode = 0;
     bool applyFnModeToExternalFunctionKeys = false;

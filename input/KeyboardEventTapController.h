@@ -1,10 +1,14 @@
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 
+#include "input/TappedEventHandler.h"
 #include "platform/EventTaps.h"
+#include "platform/MainQueue.h"
 #include "platform/SystemLog.h"
 
 namespace keyrow {
@@ -13,10 +17,12 @@ namespace keyrow {
 /// it when the system disables it. Main thread only.
 class KeyboardEventTapController {
  public:
-  /// What it uses. `inputLog` is the logger of the "input" category.
+  /// What it uses. `makeHandler` makes the handler of a new tap; `inputLog` is the logger of
+  /// the "input" category.
   struct Uses {
     EventTaps& eventTaps;
-    TappedEventHandler& handler;
+    MainQueue& mainQueue;
+    std::function<std::shared_ptr<TappedEventHandler>()> makeHandler;
     Logger& inputLog;
   };
 
@@ -29,6 +35,10 @@ class KeyboardEventTapController {
   /// Ends the tap and its worker; does nothing where there is none.
   void stopEventTap();
 
+  /// The same, and waits until every worker has ended: what they leave behind is on the main
+  /// queue then. A worker that does not end within two seconds is left to itself.
+  void stopEventTapAndWait();
+
   /// Repairs the tap after the system has disabled it, which `eventType` announced; logs
   /// how that went.
   void recoverEventTap(std::uint32_t eventType);
@@ -39,6 +49,8 @@ class KeyboardEventTapController {
   bool reviveEventTap();
 
  private:
+  class Worker;
+
   /// What the main thread and the workers share.
   struct State {
     /// Guards the fields below; never held across a call into the system.
@@ -46,15 +58,21 @@ class KeyboardEventTapController {
     /// The current tap; null while stopped.
     std::shared_ptr<EventTap> eventTap;
     std::shared_ptr<RunLoopSource> runLoopSource;
+    /// The current tap's worker; null while stopped.
+    std::shared_ptr<Worker> worker;
     /// The worker's, while it runs.
     std::shared_ptr<RunLoop> workerRunLoop;
+    /// How many workers have not ended.
+    int workerCount = 0;
+    std::condition_variable workerEnded;
   };
 
   static void runTapThread(const std::weak_ptr<State>& weakState, EventTaps& eventTaps,
                            const std::shared_ptr<EventTap>& tap,
-                           const std::shared_ptr<RunLoopSource>& source);
+                           const std::shared_ptr<RunLoopSource>& source, Worker& worker);
   bool installEventTap();
   bool enableExistingTap();
+  void handleAnnouncement(std::uint32_t eventType, const std::shared_ptr<Worker>& from);
 
   const Uses use_;
   const std::shared_ptr<State> state_ = std::make_shared<State>();

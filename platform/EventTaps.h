@@ -18,16 +18,16 @@ enum class TapVerdict {
   swallow,
 };
 
-/// Decides about tapped events.
-class TappedEventHandler {
+/// What a tap calls.
+class EventTapCallback {
  public:
   /// Called in the tap's worker thread for every event, which waits in the system's path
   /// until this returns. `type` is one of `keyEventType`, or whatever else comes; of the
   /// pseudo events that say that the tap was disabled `event` tells nothing.
-  virtual TapVerdict handleTappedEvent(std::uint32_t type, const KeyEvent& event) noexcept = 0;
+  virtual TapVerdict tapReceived(std::uint32_t type, const KeyEvent& event) noexcept = 0;
 
  protected:
-  ~TappedEventHandler() = default;
+  ~EventTapCallback() = default;
 };
 
 /// An event tap (`CFMachPort`). Destroying it releases it, and does not invalidate it.
@@ -54,6 +54,10 @@ class RunLoop : public Port {
   /// Serves the sources until the run loop is stopped (`CFRunLoopRun`); in its own thread.
   virtual void run() = 0;
 
+  /// Lets it do something in its own thread, as soon as it runs (`CFRunLoopPerformBlock`,
+  /// `CFRunLoopWakeUp`).
+  virtual void perform(std::function<void()> work) = 0;
+
   /// Lets it stop itself, from its own thread, as soon as it runs (`CFRunLoopPerformBlock`
   /// with `CFRunLoopStop`, `CFRunLoopWakeUp`).
   virtual void stop() = 0;
@@ -65,9 +69,9 @@ class EventTaps : public Port {
   /// Creates an active tap for these events, a bit for each type, before all others at the
   /// point where HID events enter the window server (`CGEventTapCreate` with
   /// `kCGHIDEventTap`, `kCGHeadInsertEventTap`, `kCGEventTapOptionDefault`). Null when the
-  /// system does not allow it. `handler` has to outlive the tap.
+  /// system does not allow it. `callback` has to live as long as a run loop serves the tap.
   virtual std::shared_ptr<EventTap> createTap(std::uint64_t eventsOfInterest,
-                                              TappedEventHandler& handler) = 0;
+                                              EventTapCallback& callback) = 0;
 
   /// `CFMachPortCreateRunLoopSource` with order 0; null when that fails.
   virtual std::shared_ptr<RunLoopSource> createRunLoopSource(EventTap& tap) = 0;

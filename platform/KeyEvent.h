@@ -12,6 +12,8 @@ struct KeyEvent {
   std::uint64_t flags = 0;
   /// A virtual key code (`kCGKeyboardEventKeycode`).
   std::uint16_t keyCode = 0;
+  /// Whether the key was down before (`kCGKeyboardEventAutorepeat`).
+  bool isRepeat = false;
 };
 
 /// Event types (`CGEventType`, CGEventTypes.h).

@@ -8,7 +8,7 @@ namespace keyrow::macos {
 class MacEventTaps final : public EventTaps {
  public:
   std::shared_ptr<EventTap> createTap(std::uint64_t eventsOfInterest,
-                                      TappedEventHandler& handler) override;
+                                      EventTapCallback& callback) override;
   std::shared_ptr<RunLoopSource> createRunLoopSource(EventTap& tap) override;
   std::shared_ptr<RunLoop> currentRunLoop() override;
   void startThread(std::string_view name, std::function<void()> body) override;

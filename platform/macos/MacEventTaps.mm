@@ -12,7 +12,7 @@ namespace keyrow::macos {
 
 namespace {
 
-/// The callback of every tap; `userInfo` is its `TappedEventHandler`.
+/// The callback of every tap; `userInfo` is its `EventTapCallback`.
 CGEventRef handleEvent(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event,
                        void* userInfo) {
   // Of the pseudo events nothing is asked: they may come without an event.
@@ -21,12 +21,13 @@ CGEventRef handleEvent(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef e
     converted = {.timestamp = CGEventGetTimestamp(event),
                  .flags = CGEventGetFlags(event),
                  .keyCode = static_cast<std::uint16_t>(
-                     CGEventGetIntegerValueField(event, kCGKeyboardEventKeycode))};
+                     CGEventGetIntegerValueField(event, kCGKeyboardEventKeycode)),
+                 .isRepeat = CGEventGetIntegerValueField(event, kCGKeyboardEventAutorepeat) != 0};
   }
   // The worker's run loop drains no pool.
   @autoreleasepool {
-    auto& handler = *static_cast<TappedEventHandler*>(userInfo);
-    return handler.handleTappedEvent(type, converted) == TapVerdict::pass ? event : nullptr;
+    auto& callback = *static_cast<EventTapCallback*>(userInfo);
+    return callback.tapReceived(type, converted) == TapVerdict::pass ? event : nullptr;
   }
 }
 
@@ -70,11 +71,14 @@ class MacRunLoop final : public RunLoop {
     CFRunLoopRemoveSource(runLoop_.get(), sourceOf(source), kCFRunLoopCommonModes);
   }
   void run() override { CFRunLoopRun(); }
-  void stop() override {
+  void perform(std::function<void()> work) override {
     CFRunLoopPerformBlock(runLoop_.get(), kCFRunLoopCommonModes, ^{
-      CFRunLoopStop(CFRunLoopGetCurrent());
+      work();
     });
     CFRunLoopWakeUp(runLoop_.get());
+  }
+  void stop() override {
+    perform([] { CFRunLoopStop(CFRunLoopGetCurrent()); });
   }
 
  private:
@@ -84,10 +88,10 @@ class MacRunLoop final : public RunLoop {
 }  // namespace
 
 std::shared_ptr<EventTap> MacEventTaps::createTap(std::uint64_t eventsOfInterest,
-                                                  TappedEventHandler& handler) {
+                                                  EventTapCallback& callback) {
   auto port = CFRef<CFMachPortRef>::adopt(
       CGEventTapCreate(kCGHIDEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault,
-                       eventsOfInterest, handleEvent, &handler));
+                       eventsOfInterest, handleEvent, &callback));
   return port ? std::make_shared<MacEventTap>(std::move(port)) : nullptr;
 }
 

@@ -47,7 +47,7 @@ bool EventTapServer::post(std::uint32_t type, const KeyEvent& event) {
     if (!runLoop) continue;
     auto verdict = TapVerdict::pass;
     const bool wasHandled =
-        runLoop->perform([&] { verdict = tap->handler->handleTappedEvent(type, event); });
+        runLoop->perform([&] { verdict = tap->callback->tapReceived(type, event); });
     if (wasHandled && verdict == TapVerdict::swallow) return false;
   }
   return true;
@@ -63,7 +63,7 @@ void EventTapServer::disableAll(std::uint32_t announcedType) {
       runLoop = tap->runLoop;
     }
     if (announcedType == 0 || !runLoop) continue;
-    runLoop->perform([&] { tap->handler->handleTappedEvent(announcedType, {}); });
+    runLoop->perform([&] { tap->callback->tapReceived(announcedType, {}); });
   }
 }
 

@@ -16,7 +16,7 @@ namespace keyrow::sim {
 /// An event tap as the window server knows it. Its fields belong to the server.
 struct ServedTap {
   std::uint64_t eventsOfInterest = 0;
-  TappedEventHandler* handler = nullptr;
+  EventTapCallback* callback = nullptr;
   bool isEnabled = true;
   bool isValid = true;
   /// Where its events are handled; null before a run loop serves its source.

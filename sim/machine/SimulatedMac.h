@@ -82,8 +82,9 @@ class SimulatedMac {
   bool isAccessibilityGranted = true;
   bool isInputMonitoringGranted = true;
 
-  /// Whether a thread that is started gets to its work before anything else happens.
-  bool threadsStartAtOnce = true;
+  /// Whether a thread that is started gets to its work before anything else happens, and one
+  /// that is stopped to its end.
+  bool threadsRunAtOnce = true;
 
   /// What the HID system gives as the state of Caps Lock.
   bool isCapsLockOn = false;

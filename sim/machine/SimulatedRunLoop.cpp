@@ -57,6 +57,11 @@ void SimulatedRunLoop::awaitStart() {
   changed_.wait(guard, [this] { return isRunning_ || isFinished_; });
 }
 
+void SimulatedRunLoop::awaitEnd() {
+  std::unique_lock guard{mutex_};
+  changed_.wait(guard, [this] { return isFinished_; });
+}
+
 bool SimulatedRunLoop::perform(const std::function<void()>& work) {
   std::unique_lock guard{mutex_};
   if (!isRunning_ || isStopped_ || isShutDown_) return false;

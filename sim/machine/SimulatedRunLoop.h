@@ -26,6 +26,9 @@ class SimulatedRunLoop {
   /// Waits until it runs, or its thread has ended.
   void awaitStart();
 
+  /// Waits until its thread has ended.
+  void awaitEnd();
+
   /// Runs work in the run loop's thread and waits for it. False when it does not get to
   /// it: it is not running, or ends before.
   bool perform(const std::function<void()>& work);

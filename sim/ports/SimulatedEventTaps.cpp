@@ -52,7 +52,8 @@ class Source final : public RunLoopSource {
 /// A run loop as a port hands it out; ties a source's tap to it.
 class Handle final : public RunLoop {
  public:
-  explicit Handle(std::shared_ptr<SimulatedRunLoop> runLoop) : runLoop_{std::move(runLoop)} {}
+  Handle(std::shared_ptr<SimulatedRunLoop> runLoop, const SimulatedMac& mac)
+      : runLoop_{std::move(runLoop)}, mac_{mac} {}
 
   void addSource(RunLoopSource& source) override {
     runLoop_->addSource(source);
@@ -63,10 +64,15 @@ class Handle final : public RunLoop {
     runLoop_->removeSource(source);
   }
   void run() override { runLoop_->run(); }
-  void stop() override { runLoop_->stop(); }
+  void perform(std::function<void()> work) override { runLoop_->perform(work); }
+  void stop() override {
+    runLoop_->stop();
+    if (mac_.threadsRunAtOnce) runLoop_->awaitEnd();
+  }
 
  private:
   const std::shared_ptr<SimulatedRunLoop> runLoop_;
+  const SimulatedMac& mac_;
 };
 
 thread_local std::shared_ptr<Handle> threadRunLoop;
@@ -74,13 +80,13 @@ thread_local std::shared_ptr<Handle> threadRunLoop;
 }  // namespace
 
 std::shared_ptr<EventTap> SimulatedEventTaps::createTap(std::uint64_t eventsOfInterest,
-                                                        TappedEventHandler& handler) {
+                                                        EventTapCallback& callback) {
   auto& mac = context_.mac;
   if (!mac.call(PortCall::createEventTap)) return nullptr;
   if (!mac.isAccessibilityGranted || !mac.isInputMonitoringGranted) return nullptr;
   auto served = std::make_shared<ServedTap>();
   served->eventsOfInterest = eventsOfInterest;
-  served->handler = &handler;
+  served->callback = &callback;
   mac.eventTaps.insert(served);
   const std::scoped_lock guard{mutex_};
   taps_.push_back(served);
@@ -103,18 +109,18 @@ void SimulatedEventTaps::startThread(std::string_view name, std::function<void()
     runLoops_.push_back(runLoop);
     auto counted =
         std::make_shared<OpenHandle>(context_.mac.openHandles, "thread", context_.processID);
-    threads_.emplace_back(
-        [runLoop, body = std::move(body), counted = std::move(counted)]() mutable {
-          threadRunLoop = std::make_shared<Handle>(runLoop);
-          body();
-          // Before the thread counts as ended: who waits for that wants all of it gone.
-          body = nullptr;
-          threadRunLoop = nullptr;
-          counted = nullptr;
-          runLoop->finish();
-        });
+    threads_.emplace_back([runLoop, &mac = context_.mac, body = std::move(body),
+                           counted = std::move(counted)]() mutable {
+      threadRunLoop = std::make_shared<Handle>(runLoop, mac);
+      body();
+      // Before the thread counts as ended: who waits for that wants all of it gone.
+      body = nullptr;
+      threadRunLoop = nullptr;
+      counted = nullptr;
+      runLoop->finish();
+    });
   }
-  if (context_.mac.threadsStartAtOnce) runLoop->awaitStart();
+  if (context_.mac.threadsRunAtOnce) runLoop->awaitStart();
 }
 
 void SimulatedEventTaps::endThreads() {

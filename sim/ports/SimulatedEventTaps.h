@@ -18,7 +18,7 @@ class SimulatedEventTaps final : public EventTaps {
   ~SimulatedEventTaps() override { endThreads(); }
 
   std::shared_ptr<EventTap> createTap(std::uint64_t eventsOfInterest,
-                                      TappedEventHandler& handler) override;
+                                      EventTapCallback& callback) override;
   std::shared_ptr<RunLoopSource> createRunLoopSource(EventTap& tap) override;
   std::shared_ptr<RunLoop> currentRunLoop() override;
   void startThread(std::string_view name, std::function<void()> body) override;

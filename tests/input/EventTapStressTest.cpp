@@ -16,7 +16,7 @@ class EventTapStressTest : public SimulatedMacTest, public ::testing::WithParamI
 TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
   constexpr std::uint64_t eventCount = 100'000;
   constexpr std::uint64_t interval = 300;
-  mac.threadsStartAtOnce = GetParam();
+  mac.threadsRunAtOnce = GetParam();
   store("globalFnState", 0);
   store("applyFnModeToExternalFunctionKeys", true);
   mac.applications.install("com.apple.TextEdit");

@@ -63,7 +63,7 @@ class FunctionRowEvaluationTest : public KeyEventFixture {
     ASSERT_TRUE(evaluation);
     EXPECT_FALSE(evaluation->shouldTranslate);
     EXPECT_FALSE(evaluation->action);
-    EXPECT_EQ(evaluation->reason, reason);
+    EXPECT_EQ(evaluation->reason(), reason);
   }
 };
 
@@ -72,9 +72,10 @@ TEST_F(FunctionRowEvaluationTest, KnowsTheTwelveKeysAndTheirActions) {
     const auto evaluation = evaluate(key.keyCode);
     ASSERT_TRUE(evaluation) << key.name;
     EXPECT_EQ(evaluation->functionKeyName, key.name);
-    EXPECT_EQ(evaluation->action, key.action) << key.name;
+    EXPECT_EQ(evaluation->action ? std::optional{*evaluation->action} : std::nullopt, key.action)
+        << key.name;
     EXPECT_EQ(evaluation->shouldTranslate, key.action.has_value()) << key.name;
-    EXPECT_EQ(evaluation->reason,
+    EXPECT_EQ(evaluation->reason(),
               key.action ? "translate mode=0 fnPressed=false" : "no-public-media-mapping");
   }
 }
@@ -131,19 +132,21 @@ TEST_F(FunctionRowEvaluationTest, AnUnreadableModeTranslatesNothing) {
   mac.faults.fail(PortCall::readServiceProperty, 1);
   const auto evaluation = evaluate(keyF7);
   EXPECT_FALSE(evaluation->shouldTranslate);
-  EXPECT_EQ(evaluation->reason, "fn-state-unavailable");
-  EXPECT_EQ(evaluation->action, TranslatedAction{AuxiliaryAction{18}});
+  EXPECT_EQ(evaluation->reason(), "fn-state-unavailable");
+  ASSERT_TRUE(evaluation->action);
+  EXPECT_EQ(*evaluation->action, TranslatedAction{AuxiliaryAction{18}});
 }
 
 TEST_F(FunctionRowEvaluationTest, TheModeDecidesAndFnIsOnlyReported) {
-  EXPECT_EQ(evaluate(keyF7, keyUp, keyEventFlag::secondaryFn)->reason,
+  EXPECT_EQ(evaluate(keyF7, keyUp, keyEventFlag::secondaryFn)->reason(),
             "translate mode=0 fnPressed=true");
   setHardware(FnState::standard);
   const auto evaluation = evaluate(keyF7);
   EXPECT_FALSE(evaluation->shouldTranslate);
-  EXPECT_EQ(evaluation->reason, "passthrough mode=1 fnPressed=false");
-  EXPECT_EQ(evaluation->action, TranslatedAction{AuxiliaryAction{18}});
-  EXPECT_EQ(evaluate(keyF7, keyDown, keyEventFlag::secondaryFn)->reason,
+  EXPECT_EQ(evaluation->reason(), "passthrough mode=1 fnPressed=false");
+  ASSERT_TRUE(evaluation->action);
+  EXPECT_EQ(*evaluation->action, TranslatedAction{AuxiliaryAction{18}});
+  EXPECT_EQ(evaluate(keyF7, keyDown, keyEventFlag::secondaryFn)->reason(),
             "passthrough mode=1 fnPressed=true");
 }
 

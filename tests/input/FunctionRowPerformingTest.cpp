@@ -127,8 +127,9 @@ TEST_F(FunctionRowPerformingTest, AURLThatDoesNotOpenIsReplacedByAnApplicationIf
 TEST_F(FunctionRowPerformingTest, AURLOpensOnceWhenTheKeyGoesDown) {
   const OpenURLAction action{
       .url = "https://keyrow.example", .fallbackApp = std::nullopt, .label = "Keyrow"};
-  mapper().perform(action, true);
-  mapper().perform(action, false);
+  mapper().perform(action, KeyStep::press);
+  mapper().perform(action, KeyStep::repeat);
+  mapper().perform(action, KeyStep::release);
   mac.scheduler.runReady();
   EXPECT_THAT(mac.screen.openedURLs(), ElementsAre("https://keyrow.example"));
 }

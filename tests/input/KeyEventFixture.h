@@ -15,6 +15,7 @@ class KeyEventFixture : public AppDelegateFixture {
   static constexpr std::uint16_t keyA = 0;
   static constexpr std::uint16_t keyGrave = 50;
   static constexpr std::uint16_t keyEscape = 53;
+  static constexpr std::uint16_t keyFn = 63;
 
   void SetUp() override {
     AppDelegateFixture::SetUp();
@@ -22,6 +23,7 @@ class KeyEventFixture : public AppDelegateFixture {
     mac.scheduler.runReady();
     useKeyboard({{"Transport", "USB"}, {"Built-In", false}});
     takeWrittenModes();
+    handler = keyrow().makeKeyEventHandler();
   }
 
   /// Events come from a keyboard with these properties from now on.
@@ -34,19 +36,31 @@ class KeyEventFixture : public AppDelegateFixture {
 
   /// Whether the event passes.
   bool passes(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
-    return keyrow().keyEventHandler().handleTappedEvent(
-               type, {.timestamp = mac.machAbsoluteTime(), .flags = flags, .keyCode = keyCode}) ==
-           TapVerdict::pass;
+    return handles(type, {.timestamp = mac.machAbsoluteTime(), .flags = flags, .keyCode = keyCode});
   }
 
-  /// The same, and does what the event put on the main queue.
+  /// The same for the event of a key that repeats.
+  bool passesRepeat(std::uint16_t keyCode, std::uint64_t flags = 0) {
+    return handles(keyEventType::keyDown, {.timestamp = mac.machAbsoluteTime(),
+                                           .flags = flags,
+                                           .keyCode = keyCode,
+                                           .isRepeat = true});
+  }
+
+  /// The same as `passes`, and does what the event put on the main queue.
   bool passesAndRuns(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
     const bool result = passes(type, keyCode, flags);
     mac.scheduler.runReady();
     return result;
   }
 
+  std::shared_ptr<KeyEventHandler> handler;
+
  private:
+  bool handles(std::uint32_t type, const KeyEvent& event) {
+    return handler->handleTappedEvent(type, event) == TapVerdict::pass;
+  }
+
   std::uint64_t lastRegistryID_ = 0;
 };
 

@@ -122,6 +122,8 @@ TEST_F(KeyEventHandlerTest, OnlyADecisionThatNeedsTheKeyboardAsksForIt) {
     store(setting, true);
     EXPECT_FALSE(ordinaryKeysAsk()) << setting;
     EXPECT_TRUE(asksForTheKeyboard(keyDown, keyF8)) << setting;
+    EXPECT_FALSE(asksForTheKeyboard(keyUp, keyF8)) << setting;
+    handler->forgetKeys();
     EXPECT_TRUE(asksForTheKeyboard(keyUp, keyF8)) << setting;
     store(setting, false);
   }
@@ -149,23 +151,10 @@ TEST_F(KeyEventHandlerTest, AShortcutInTheTopRowIsNotTranslated) {
   constexpr std::uint16_t keyF8 = 100;
   store("applyFnModeToExternalFunctionKeys", true);
   store("localToggleShortcutKeyCode", int{keyF8});
+  EXPECT_TRUE(passesAndRuns(flagsChanged, keyFn, fn));
   EXPECT_FALSE(passesAndRuns(keyDown, keyF8, fn));
   EXPECT_TRUE(mac.systemDefinedEvents.empty());
   EXPECT_THAT(takeWrittenModes(), ElementsAre(1));
-}
-
-TEST_F(KeyEventHandlerTest, ADisabledTapIsRecoveredFromTheMainQueue) {
-  for (const auto& [type, reason] :
-       {std::pair{tapDisabledByTimeout, "timeout"}, {tapDisabledByUserInput, "user input"}}) {
-    EXPECT_FALSE(passes(type, keyGrave, fn));
-    const auto before = logLines().size();
-    mac.scheduler.runReady();
-    ASSERT_EQ(logLines().size(), before + 1);
-    EXPECT_EQ(logLines().back(), std::string{"input notice: Re-enabled the keyboard event tap "
-                                             "after "} +
-                                     reason + ".");
-  }
-  EXPECT_THAT(takeWrittenModes(), ElementsAre());
 }
 
 struct Side {

@@ -57,7 +57,8 @@ class KeySettingsTest : public SimulatedMacTest {
   void expectSettings() {
     for (int time = 0; time < 2; ++time) {
       const auto values = keySettings.current();
-      EXPECT_EQ(values.fnReplacementModifier, settings.fnReplacementModifier());
+      const auto modifier = settings.fnReplacementModifier();
+      EXPECT_EQ(values.fnLikeFlags, 0x800000 | (modifier ? deviceFlag(*modifier) : 0));
       EXPECT_EQ(values.localToggleShortcutKeyCode, settings.localToggleShortcutKeyCode());
       EXPECT_EQ(values.applyFnModeToExternalFunctionKeys,
                 settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys));
@@ -112,7 +113,6 @@ TEST_F(KeySettingsTest, EveryEventIsDecidedByOneReadingOfThem) {
   KeyEventHandler handler{{.keySettings = keySettings,
                            .keyboardSourceMonitor = keyrow().keyboardSourceMonitor(),
                            .functionRowMapper = keyrow().functionRowMapper(),
-                           .eventTapController = keyrow().eventTapController(),
                            .modePolicy = keyrow().modePolicy(),
                            .mainQueue = process->platform().mainQueue}};
   for (const std::uint16_t keyCode : {std::uint16_t{0}, keyF8, keyGrave}) {

@@ -107,6 +107,34 @@ TEST_F(KeyboardEventTapControllerTest, RecoversByEnablingTheSameTap) {
   }
 }
 
+TEST_F(KeyboardEventTapControllerTest, AnAnnouncementIsAnsweredFromTheMainQueue) {
+  controller().startEventTap();
+  for (const auto& [type, reason] :
+       {std::pair{timeout, "timeout"}, {keyEventType::tapDisabledByUserInput, "user input"}}) {
+    mac.eventTaps.disableAll(type);
+    EXPECT_EQ(mac.eventTaps.enabledCount(), 0);
+    mac.scheduler.runReady();
+    EXPECT_EQ(mac.eventTaps.enabledCount(), 1);
+    EXPECT_EQ(logLines().back(), std::string{"input notice: Re-enabled the keyboard event tap "
+                                             "after "} +
+                                     reason + ".");
+  }
+}
+
+TEST_F(KeyboardEventTapControllerTest, AnAnnouncementOfAnOlderTapDoesNothing) {
+  controller().startEventTap();
+  mac.eventTaps.disableAll(timeout);
+  controller().stopEventTap();
+  controller().startEventTap();
+  mac.scheduler.runReady();
+  EXPECT_THAT(logLines(), ElementsAre());
+  mac.eventTaps.disableAll(timeout);
+  controller().stopEventTap();
+  mac.scheduler.runReady();
+  EXPECT_EQ(mac.eventTaps.enabledCount(), 0);
+  EXPECT_THAT(logLines(), ElementsAre());
+}
+
 TEST_F(KeyboardEventTapControllerTest, RebuildsATapThatWillNotBeEnabled) {
   controller().startEventTap();
   mac.eventTaps.disableAll(0);
@@ -163,7 +191,7 @@ class DeferredEventTaps final : public EventTaps {
   /// Runs in every call but `currentRunLoop`.
   std::function<void()> inCall = [] {};
 
-  std::shared_ptr<EventTap> createTap(std::uint64_t events, TappedEventHandler&) override {
+  std::shared_ptr<EventTap> createTap(std::uint64_t events, EventTapCallback&) override {
     eventsOfInterest = events;
     inCall();
     return std::make_shared<Tap>(*this);
@@ -202,6 +230,7 @@ class DeferredEventTaps final : public EventTaps {
       owner.note("run");
       std::exchange(owner.whileRunning, [] {})();
     }
+    void perform(std::function<void()> work) override { work(); }
     void stop() override { owner.note("stop"); }
     DeferredEventTaps& owner;
   };
@@ -213,7 +242,8 @@ class WorkerTest : public SimulatedMacTest {
   std::optional<KeyboardEventTapController> controller{
       std::in_place, KeyboardEventTapController::Uses{
                          .eventTaps = taps,
-                         .handler = keyrow().keyEventHandler(),
+                         .mainQueue = process->platform().mainQueue,
+                         .makeHandler = [this] { return keyrow().makeKeyEventHandler(); },
                          .inputLog = keyrow().diagnosticsLog().logger(LogCategory::input)}};
 
   std::vector<std::string> takeCalls() { return std::exchange(taps.calls, {}); }

@@ -67,10 +67,9 @@ TEST_F(SessionTest, SeesAGlobalModeThatWasNeverThere) {
 
 // What could not be synchronized is still what Keyrow itself sees, long after.
 TEST_F(SessionTest, LetsAPreferenceBeAdoptedThatNobodyElseHasSeen) {
-  for (const auto* line :
-       {"front com.apple.finder", "fail open-connection always", "fail synchronize-preferences",
-        "sleep", "hardware HIDParameters=none", "defaults delete globalFnState",
-        "front com.apple.systempreferences"}) {
+  for (const auto* line : {"front com.apple.finder", "fail open-connection always",
+                           "fail synchronize-preferences", "sleep", "hardware HIDParameters=none",
+                           "defaults delete globalFnState", "front com.apple.systempreferences"}) {
     EXPECT_EQ(session.play(line), "") << line;
   }
 }
@@ -94,10 +93,9 @@ TEST_F(SessionTest, SeesAnOverrideThatBecomesTheGlobalMode) {
 // before it adopts what it finds.
 TEST_F(SessionTest, LetsAGlobalModeBeAdoptedThatWasChosenInTheSameLine) {
   ASSERT_EQ(session.play("install com.example.two"), "");
-  for (const auto* line :
-       {"hang keyrow 501", "press fn+escape on none", "front com.example.two",
-        "press fn+escape on none", "press fn+escape on none", "fail write-defaults",
-        "resume keyrow 501"}) {
+  for (const auto* line : {"hang keyrow 501", "press fn+escape on none", "front com.example.two",
+                           "press fn+escape on none", "press fn+escape on none",
+                           "fail write-defaults", "resume keyrow 501"}) {
     EXPECT_EQ(session.play(line), "") << line;
   }
 }
