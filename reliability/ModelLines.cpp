@@ -78,7 +78,6 @@ struct Meaning {
   }
   /// What held keys do depends on what is held.
   bool operator()(const sim::HoldDown&) const { return false; }
-  bool operator()(const sim::Repeat&) const { return false; }
   bool operator()(const sim::Release&) const { return false; }
   bool operator()(const sim::ChangeFlags&) const { return true; }
   bool operator()(const sim::AttachKeyboard&) const { return true; }

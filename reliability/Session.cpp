@@ -86,6 +86,7 @@ Session::Before Session::look() {
           .shortcutTitle =
               process ? process->simulatedPlatform().general.localShortcutTitle : std::string{},
           .writtenCount = stage.mac.hid.writtenCount(),
+          .isAnythingHeld = stage.mac.keyboardFilters.isAnythingDown(),
           .isTapWorking = stage.mac.eventTaps.enabledCount() > 0,
           .isAsleep = stage.mac.power.isAsleep(),
           .alertCount = stage.mac.screen.alerts().size()};
@@ -146,7 +147,8 @@ bool Session::tellModel(const sim::Action& action, const Before& before) {
   } else if (!canRead) {
     isShownUncertain_ = true;
   }
-  return happen(action, model_);
+  // What held keys do while others are pressed, or time passes, is not for the model to say.
+  return happen(action, model_) && !before.isAnythingHeld;
 }
 
 /// Whether keys are held from now on, or another key is or may become a shortcut.

@@ -46,6 +46,7 @@ class Session {
     /// What the button of the per-app shortcut says.
     std::string shortcutTitle;
     std::size_t writtenCount = 0;
+    bool isAnythingHeld = false;
     bool isTapWorking = false;
     bool isAsleep = false;
     std::size_t alertCount = 0;

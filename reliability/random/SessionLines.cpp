@@ -65,7 +65,7 @@ Text userLine() {
                                     "left-control+escape", "a", "t", "f3", "fn+f5"}),
                              keyboard()),
                [](const auto& pair) { return "press " + pair.first + " on " + pair.second; })},
-       {1, rc::gen::map(rc::gen::pair(oneOf({"hold fn+`", "repeat fn+` 3 times", "release fn+`",
+       {1, rc::gen::map(rc::gen::pair(oneOf({"hold fn+`", "release fn+`", "hold f12", "release f12",
                                              "hold fn+escape", "release fn+escape"}),
                                       keyboard()),
                         [](const auto& pair) { return pair.first + " on " + pair.second; })},

@@ -43,22 +43,32 @@ constexpr std::array<std::pair<std::uint64_t, std::string_view>, 5> flagNames{{
     {keyEventFlag::command, "command"},
 }};
 
-bool equalIgnoringCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, [](unsigned char left, unsigned char right) {
-    return std::tolower(left) == std::tolower(right);
+/// Of all others an event tells by its flag whether Fn is held (`kVK_…`).
+constexpr auto keysThatCarryFn = std::to_array<std::uint16_t>({
+    122, 120, 99,  118, 96,  97,  98, 100, 101, 109,  // F1 to F10
+    103, 111, 105, 107, 113, 106, 64, 79,  80,  90,   // F11 to F20
+    123, 124, 125, 126,                               // the arrows
+    115, 119, 116, 121, 117, 114,                     // Home to Help
+    160, 176, 177, 178,                               // an Apple top row in the special mode
+});
+
+/// A name of several words is written with hyphens between them.
+bool isCalled(std::string_view name, std::string_view key) {
+  return std::ranges::equal(name, key, [](unsigned char left, unsigned char right) {
+    return std::tolower(left) == std::tolower(right) || (left == '-' && right == ' ');
   });
 }
 
 }  // namespace
 
 std::optional<NamedKey> keyNamed(std::string_view name) {
-  if (equalIgnoringCase(name, "Escape")) return NamedKey{.keyCode = escapeKeyCode};
+  if (isCalled(name, "Escape")) return NamedKey{.keyCode = escapeKeyCode};
   if (name == sectionKeyName) return NamedKey{.keyCode = sectionKeyCode};
   for (const auto& modifier : modifierNames) {
-    if (equalIgnoringCase(name, modifier.name)) return modifier.key;
+    if (isCalled(name, modifier.name)) return modifier.key;
   }
   for (const auto& key : keyNames()) {
-    if (equalIgnoringCase(name, key.displayName)) return NamedKey{.keyCode = key.keyCode};
+    if (isCalled(name, key.displayName)) return NamedKey{.keyCode = key.keyCode};
   }
   return std::nullopt;
 }
@@ -74,6 +84,10 @@ const ModifierName* findModifier(std::uint16_t keyCode) {
 
 }  // namespace
 
+bool carriesFn(std::uint16_t keyCode) {
+  return std::ranges::find(keysThatCarryFn, keyCode) != keysThatCarryFn.end();
+}
+
 std::string keyName(std::uint16_t keyCode) {
   if (keyCode == escapeKeyCode) return "Escape";
   if (keyCode == sectionKeyCode) return std::string{sectionKeyName};
@@ -84,7 +98,7 @@ std::string keyName(std::uint16_t keyCode) {
 
 std::string keyEventText(std::uint32_t type, const KeyEvent& event) {
   auto text = keyName(event.keyCode);
-  if (type == keyEventType::keyDown) text += " down";
+  if (type == keyEventType::keyDown) text += event.isRepeat ? " repeat" : " down";
   if (type == keyEventType::keyUp) text += " up";
   if (type == keyEventType::flagsChanged) {
     const auto* modifier = findModifier(event.keyCode);
@@ -93,6 +107,9 @@ std::string keyEventText(std::uint32_t type, const KeyEvent& event) {
   }
   std::string modifiers;
   for (const auto& [flag, name] : flagNames) {
+    const bool saysNothing = type != keyEventType::flagsChanged &&
+                             flag == keyEventFlag::secondaryFn && carriesFn(event.keyCode);
+    if (saysNothing) continue;
     if ((event.flags & flag) != 0)
       modifiers += (modifiers.empty() ? " with " : "+") + std::string{name};
   }

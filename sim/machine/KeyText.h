@@ -23,14 +23,18 @@ inline constexpr std::uint16_t capsLockKeyCode = 57;
 inline constexpr std::uint16_t sectionKeyCode = 10;
 inline constexpr std::string_view sectionKeyName = "§";
 
-/// The key with this name, in any case: one that Keyrow shows, or "Escape", or "§", or a
-/// modifier such as "fn" or "right-option". Absent for all other names.
+/// The key with this name, in any case: one that Keyrow shows, such as "F5" or "left-arrow", or
+/// "Escape", or "§", or a modifier such as "fn" or "right-option". Absent for all other names.
 std::optional<NamedKey> keyNamed(std::string_view name);
+
+/// Whether the events of this key carry the flag of Fn whether it is held or not.
+bool carriesFn(std::uint16_t keyCode);
 
 /// A key's name, or "key 200".
 std::string keyName(std::uint16_t keyCode);
 
-/// An event in words, such as "F5 down" or "A up with command".
+/// An event in words, such as "F5 down", "A up with command" or "A repeat". Fn is not told of
+/// keys that always carry its flag.
 std::string keyEventText(std::uint32_t type, const KeyEvent& event);
 
 }  // namespace keyrow::sim

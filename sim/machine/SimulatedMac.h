@@ -17,6 +17,7 @@
 #include "sim/machine/EventTapServer.h"
 #include "sim/machine/Faults.h"
 #include "sim/machine/HidHardware.h"
+#include "sim/machine/KeyboardFilters.h"
 #include "sim/machine/Keyboards.h"
 #include "sim/machine/Mailbox.h"
 #include "sim/machine/NotificationBoard.h"
@@ -51,6 +52,7 @@ class SimulatedMac {
   UnifiedLog log{timeline};
   Applications applications;
   Keyboards keyboards;
+  KeyboardFilters keyboardFilters{*this};
   DistributedNotifications distributedNotifications{scheduler};
   Power power{timeline};
   Screen screen{timeline};

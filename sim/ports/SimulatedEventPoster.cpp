@@ -52,9 +52,11 @@ std::string mediaKeyName(std::int64_t keyType) {
 
 void SimulatedEventPoster::post(const SystemDefinedEvent& event) {
   constexpr std::int64_t pressed = 0xA00;
+  constexpr std::int64_t repeated = 0xA01;
+  const auto state = event.data1 & 0xFFFF;
+  const auto* step = state == pressed ? " down" : state == repeated ? " repeat" : " up";
   context_.mac.timeline.add(TimelineEvent::Kind::key,
-                            {quoted(mediaKeyName(event.data1 >> 16) +
-                                    ((event.data1 & 0xFFFF) == pressed ? " down" : " up"))});
+                            {quoted(mediaKeyName(event.data1 >> 16) + step)});
   context_.mac.systemDefinedEvents.push_back(event);
 }
 

@@ -11,26 +11,37 @@ namespace keyrow::sim {
 
 namespace {
 
-enum class Stroke { press, release };
+/// The keyboard that the filters know; those that no keyboard tells of share one.
+std::string filterOf(const Keys& what) { return what.keyboard.value_or(""); }
 
-/// Does something with keys in turn, released in the opposite order. A keyboard has to be
-/// attached, or to have been when its keys are to be released.
-Outcome strike(Stage& stage, const Keys& what, std::initializer_list<Stroke> strokes) {
-  const bool isReleaseOnly = strokes.size() == 1 && *strokes.begin() == Stroke::release;
-  if (what.keyboard) {
-    const auto& keyboards = stage.mac.keyboards;
-    const bool isThere = isReleaseOnly ? keyboards.wasAttached(*what.keyboard)
-                                       : keyboards.find(*what.keyboard) != nullptr;
-    if (!isThere) return stage.noSuchKeyboard(*what.keyboard);
+std::string on(const Keys& what) { return " on " + what.keyboard.value_or("none"); }
+
+/// Lets the keys go down in turn; says so, and does nothing, where one cannot.
+Outcome hold(Stage& stage, const Keys& what) {
+  if (what.keyboard && !stage.mac.keyboards.find(*what.keyboard)) {
+    return stage.noSuchKeyboard(*what.keyboard);
   }
-  for (const auto stroke : strokes) {
-    if (stroke == Stroke::press) {
-      for (const auto& key : what.keys) stage.changeKey(what.keyboard, key, true, what.lateness);
-    } else {
-      for (const auto& key : std::views::reverse(what.keys)) {
-        stage.changeKey(what.keyboard, key, false, what.lateness);
-      }
+  auto& filters = stage.mac.keyboardFilters;
+  for (const auto& key : what.keys) {
+    if (filters.isDown(filterOf(what), key.keyCode)) {
+      return unplayable(keyName(key.keyCode) + " is held already" + on(what));
     }
+  }
+  for (const auto& key : what.keys) filters.press(filterOf(what), key, what.lateness);
+  return {};
+}
+
+/// Lets the keys come up in the opposite order; says so, and does nothing, where one is not
+/// down.
+Outcome letGo(Stage& stage, const Keys& what) {
+  auto& filters = stage.mac.keyboardFilters;
+  for (const auto& key : what.keys) {
+    if (!filters.isDown(filterOf(what), key.keyCode)) {
+      return unplayable(keyName(key.keyCode) + " is not held" + on(what));
+    }
+  }
+  for (const auto& key : std::views::reverse(what.keys)) {
+    filters.release(filterOf(what), key, what.lateness);
   }
   return {};
 }
@@ -40,32 +51,24 @@ Outcome strike(Stage& stage, const Keys& what, std::initializer_list<Stroke> str
 Outcome AttachKeyboard::play(Stage& stage) const {
   auto attached = keyboard;
   if (needsRegistryID && !attached.registryID) attached.registryID = stage.nextRegistryID();
+  stage.mac.keyboardFilters.releaseAll(name);
   stage.mac.keyboards.attach(name, std::move(attached));
   return {};
 }
 
 Outcome Unplug::play(Stage& stage) const {
+  stage.mac.keyboardFilters.releaseAll(name);
   return stage.mac.keyboards.unplug(name) ? Outcome{} : stage.noSuchKeyboard(name);
 }
 
 Outcome Press::play(Stage& stage) const {
-  return strike(stage, keys, {Stroke::press, Stroke::release});
+  auto outcome = hold(stage, keys);
+  return outcome.kind == Outcome::Kind::done ? letGo(stage, keys) : outcome;
 }
 
-Outcome HoldDown::play(Stage& stage) const { return strike(stage, keys, {Stroke::press}); }
+Outcome HoldDown::play(Stage& stage) const { return hold(stage, keys); }
 
-Outcome Repeat::play(Stage& stage) const {
-  if (keys.keyboard && !stage.mac.keyboards.find(*keys.keyboard)) {
-    return stage.noSuchKeyboard(*keys.keyboard);
-  }
-  for (std::uint64_t time = 0; time < times; ++time) {
-    stage.changeKey(keys.keyboard, keys.keys.back(), true, keys.lateness);
-    stage.mac.scheduler.runReady();
-  }
-  return {};
-}
-
-Outcome Release::play(Stage& stage) const { return strike(stage, keys, {Stroke::release}); }
+Outcome Release::play(Stage& stage) const { return letGo(stage, keys); }
 
 Outcome ChangeFlags::play(Stage& stage) const {
   stage.mac.postKeyEvent(
@@ -177,13 +180,6 @@ Action parseHold(LineReader& line) { return HoldDown{keysOnKeyboard(line)}; }
 
 Action parseRelease(LineReader& line) { return Release{keysOnKeyboard(line)}; }
 
-Action parseRepeat(LineReader& line) {
-  auto keys = parseKeys(line);
-  const auto times = line.number(1'000'000'000);
-  line.require("times");
-  return Repeat{onKeyboard(line, std::move(keys)), times};
-}
-
 Action parseFlagsChanged(LineReader& line) {
   const auto keys = parseKeys(line);
   if (keys.size() != 1) line.failBefore("a single key");
@@ -252,23 +248,24 @@ Expectation expectShortcut(LineReader& line) {
   };
 }
 
-constexpr std::array<ActionWord, 9> actions{{
+constexpr std::array<ActionWord, 8> actions{{
     {"keyboard", "keyboard NAME [PROPERTY=VALUE ...]",
      "A keyboard is attached. Its properties are vendor, product, manufacturer, transport, "
      "built-in, location and caps-lock (what it reports), absent where not given; registry, its "
      "registry entry ID or none; and usage, 6 for a keyboard and 7 for a keypad.",
      "keyboard usb1 vendor=0x046d product=\"G Pro\" transport=USB built-in=false", parseKeyboard},
-    {"unplug", "unplug NAME", "A keyboard is taken away.", "unplug usb1", parseUnplug},
+    {"unplug", "unplug NAME",
+     "A keyboard is taken away; the keys that are held on it are released.", "unplug usb1",
+     parseUnplug},
     {"press", "press KEYS on NAME|none [late DURATION]",
      "Keys are pressed and released on a keyboard. With none no keyboard tells that it was the "
      "one; with late it tells that much later than the keys arrive.",
      "press fn+` on usb1", parsePress},
-    {"hold", "hold KEYS on NAME|none [late DURATION]", "Keys are pressed and not released.",
+    {"hold", "hold KEYS on NAME|none [late DURATION]",
+     "Keys are pressed and not released. The last of them repeats while time passes: after 500 ms, "
+     "and then every 83 ms.",
      "hold fn+` on usb1", parseHold},
-    {"repeat", "repeat KEYS N times on NAME|none [late DURATION]",
-     "The last of the keys that are held repeats.", "repeat fn+` 10 times on usb1", parseRepeat},
-    {"release", "release KEYS on NAME|none [late DURATION]",
-     "Keys that were held are released; also those of a keyboard that was taken away meanwhile.",
+    {"release", "release KEYS on NAME|none [late DURATION]", "Keys that are held are released.",
      "release fn+` on usb1", parseRelease},
     {"flags-changed", "flags-changed KEY [with MODIFIERS]",
      "A flags-changed event of any key, with the flags of these modifiers.",

@@ -46,14 +46,7 @@ struct HoldDown {
   Outcome play(Stage& stage) const;
 };
 
-/// The last of the keys that are held repeats.
-struct Repeat {
-  Keys keys;
-  std::uint64_t times;
-  Outcome play(Stage& stage) const;
-};
-
-/// Keys that were held are released; of a keyboard that was taken away meanwhile, too.
+/// Keys that are held are released.
 struct Release {
   Keys keys;
   Outcome play(Stage& stage) const;

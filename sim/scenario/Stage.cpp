@@ -67,25 +67,6 @@ SimulatedProcess& Stage::startKeyrow() {
   return *processes_.back();
 }
 
-void Stage::changeKey(const std::optional<std::string>& keyboard, const NamedKey& key, bool isDown,
-                      std::chrono::nanoseconds lateness) {
-  /// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
-  constexpr std::uint32_t keyboardPage = 7;
-  if (const auto device = keyboard ? mac.keyboards.find(*keyboard) : nullptr) {
-    mac.sendInput(device, keyboardPage, lateness);
-  }
-
-  if (isDown) {
-    heldFlags_ |= key.flags;
-  } else {
-    heldFlags_ &= ~key.flags;
-  }
-  auto type = isDown ? keyEventType::keyDown : keyEventType::keyUp;
-  if (key.flags != 0) type = keyEventType::flagsChanged;
-  mac.postKeyEvent(
-      type, {.timestamp = mac.machAbsoluteTime(), .flags = heldFlags_, .keyCode = key.keyCode});
-}
-
 void Stage::beginAction() {
   constexpr std::uint64_t mostEvents = 1'000'000;
   std::erase_if(processes_, [](const auto& process) { return process->hasEnded(); });

@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "sim/machine/KeyText.h"
 #include "sim/machine/SimulatedMac.h"
 #include "sim/ports/SimulatedProcess.h"
 #include "sim/scenario/Outcome.h"
@@ -56,11 +55,6 @@ class Stage {
   /// Starts one more Keyrow.
   void launchKeyrow() { startKeyrow().launch(); }
 
-  /// A key goes down or comes up: the keyboard of that name, where there is one, sends an
-  /// input, which arrives so much later than the key event.
-  void changeKey(const std::optional<std::string>& keyboard, const NamedKey& key, bool isDown,
-                 std::chrono::nanoseconds lateness = {});
-
   /// Marks where an action begins: expectations about what happened look at what came
   /// after. No more than a million events may come of it.
   void beginAction();
@@ -90,8 +84,6 @@ class Stage {
   std::vector<std::unique_ptr<SimulatedProcess>> processes_;
   OpenHandles::ProcessID lastProcessID_ = 500;
   std::uint64_t lastRegistryID_ = 0x100000000;
-  /// Of the modifiers that are held.
-  std::uint64_t heldFlags_ = 0;
   std::size_t logLinesBefore_ = 0;
   std::array<std::uint64_t, portCalls.size()> callsBefore_{};
 };

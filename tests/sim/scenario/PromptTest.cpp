@@ -118,12 +118,12 @@ TEST(PromptTest, TakesTheLastLineBack) {
 TEST(PromptTest, ALineThatIsStoppedLeavesEverythingAsItWas) {
   PlayResult result;
   std::istringstream in{
-      "keyboard k\nhardware standard\nrepeat A 2000000 times on k\nexpect hardware standard\n"
-      "expect no key\n"};
+      "keyboard k\nhardware standard\nhold A on k\nwait 3d\nexpect hardware standard\n"
+      "expect key \"A down reaches nobody\"\n"};
   std::ostringstream out;
   result = Prompt{out, {.isInteractive = false, .inColour = false}}.run(linesOf(in));
   EXPECT_THAT(out.str(),
-              testing::HasSubstr("line:3:1: this line would cause more than a million events\n"));
+              testing::HasSubstr("line:4:1: this line would cause more than a million events\n"));
   EXPECT_EQ(result.metExpectations, 2);
   EXPECT_EQ(result.unplayableLines, 1);
 }
