@@ -68,9 +68,10 @@ std::string Session::play(const sim::Step& step) {
       ++comparedCount_;
     }
   }
-  for (auto problem : {compareWithModel(), wrongStorage(*action, before),
-                       wrongLoss(*action, before), wrongAdoption(*action, before), wrongImage(),
-                       wrongFarewell(before), wrongTap(*action, before), leaks(stage)}) {
+  for (auto problem :
+       {compareWithModel(), wrongStorage(*action, before), wrongLoss(*action, before),
+        wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
+        wrongTap(*action, before), keyPairs.takeProblem(), leaks(stage)}) {
     if (!problem.empty()) return problem;
   }
   return {};

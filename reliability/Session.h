@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "reliability/KeyPairs.h"
 #include "reliability/ModeModel.h"
 #include "sim/scenario/Scenario.h"
 #include "sim/scenario/Stage.h"
@@ -21,6 +22,7 @@ class Session {
   Session();
 
   sim::Stage stage;
+  KeyPairs keyPairs{stage.mac};
 
   /// Leaves the model out: things will fail, or end, that it does not know.
   void disturb() { isModelLeftOut_ = true; }

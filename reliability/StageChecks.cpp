@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "reliability/KeyPairs.h"
+
 namespace keyrow::reliability {
 
 std::string leaks(sim::Stage& stage) {
@@ -31,6 +33,8 @@ std::string problemAfterQuit(sim::Stage& stage) {
     process->quit();
   }
   stage.mac.scheduler.runReady();
+  const auto down = mediaKeysDown(stage.mac);
+  if (!down.empty() && !stage.mac.hasKilledKeyrow) return "media keys stay down: " + down;
 
   const auto global = stage.storedFnStates().global();
   if (!global) return hadGlobal ? "the global mode is lost" : leaks(stage);

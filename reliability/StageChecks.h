@@ -10,8 +10,8 @@ namespace keyrow::reliability {
 std::string leaks(sim::Stage& stage);
 
 /// Quits Keyrow, where it runs, with nothing to disturb it. Then says what is wrong when
-/// keyboard or system preference are not in the stored global mode, or something is left
-/// open; empty when all is well.
+/// keyboard or system preference are not in the stored global mode, a media key stays down, or
+/// something is left open; empty when all is well.
 std::string problemAfterQuit(sim::Stage& stage);
 
 }  // namespace keyrow::reliability

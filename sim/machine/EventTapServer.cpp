@@ -8,12 +8,14 @@ namespace keyrow::sim {
 void EventTapServer::insert(std::shared_ptr<ServedTap> tap) {
   const std::scoped_lock guard{mutex_};
   taps_.insert(taps_.begin(), std::move(tap));
+  ++changeCount_;
   tell();
 }
 
 void EventTapServer::setEnabled(ServedTap& tap, bool enabled) {
   const std::scoped_lock guard{mutex_};
-  tap.isEnabled = enabled && tap.isValid;
+  enabled = enabled && tap.isValid;
+  if (std::exchange(tap.isEnabled, enabled) != enabled) ++changeCount_;
   tell();
 }
 
@@ -31,6 +33,7 @@ void EventTapServer::invalidate(ServedTap& tap) {
   const std::scoped_lock guard{mutex_};
   tap.isValid = false;
   tap.isEnabled = false;
+  ++changeCount_;
   std::erase_if(taps_, [&tap](const auto& one) { return one.get() == &tap; });
   tell();
 }
@@ -59,6 +62,7 @@ void EventTapServer::disableAll(std::uint32_t announcedType) {
     {
       const std::scoped_lock guard{mutex_};
       tap->isEnabled = false;
+      ++changeCount_;
       tell();
       runLoop = tap->runLoop;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -41,6 +42,9 @@ class EventTapServer {
   /// Disables all taps; with a type, the system tells them so.
   void disableAll(std::uint32_t announcedType);
 
+  /// How often a tap has come, gone, or been enabled or disabled.
+  std::uint64_t changeCount() const { return changeCount_; }
+
   /// How many taps there are that are valid and enabled.
   int enabledCount() const;
 
@@ -50,6 +54,7 @@ class EventTapServer {
   void tell();
 
   Timeline& timeline_;
+  std::atomic<std::uint64_t> changeCount_{0};
 
   /// Guards the fields below and those of the taps.
   mutable std::mutex mutex_;

@@ -35,7 +35,9 @@ void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
 }
 
 void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
-  if (!eventTaps.post(type, event)) return;
+  const bool reaches = eventTaps.post(type, event);
+  whenKeyIsDecided(type, event, reaches);
+  if (!reaches) return;
   timeline.add(TimelineEvent::Kind::key,
                {quoted(keyEventText(type, event) + " reaches " + applications.nameOfFrontmost())});
   keyEventObservers_.notify(type, event);

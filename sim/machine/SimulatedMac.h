@@ -80,6 +80,13 @@ class SimulatedMac {
   /// Called when a Keyrow has said goodbye, right before it is gone.
   std::function<void()> whenKeyrowQuits = [] {};
 
+  /// Called for every key event when the taps have seen it: whether it reaches an application.
+  std::function<void(std::uint32_t type, const KeyEvent& event, bool reaches)> whenKeyIsDecided =
+      [](std::uint32_t, const KeyEvent&, bool) {};
+
+  /// Whether a Keyrow has ended without a goodbye.
+  bool hasKilledKeyrow = false;
+
   /// Whether Keyrow has the permissions.
   bool isAccessibilityGranted = true;
   bool isInputMonitoringGranted = true;

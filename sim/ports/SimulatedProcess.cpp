@@ -52,6 +52,7 @@ void SimulatedProcess::reopen() {
 
 void SimulatedProcess::kill() {
   if (hasEnded()) return;
+  context_.mac.hasKilledKeyrow = true;
   note("killed");
   end();
 }

@@ -191,8 +191,13 @@ class DeferredEventTaps final : public EventTaps {
   /// Runs in every call but `currentRunLoop`.
   std::function<void()> inCall = [] {};
 
-  std::shared_ptr<EventTap> createTap(std::uint64_t events, EventTapCallback&) override {
+  /// Of the tap that was created last.
+  EventTapCallback* callback = nullptr;
+
+  std::shared_ptr<EventTap> createTap(std::uint64_t events,
+                                      EventTapCallback& itsCallback) override {
     eventsOfInterest = events;
+    callback = &itsCallback;
     inCall();
     return std::make_shared<Tap>(*this);
   }
@@ -236,14 +241,27 @@ class DeferredEventTaps final : public EventTaps {
   };
 };
 
+/// Notes what it is told.
+struct NotingHandler final : TappedEventHandler {
+  explicit NotingHandler(std::vector<std::string>& itsCalls) : calls{itsCalls} {}
+  TapVerdict handleTappedEvent(std::uint32_t type, const KeyEvent&) noexcept override {
+    calls.push_back("event " + std::to_string(type));
+    return TapVerdict::pass;
+  }
+  void forgetKeys() noexcept override { calls.emplace_back("forget keys"); }
+  std::vector<std::string>& calls;
+};
+
 class WorkerTest : public SimulatedMacTest {
  protected:
   DeferredEventTaps taps;
+  /// What the handlers were told.
+  std::vector<std::string> handled;
   std::optional<KeyboardEventTapController> controller{
       std::in_place, KeyboardEventTapController::Uses{
                          .eventTaps = taps,
                          .mainQueue = process->platform().mainQueue,
-                         .makeHandler = [this] { return keyrow().makeKeyEventHandler(); },
+                         .makeHandler = [this] { return std::make_shared<NotingHandler>(handled); },
                          .inputLog = keyrow().diagnosticsLog().logger(LogCategory::input)}};
 
   std::vector<std::string> takeCalls() { return std::exchange(taps.calls, {}); }
@@ -260,6 +278,31 @@ TEST_F(WorkerTest, SchedulesItsSourceBeforeItEnablesTheTap) {
   EXPECT_THAT(takeCalls(), ElementsAre());
   taps.bodies[0]();
   EXPECT_THAT(takeCalls(), ElementsAre("add source", "enable", "run", "remove source"));
+}
+
+TEST_F(WorkerTest, AGapLiesBehindAnAnnouncementAndBehindTheEnd) {
+  controller->startEventTap();
+  taps.whileRunning = [this] {
+    EXPECT_EQ(taps.callback->tapReceived(keyEventType::keyDown, {}), TapVerdict::pass);
+    EXPECT_EQ(taps.callback->tapReceived(timeout, {}), TapVerdict::swallow);
+    EXPECT_THAT(handled, ElementsAre("event 10", "forget keys"));
+    EXPECT_EQ(taps.callback->tapReceived(keyEventType::tapDisabledByUserInput, {}),
+              TapVerdict::swallow);
+  };
+  taps.bodies[0]();
+  EXPECT_THAT(handled, ElementsAre("event 10", "forget keys", "forget keys", "forget keys"));
+}
+
+TEST_F(WorkerTest, AGapLiesBehindATapThatIsFoundDisabledAndNoneBehindOneThatWorks) {
+  controller->startEventTap();
+  taps.whileRunning = [this] {
+    controller->startEventTap();
+    EXPECT_THAT(handled, ElementsAre());
+    taps.isEnabled = false;
+    controller->reviveEventTap();
+    EXPECT_THAT(handled, ElementsAre("forget keys"));
+  };
+  taps.bodies[0]();
 }
 
 TEST_F(WorkerTest, AWorkerWhoseTapHasBeenReplacedDoesNothing) {
@@ -339,6 +382,18 @@ TEST_F(WorkerTest, AWorkerThatEndsLeavesTheRunLoopOfANewerOneAlone) {
   controller->stopEventTap();
   EXPECT_THAT(takeCalls(), ElementsAre("stop", "disable", "invalidate"));
   newWorker.end();
+}
+
+TEST_F(WorkerTest, WhoeverWaitsForTheEndSeesWhatTheWorkerLeavesBehind) {
+  controller->startEventTap();
+  RunningWorker worker{taps, 0};
+  auto ending = std::async(std::launch::async, [this] {
+    controller->stopEventTapAndWait();
+    return handled;
+  });
+  EXPECT_EQ(ending.wait_for(std::chrono::milliseconds{50}), std::future_status::timeout);
+  worker.end();
+  EXPECT_THAT(ending.get(), ElementsAre("forget keys"));
 }
 
 TEST_F(WorkerTest, AWorkerThatEndsForgetsItsRunLoop) {
