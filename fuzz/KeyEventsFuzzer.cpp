@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -15,6 +16,7 @@
 #include "fuzz/ExpectedSources.h"
 #include "fuzz/Require.h"
 #include "platform/Platform.h"
+#include "sim/machine/KeyText.h"
 #include "sim/machine/SimulatedMac.h"
 #include "sim/ports/SimulatedProcess.h"
 
@@ -31,6 +33,11 @@ constexpr std::array<std::uint64_t, 8> sideFlags{0x1, 0x2000, 0x20, 0x40, 0x8, 0
 /// F4.
 constexpr std::array<std::uint16_t, 8> mediaKeys{122, 120, 98, 100, 101, 109, 103, 111};
 constexpr std::array<std::uint16_t, 2> otherTranslatedKeys{99, 118};
+
+/// Of these, the media keys that act again with each repeat.
+constexpr std::array<std::uint16_t, 4> repeatingKeys{122, 120, 103, 111};
+
+constexpr std::uint16_t fnKey = 63;
 
 bool contains(const auto& range, const auto& value) {
   return std::ranges::find(range, value) != range.end();
@@ -53,6 +60,7 @@ class KeyEvents {
     // An event tap needs a thread; here its handler is called directly.
     mac.isInputMonitoringGranted = false;
     process = std::make_unique<SimulatedProcess>(mac, 501);
+    handler = keyrow().makeKeyEventHandler();
     monitor().startMonitoring();
     constexpr std::uint32_t keyboardCount = 4;
     for (std::uint32_t number = 0; number < keyboardCount; ++number) addKeyboard(number);
@@ -87,7 +95,7 @@ class KeyEvents {
                                                       : std::nullopt);
         return;
       case 4:
-        return runMainQueue();
+        return data_.ConsumeBool() ? runMainQueue() : forgetKeys();
       case 5:
       case 6:
       case 7:
@@ -148,7 +156,7 @@ class KeyEvents {
   void runMainQueue() {
     mac.scheduler.advance(std::chrono::milliseconds{data_.ConsumeIntegralInRange(0, 400)});
     require(mac.systemDefinedEvents.size() == mediaEvents,
-            "a media key is posted for each swallowed one, and no other");
+            "a media key is posted for each step of a swallowed one, and no other");
     require(mac.hid.writtenValues().size() <= commands, "only a shortcut changes the mode");
   }
 
@@ -178,15 +186,27 @@ class KeyEvents {
     event.timestamp = arbitraryTimestamp();
     event.flags = arbitraryFlags();
     event.keyCode = arbitraryKeyCode();
-    const auto verdict = handler_->handleTappedEvent(type, event);
+    event.isRepeat = data_.ConsumeIntegralInRange(0, 3) == 0;
+    followFn(type, event);
+    const auto verdict = handler->handleTappedEvent(type, event);
     checkVerdict(type, event, verdict == TapVerdict::pass);
   }
 
+  void forgetKeys() {
+    handler->forgetKeys();
+    for (const auto& [keyCode, press] : presses) mediaEvents += press.isMediaKeyDown ? 1U : 0U;
+    presses.clear();
+    isFnDown = false;
+  }
+
+  void followFn(std::uint32_t type, const KeyEvent& event) {
+    const bool hasFlag = (event.flags & keyEventFlag::secondaryFn) != 0;
+    if (carriesFn(event.keyCode) || event.keyCode == 131) return;
+    if (type == flagsChanged && event.keyCode == fnKey) isFnDown = hasFlag;
+    if (!hasFlag) isFnDown = false;
+  }
+
   void checkVerdict(std::uint32_t type, const KeyEvent& event, bool passes) {
-    if (type == tapDisabledByTimeout || type == tapDisabledByUserInput) {
-      require(!passes, "what only says that the tap was disabled goes nowhere");
-      return;
-    }
     const auto source = monitor().source(event.timestamp);
     const auto keyboard = expected.at(event.timestamp);
     require(source ? source->locationID == keyboard : !keyboard,
@@ -195,34 +215,72 @@ class KeyEvents {
       require(passes, "only keys that go down or up are ever swallowed");
       return;
     }
-    if (isShortcut(event)) {
-      require(!passes, "a shortcut is swallowed both ways");
-      if (type == keyDown) ++commands;
-      return;
+    if (type == keyDown && !event.isRepeat) {
+      checkPress(event, source.get(), passes);
+    } else if (const auto press = presses.find(event.keyCode); press != presses.end()) {
+      checkFollowing(type, event, press->second, passes);
+    } else if (type == keyDown) {
+      require(passes, "a repeat passes whose press was not seen");
+    } else {
+      const auto kind = kindOf(event, source.get());
+      require(passes == (kind == Kind::ordinary), "a release without a press is judged by itself");
+      if (kind == Kind::translated && contains(mediaKeys, event.keyCode)) ++mediaEvents;
     }
-    const bool isMedia = contains(mediaKeys, event.keyCode);
-    const bool isTranslated =
-        (isMedia || contains(otherTranslatedKeys, event.keyCode)) &&
-        keyrow().settings().isOn(BooleanSetting::applyFnModeToExternalFunctionKeys) && source &&
-        source->isMediaTranslationEligible(process->platform().text) &&
-        mac.hid.modeName() == "special";
-    require(passes != isTranslated, "every key passes that is no shortcut and not translated");
-    if (isTranslated && isMedia) ++mediaEvents;
   }
 
-  bool isShortcut(const KeyEvent& event) {
-    const auto& settings = keyrow().settings();
-    auto fnLike = keyEventFlag::secondaryFn;
-    if (const auto modifier = settings.fnReplacementModifier()) {
-      fnLike |= sideFlags[static_cast<std::size_t>(*modifier)];
+  enum class Kind { ordinary, shortcut, translated };
+  struct KeyPress {
+    Kind kind;
+    bool isMediaKeyDown;
+  };
+
+  void checkPress(const KeyEvent& event, const KeyboardDeviceSource* source, bool passes) {
+    const auto kind = kindOf(event, source);
+    require(passes == (kind == Kind::ordinary), "only shortcuts and translated keys are swallowed");
+    if (kind == Kind::shortcut) ++commands;
+    if (const auto press = presses.find(event.keyCode);
+        press != presses.end() && press->second.isMediaKeyDown) {
+      ++mediaEvents;
     }
-    return (event.flags & fnLike) != 0 && (event.keyCode == escapeKeyCode ||
-                                           event.keyCode == settings.localToggleShortcutKeyCode());
+    const bool isMedia = kind == Kind::translated && contains(mediaKeys, event.keyCode);
+    if (isMedia) ++mediaEvents;
+    presses.insert_or_assign(event.keyCode, KeyPress{kind, isMedia});
+  }
+
+  void checkFollowing(std::uint32_t type, const KeyEvent& event, KeyPress& press, bool passes) {
+    require(passes == (press.kind == Kind::ordinary), "what follows a press goes its way");
+    if (type == keyUp) {
+      if (press.isMediaKeyDown) ++mediaEvents;
+      press.isMediaKeyDown = false;
+    } else if (press.kind == Kind::shortcut) {
+      if (isFnLikeHeld(event)) ++commands;
+    } else if (press.isMediaKeyDown && contains(repeatingKeys, event.keyCode)) {
+      ++mediaEvents;
+    }
+  }
+
+  Kind kindOf(const KeyEvent& event, const KeyboardDeviceSource* source) {
+    const auto& settings = keyrow().settings();
+    const bool isShortcutKey =
+        event.keyCode == escapeKeyCode || event.keyCode == settings.localToggleShortcutKeyCode();
+    if (isShortcutKey && isFnLikeHeld(event)) return Kind::shortcut;
+    const bool isTranslated =
+        (contains(mediaKeys, event.keyCode) || contains(otherTranslatedKeys, event.keyCode)) &&
+        settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys) && source &&
+        source->isMediaTranslationEligible(process->platform().text) &&
+        mac.hid.modeName() == "special";
+    return isTranslated ? Kind::translated : Kind::ordinary;
+  }
+
+  bool isFnLikeHeld(const KeyEvent& event) {
+    const bool isBroughtAlong = carriesFn(event.keyCode) || event.keyCode == 131;
+    if (isBroughtAlong ? isFnDown : (event.flags & keyEventFlag::secondaryFn) != 0) return true;
+    const auto modifier = keyrow().settings().fnReplacementModifier();
+    return modifier && (event.flags & sideFlags[static_cast<std::size_t>(*modifier)]) != 0;
   }
 
   std::uint32_t arbitraryType() {
-    constexpr std::array<std::uint32_t, 7> types{
-        keyDown, keyDown, keyUp, flagsChanged, tapDisabledByTimeout, tapDisabledByUserInput, 14};
+    constexpr std::array<std::uint32_t, 6> types{keyDown, keyDown, keyUp, keyUp, flagsChanged, 14};
     return data_.ConsumeIntegralInRange(0, 7) > 0 ? data_.PickValueInArray(types)
                                                   : data_.ConsumeIntegral<std::uint32_t>();
   }
@@ -241,7 +299,9 @@ class KeyEvents {
   }
 
   std::uint16_t arbitraryKeyCode() {
-    switch (data_.ConsumeIntegralInRange(0, 4)) {
+    switch (data_.ConsumeIntegralInRange(0, 5)) {
+      case 5:
+        return fnKey;
       case 0:
         return escapeKeyCode;
       case 1:
@@ -284,6 +344,10 @@ class KeyEvents {
   fuzz::ExpectedSources expected;
   SimulatedMac mac;
   std::unique_ptr<SimulatedProcess> process;
+  std::shared_ptr<KeyEventHandler> handler;
+  /// The last press of each key since all was forgotten.
+  std::map<std::uint16_t, KeyPress> presses;
+  bool isFnDown = false;
   std::vector<std::shared_ptr<const SimulatedKeyboard>> keyboards;
   bool isListening = true;
   std::uint64_t now = 1'000'000'000;
