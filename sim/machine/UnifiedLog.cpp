@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "sim/machine/PropertyText.h"
@@ -33,9 +34,11 @@ std::vector<UnifiedLog::Line> UnifiedLog::lines(std::size_t start) const {
 std::vector<UnifiedLog::Line> UnifiedLog::linesSince(
     std::chrono::system_clock::time_point date) const {
   const std::scoped_lock guard{mutex_};
-  const auto start =
-      std::ranges::lower_bound(lines_, date, {}, [](const Line& line) { return line.entry.date; });
-  return {start, lines_.end()};
+  std::vector<Line> recent;
+  // The clock can be set back, so the lines need not be in the order of their dates.
+  std::ranges::copy_if(lines_, std::back_inserter(recent),
+                       [date](const Line& line) { return line.entry.date >= date; });
+  return recent;
 }
 
 std::size_t UnifiedLog::size() const {

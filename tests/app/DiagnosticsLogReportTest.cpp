@@ -116,6 +116,15 @@ TEST_F(DiagnosticsLogReportTest, ReachesBack15Minutes) {
             "[2024-03-01T11:45:00.000Z] [INFO] [app] In time.");
 }
 
+TEST_F(DiagnosticsLogReportTest, KnowsEveryRecentLineThoughTheClockWasSetBack) {
+  writeAt(noon - 1h, "Old.");
+  writeAt(noon + 1min, "First.");
+  writeAt(noon - 1h, "Older.");
+  writeAt(noon, "Second.");
+  EXPECT_EQ(report(), "[2024-03-01T12:01:00.000Z] [INFO] [app] First.\n" + std::string{noonPrefix} +
+                          "Second.");
+}
+
 TEST_F(DiagnosticsLogReportTest, LinesGrowOldAsTimePasses) {
   write("Line.");
   mac.scheduler.advance(15min);

@@ -85,6 +85,24 @@ TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
 
 INSTANTIATE_TEST_SUITE_P(Threads, EventTapStressTest, ::testing::Bool());
 
+// The worker ends in its own time, and nothing of the main queue runs after the goodbye.
+TEST(EventTapEndTest, NoMediaKeyStaysDown) {
+  for (int round = 0; round < 20; ++round) {
+    SimulatedMac mac;
+    mac.defaults.setValue(std::string{appIdentifier}, "applyFnModeToExternalFunctionKeys", true);
+    mac.keyboards.attach("usb", {.registryID = 1, .properties = {{"Transport", "USB"}}});
+    SimulatedProcess process{mac, 501};
+    process.launch();
+    mac.keyboardFilters.press("usb", {.keyCode = 111});
+    mac.scheduler.runReady();
+    ASSERT_EQ(mac.systemDefinedEvents.size(), 1U);
+    mac.threadsRunAtOnce = false;
+    process.terminate();
+    ASSERT_EQ(mac.systemDefinedEvents.size(), 2U);
+    EXPECT_EQ(mac.systemDefinedEvents.back().data1, 0x0B00);
+  }
+}
+
 TEST(EventTapFloodTest, NoShortcutIsLostOrDoubledWhileTheTapWorks) {
   SimulatedMac mac;
   mac.applications.install("com.apple.TextEdit");
