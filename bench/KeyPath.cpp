@@ -3,6 +3,10 @@
 namespace keyrow::sim {
 
 KeyPath::KeyPath(int keyboardCount, int sampleCount) {
+  // As many parameters as a real Mac has.
+  for (int number = 0; number < 40; ++number) {
+    mac.hid.setParameter("HIDParameter number " + std::to_string(number), number);
+  }
   mac.applications.install("com.apple.TextEdit");
   process_.launch();
   mac.applications.activate("com.apple.TextEdit");

@@ -13,14 +13,6 @@ constexpr std::string_view hidParametersKey = "HIDParameters";
 /// `kIOHIDFKeyModeKey` (IOHIDParameter.h).
 constexpr std::string_view hidFKeyModeKey = "HIDFKeyMode";
 
-/// The entry of a dictionary; null when the value is no dictionary or has no such entry.
-const PropertyValue* entry(const std::optional<PropertyValue>& value, std::string_view key) {
-  const auto* dictionary = value ? value->dictionary() : nullptr;
-  if (!dictionary) return nullptr;
-  const auto found = dictionary->find(key);
-  return found == dictionary->end() ? nullptr : &found->second;
-}
-
 }  // namespace
 
 std::expected<FnState, KeyboardControllerError> FnStateController::readFnState() {
@@ -28,10 +20,9 @@ std::expected<FnState, KeyboardControllerError> FnStateController::readFnState()
 
   auto service = use_.hidSystem.matchingService(hidSystemClass);
   if (!service) return failure;
-  const auto parameters = service->property(hidParametersKey);
+  const auto mode = service->entry(hidParametersKey, hidFKeyModeKey);
   service.reset();
 
-  const auto* mode = entry(parameters, hidFKeyModeKey);
   const auto* raw = mode ? mode->integer() : nullptr;
   const auto state = raw ? fnStateFromRawValue(*raw) : std::nullopt;
   if (!state) return failure;

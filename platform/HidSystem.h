@@ -34,9 +34,10 @@ class HidConnection : public Port {
 /// A registered service. Destroying it releases it (`IOObjectRelease`).
 class HidService : public Port {
  public:
-  /// A copy of a registry property (`IORegistryEntryCreateCFProperty`, default
-  /// allocator, no options); absent when the service has no such property.
-  virtual std::optional<PropertyValue> property(std::string_view key) = 0;
+  /// One entry of a registry property that is a dictionary
+  /// (`IORegistryEntryCreateCFProperty`, default allocator, no options); absent when the service
+  /// has no such property, when that is no dictionary, and when it has no such entry.
+  virtual std::optional<PropertyValue> entry(std::string_view property, std::string_view key) = 0;
 
   /// Opens a connection for the current task (`IOServiceOpen`); the error is the
   /// non-zero result of the open.

@@ -116,4 +116,10 @@ std::optional<PropertyValue> propertyValue(CFTypeRef object) {
   return std::nullopt;
 }
 
+std::optional<PropertyValue> dictionaryEntry(CFTypeRef object, std::string_view key) {
+  if (!object || CFGetTypeID(object) != CFDictionaryGetTypeID()) return std::nullopt;
+  return propertyValue(
+      CFDictionaryGetValue(static_cast<CFDictionaryRef>(object), cfString(key).get()));
+}
+
 }  // namespace keyrow::macos

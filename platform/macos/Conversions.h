@@ -30,6 +30,10 @@ CFRef<CFDictionaryRef> cfDictionary(const PropertyDictionary& dictionary);
 /// that are not strings.
 std::optional<PropertyValue> propertyValue(CFTypeRef object);
 
+/// The value of one entry of a dictionary, and nothing else of it; absent when the object is null
+/// or no dictionary, and when it has no such entry.
+std::optional<PropertyValue> dictionaryEntry(CFTypeRef object, std::string_view key);
+
 #ifdef __OBJC__
 
 /// The string in UTF-8; empty for nil.

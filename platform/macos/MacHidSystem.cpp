@@ -41,10 +41,10 @@ class MacHidService final : public HidService {
  public:
   explicit MacHidService(IOObject service) : service_{std::move(service)} {}
 
-  std::optional<PropertyValue> property(std::string_view key) override {
-    const auto property = CFRef<CFTypeRef>::adopt(IORegistryEntryCreateCFProperty(
-        service_.get(), cfString(key).get(), kCFAllocatorDefault, kNilOptions));
-    return propertyValue(property.get());
+  std::optional<PropertyValue> entry(std::string_view property, std::string_view key) override {
+    const auto dictionary = CFRef<CFTypeRef>::adopt(IORegistryEntryCreateCFProperty(
+        service_.get(), cfString(property).get(), kCFAllocatorDefault, kNilOptions));
+    return dictionaryEntry(dictionary.get(), key);
   }
 
   std::expected<std::unique_ptr<HidConnection>, IOReturn> open(

@@ -33,10 +33,10 @@ class Service final : public HidService {
   Service(SimulatedMac& mac, OpenHandles::ProcessID process)
       : mac_{mac}, process_{process}, handle_{mac.openHandles, "HidService", process} {}
 
-  std::optional<PropertyValue> property(std::string_view key) override {
+  std::optional<PropertyValue> entry(std::string_view property, std::string_view key) override {
     if (!mac_.call(PortCall::readServiceProperty)) return std::nullopt;
-    if (key != "HIDParameters") return std::nullopt;
-    return mac_.hid.parameters();
+    if (property != "HIDParameters") return std::nullopt;
+    return mac_.hid.parameter(key);
   }
 
   std::expected<std::unique_ptr<HidConnection>, IOReturn> open(

@@ -71,7 +71,10 @@ TEST_F(MacHidSystemTest, ReadsTheModeThatTheRegistryHolds) {
 TEST_F(MacHidSystemTest, HasNoValueForAMissingProperty) {
   const auto found = hidSystem.matchingService(hidSystemClass);
   ASSERT_NE(found, nullptr);
-  EXPECT_EQ(found->property("KeyrowHasNoSuchProperty"), std::nullopt);
+  EXPECT_EQ(found->entry("KeyrowHasNoSuchProperty", "HIDFKeyMode"), std::nullopt);
+  EXPECT_EQ(found->entry("HIDParameters", "KeyrowHasNoSuchEntry"), std::nullopt);
+  // A text, and no dictionary.
+  EXPECT_EQ(found->entry("IOClass", "HIDFKeyMode"), std::nullopt);
 }
 
 }  // namespace
