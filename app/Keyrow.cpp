@@ -1,9 +1,12 @@
 #include "app/Keyrow.h"
 
+#include "platform/Process.h"
+
 namespace keyrow {
 
 Keyrow::Keyrow(const Platform& platform, const Views& views)
-    : diagnosticsLog_{{.systemLog = platform.systemLog,
+    : activity_{platform.process.beginActivity("Keys wait for Keyrow to decide about them.")},
+      diagnosticsLog_{{.systemLog = platform.systemLog,
                        .bundle = platform.bundle,
                        .clock = platform.clock,
                        .text = platform.text}},

@@ -51,6 +51,8 @@ class Keyrow {
   AppDelegate& appDelegate() { return appDelegate_; }
 
  private:
+  /// macOS would nap an application that shows nothing, and keys wait for this one.
+  const Registration activity_;
   DiagnosticsLog diagnosticsLog_;
   AppSettings settings_;
   StoredFnStates storedFnStates_;

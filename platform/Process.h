@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/Port.h"
+#include "platform/Registration.h"
 
 namespace keyrow {
 
@@ -15,6 +17,11 @@ class Process : public Port {
 
   /// The version of macOS as people read it (`operatingSystemVersionString`).
   virtual std::string operatingSystemVersion() = 0;
+
+  /// Keeps the process from being napped until the returned activity is destroyed; the Mac falls
+  /// asleep as ever (`beginActivityWithOptions:reason:` with
+  /// `NSActivityUserInitiatedAllowingIdleSystemSleep`). The user can see the reason.
+  virtual Registration beginActivity(std::string_view reason) = 0;
 };
 
 }  // namespace keyrow

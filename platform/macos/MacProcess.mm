@@ -12,4 +12,11 @@ std::string MacProcess::operatingSystemVersion() {
   return utf8Text(NSProcessInfo.processInfo.operatingSystemVersionString);
 }
 
+Registration MacProcess::beginActivity(std::string_view reason) {
+  const id activity = [NSProcessInfo.processInfo
+      beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                        reason:nsString(reason)];
+  return Registration{[activity] { [NSProcessInfo.processInfo endActivity:activity]; }};
+}
+
 }  // namespace keyrow::macos

@@ -27,7 +27,7 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
       mailComposer_{context},
       mainQueue_{context.mac.scheduler, context.mainThread},
       mainRunLoop_{context},
-      process_{context.processID},
+      process_{context.mac, context.processID},
       systemLog_{context.mac, context.processID},
       userDefaults_{context.mac, context.bundleIdentifier.value_or("Keyrow")},
       workspace_{context},

@@ -1,19 +1,27 @@
 #pragma once
 
+#include <memory>
+
 #include "platform/Process.h"
-#include "sim/machine/OpenHandles.h"
+#include "sim/machine/SimulatedMac.h"
 
 namespace keyrow::sim {
 
 /// What a process knows about itself.
 class SimulatedProcessInfo final : public Process {
  public:
-  explicit SimulatedProcessInfo(OpenHandles::ProcessID processID) : processID_{processID} {}
+  SimulatedProcessInfo(SimulatedMac& mac, OpenHandles::ProcessID processID)
+      : mac_{mac}, processID_{processID} {}
 
   std::int32_t processIdentifier() override { return processID_; }
   std::string operatingSystemVersion() override { return "Version 14.2 (Build 23C64)"; }
+  Registration beginActivity(std::string_view /*reason*/) override {
+    return Registration{
+        [held = std::make_shared<OpenHandle>(mac_.openHandles, "activity", processID_)] {}};
+  }
 
  private:
+  SimulatedMac& mac_;
   const OpenHandles::ProcessID processID_;
 };
 

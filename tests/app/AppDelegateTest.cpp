@@ -177,5 +177,16 @@ TEST_F(AppDelegateTest, AHardwareModeThatCannotBeReadIsNotAdopted) {
   EXPECT_THAT(logLines(), ElementsAre(readFailed));
 }
 
+TEST_F(AppDelegateTest, IsNotNappedAsLongAsItLives) {
+  EXPECT_EQ(mac.openHandles.count("activity"), 1);
+  process->launch();
+  mac.power.sleep();
+  mac.power.wake();
+  EXPECT_EQ(mac.openHandles.count("activity"), 1);
+  process->terminate();
+  mac.scheduler.runReady();
+  EXPECT_EQ(mac.openHandles.count("activity"), 0);
+}
+
 }  // namespace
 }  // namespace keyrow::sim
