@@ -161,6 +161,13 @@ TEST_F(InstanceTakeoverTest, OneThatEndsRightAfterTheLastLookIsNotForced) {
   EXPECT_EQ(logLines(), lines);
 }
 
+TEST_F(InstanceTakeoverTest, OneThatEndsJustWhenTheTimeIsOverHasExited) {
+  older->hang(Hang::unstoppable);
+  mac.scheduler.schedule(3s, [this] { older->kill(); });
+  EXPECT_EQ(launchTime(), 3s);
+  EXPECT_THAT(logLines(), ElementsAre());
+}
+
 TEST_F(InstanceTakeoverTest, OneThatTakesTheRequestIsNotForced) {
   older->hang(Hang::reachable);
   mac.trace.start();

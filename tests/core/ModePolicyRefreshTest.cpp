@@ -1,5 +1,8 @@
 #include <chrono>
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <utility>
 
 #include "tests/core/ModePolicyTest.h"
 
@@ -214,6 +217,41 @@ TEST_F(ModePolicyRefreshTest, LetsGoOfAPendingRetryWhenTheProcessEnds) {
   beginHere();
   mac.scheduler.advance(1h);
   EXPECT_EQ(failedReads(), 0U);
+}
+
+/// Counts the delayed calls that somebody holds on to, whether they have run or not.
+class HeldCallsQueue final : public MainQueue {
+ public:
+  explicit HeldCallsQueue(MainQueue& queue) : queue_{queue} {}
+
+  void async(std::function<void()> work) override { queue_.async(std::move(work)); }
+  DelayedCall after(std::chrono::nanoseconds delay, std::function<void()> work) override {
+    auto call = std::make_shared<DelayedCall>(queue_.after(delay, std::move(work)));
+    ++held;
+    return DelayedCall{[this, call = std::move(call)] { --held; }};
+  }
+
+  int held = 0;
+
+ private:
+  MainQueue& queue_;
+};
+
+TEST_F(ModePolicyRefreshTest, ForgetsARetryThatHasRun) {
+  HeldCallsQueue queue{process->platform().mainQueue};
+  StoredFnStates storedModes{process->platform().userDefaults};
+  ModePolicy patient{{.fnStateController = keyrow().fnStateController(),
+                      .storedFnStates = storedModes,
+                      .settings = keyrow().settings(),
+                      .workspace = process->platform().workspace,
+                      .mainQueue = queue,
+                      .presenter = keyrow().statusBarController(),
+                      .stateLog = keyrow().diagnosticsLog().logger(LogCategory::state)}};
+  failReads(1);
+  patient.refreshFromHardware();
+  EXPECT_EQ(queue.held, 1);
+  mac.scheduler.advance(1s);
+  EXPECT_EQ(queue.held, 0);
 }
 
 }  // namespace

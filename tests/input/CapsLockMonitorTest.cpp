@@ -210,5 +210,39 @@ TEST_F(CapsLockMonitorTest, TearingDownDropsAPendingRefreshAndTheObserver) {
   EXPECT_EQ(mac.openHandles.count("HidManager"), 1);
 }
 
+TEST_F(CapsLockMonitorTest, TearingDownLooksAtNothingAnyMore) {
+  mac.scheduler.advance(1h);
+  show(true);
+  mac.setCapsLock(true, "");
+  monitor().tearDownCapsLockMonitoring();
+  mac.trace.start();
+  mac.scheduler.advance(1s);
+  // Not at the system's state either.
+  EXPECT_THAT(mac.trace.take(), ElementsAre());
+  EXPECT_EQ(process->statusItem().dot(), "none");
+}
+
+TEST_F(CapsLockMonitorTest, IsShownAsSoonAsTheKeyboardsHaveTold) {
+  attach("a", true, 1);
+  show(true);
+  // The system knows nothing of it.
+  ASSERT_EQ(monitor().systemCapsLockState(), false);
+  EXPECT_EQ(process->statusItem().dot(), "caps-lock");
+}
+
+TEST_F(CapsLockMonitorTest, IsLookedAtAtEveryApplicationSwitchAndAtWake) {
+  attach("a", false, 1);
+  show(true);
+  mac.keyboards.setProperty("a", "HIDCapsLockState", true);
+  mac.applications.activate("com.apple.TextEdit");
+  EXPECT_EQ(monitor().cachedCapsLockState(), true);
+  EXPECT_EQ(process->statusItem().dot(), "caps-lock");
+  mac.power.sleep();
+  mac.keyboards.setProperty("a", "HIDCapsLockState", false);
+  mac.power.wake();
+  EXPECT_EQ(monitor().cachedCapsLockState(), false);
+  EXPECT_EQ(process->statusItem().dot(), "none");
+}
+
 }  // namespace
 }  // namespace keyrow::sim

@@ -3,10 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "input/KeyEventHandler.h"
 #include "tests/SimulatedMacTest.h"
@@ -22,7 +24,9 @@ class CountingUserDefaults final : public UserDefaults {
   std::optional<PropertyValue> object(std::string_view key) override {
     ++readCount;
     const auto found = values_.find(key);
-    return found == values_.end() ? std::nullopt : std::optional{found->second};
+    auto value = found == values_.end() ? std::nullopt : std::optional{found->second};
+    if (const auto work = std::exchange(afterNextRead, nullptr)) work();
+    return value;
   }
   std::uint64_t changeCount() override {
     ++changeCountReadCount;
@@ -36,6 +40,9 @@ class CountingUserDefaults final : public UserDefaults {
     values_.erase(std::string{key});
     ++changes_;
   }
+
+  /// Runs once, when something has just been read.
+  std::function<void()> afterNextRead;
 
   int readCount = 0;
   int changeCountReadCount = 0;
@@ -103,6 +110,15 @@ TEST_F(KeySettingsTest, ReadsAgainOnlyAfterAChange) {
     keySettings.current();
     EXPECT_EQ(defaults.readCount, 0);
   }
+}
+
+TEST_F(KeySettingsTest, AChangeWhileTheyAreReadIsSeenTheNextTime) {
+  // The modifier is read first, and changes right then.
+  defaults.afterNextRead = [this] {
+    settings.setFnReplacementModifier(FnReplacementModifier::rightCommand);
+  };
+  EXPECT_EQ(keySettings.current().fnLikeFlags, keyEventFlag::secondaryFn);
+  expectSettings();
 }
 
 TEST_F(KeySettingsTest, EveryEventIsDecidedByOneReadingOfThem) {
