@@ -22,7 +22,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   use_.settingsWindowController.createWindow();
   use_.updater.start();
   use_.modePolicy.pruneLocalFnStates();
-  use_.keyboardSourceMonitor.startMonitoring();
+  use_.keyboardMonitoring.start();
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   promptForAccessibilityIfNeeded();
   startEventTapIfPossible();
@@ -43,7 +43,7 @@ void AppDelegate::applicationWillTerminate() {
   use_.eventTapController.stopEventTapAndWait();
   // Nothing of the main queue runs any more: what is down comes up here.
   use_.functionRowMapper.postWaitingKeys();
-  use_.keyboardSourceMonitor.stopMonitoring();
+  use_.keyboardMonitoring.stop();
   appActiveObserver_ = {};
   use_.instanceTakeover.removeInstanceTakeoverObserver();
   use_.modePolicy.pruneLocalFnStates();
@@ -66,6 +66,7 @@ void AppDelegate::syncAfterLeavingSystemSettings() {
   const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   const auto previous = std::exchange(lastActivatedBundleIdentifier_, frontmost);
   if (!isSystemSettings(previous) || isSystemSettings(frontmost)) return;
+  use_.keyboardMonitoring.permissionsMayHaveChanged();
   const auto hardware = use_.modePolicy.currentFnState();
   if (hardware && !use_.modePolicy.isLeftover(*hardware)) {
     use_.modePolicy.syncStoredGlobalFnState(*hardware, false,
@@ -95,8 +96,10 @@ void AppDelegate::installAppActivationObserver() {
 }
 
 void AppDelegate::installAppActiveObserver() {
-  appActiveObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive,
-                                                           [this] { startEventTapIfPossible(); });
+  appActiveObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive, [this] {
+    startEventTapIfPossible();
+    use_.keyboardMonitoring.permissionsMayHaveChanged();
+  });
 }
 
 void AppDelegate::startEventTapIfPossible() {

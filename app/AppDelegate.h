@@ -11,7 +11,7 @@
 #include "input/CapsLockMonitor.h"
 #include "input/ExternalKeyboardFunctionRowMapper.h"
 #include "input/KeyboardEventTapController.h"
-#include "input/KeyboardSourceMonitor.h"
+#include "input/KeyboardMonitoring.h"
 #include "platform/Accessibility.h"
 #include "platform/Alerts.h"
 #include "platform/NotificationCenter.h"
@@ -32,7 +32,7 @@ class AppDelegate {
     FnStateController& fnStateController;
     const StoredFnStates& storedFnStates;
     AppSettings& settings;
-    KeyboardSourceMonitor& keyboardSourceMonitor;
+    KeyboardMonitoring& keyboardMonitoring;
     KeyboardEventTapController& eventTapController;
     ExternalKeyboardFunctionRowMapper& functionRowMapper;
     CapsLockMonitor& capsLockMonitor;

@@ -46,6 +46,7 @@ class Keyrow {
   KeyboardEventTapController& eventTapController() { return eventTapController_; }
   SettingsWindowController& settingsWindowController() { return settingsWindowController_; }
   CapsLockMonitor& capsLockMonitor() { return capsLockMonitor_; }
+  KeyboardMonitoring& keyboardMonitoring() { return keyboardMonitoring_; }
   SparkleUpdater& updater() { return updater_; }
   StatusBarController& statusBarController() { return statusBarController_; }
   AppDelegate& appDelegate() { return appDelegate_; }
@@ -66,6 +67,7 @@ class Keyrow {
   MainQueue& mainQueue_;
   KeyboardEventTapController eventTapController_;
   CapsLockMonitor capsLockMonitor_;
+  KeyboardMonitoring keyboardMonitoring_;
   SparkleUpdater updater_;
   BugReport bugReport_;
   Switches switches_;

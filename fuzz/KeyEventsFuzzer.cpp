@@ -57,8 +57,6 @@ class KeyEvents {
   explicit KeyEvents(FuzzedDataProvider& data)
       : data_{data}, timebase{arbitraryTimebase(data)}, expected{timebase} {
     mac.machTimebase = timebase;
-    // An event tap needs a thread; here its handler is called directly.
-    mac.isInputMonitoringGranted = false;
     process = std::make_unique<SimulatedProcess>(mac, 501);
     handler = keyrow().makeKeyEventHandler();
     monitor().startMonitoring();

@@ -262,8 +262,11 @@ class Settings {
 
   void prepareMachine() {
     // An event tap needs a thread, and has nothing to do with what is tried here.
-    mac.isInputMonitoringGranted = false;
+    mac.faults.fail(PortCall::createEventTap, Faults::always);
     mac.isAccessibilityGranted = data_.ConsumeBool();
+    constexpr std::array answers{InputMonitoringAccess::granted, InputMonitoringAccess::denied,
+                                 InputMonitoringAccess::unknown};
+    mac.inputMonitoring.set(data_.PickValueInArray(answers));
     mac.globalPreferences.setValue(GlobalPreferences::domain, FnStateController::fnStateDefaultsKey,
                                    fuzz::arbitraryOptionalValue(data_));
     auto parameters = fuzz::arbitraryOptionalValue(data_);

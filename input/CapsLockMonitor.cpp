@@ -2,11 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <string>
 #include <utility>
-
-#include "input/KeyboardMatching.h"
-
 namespace keyrow {
 
 namespace {
@@ -80,26 +76,23 @@ void CapsLockMonitor::startCapsLockMonitoring() {
 }
 
 void CapsLockMonitor::startDeviceMonitoring() {
-  if (manager_) return;
-  auto candidate = use_.hidManagers.create();
-  candidate->setDeviceMatching(keyboardMatching());
-  candidate->registerDeviceMatchingCallback([this] { refreshCapsLockIfEnabled(); });
-  candidate->registerDeviceRemovalCallback([this] { refreshCapsLockIfEnabled(); });
-  candidate->scheduleWithMainRunLoop();
-  if (const auto result = candidate->open(); result != ioReturnSuccess) {
-    candidate.reset();
-    use_.hardwareLog.error("Failed to start Caps Lock device monitoring: " +
-                           std::to_string(result));
-    return;
-  }
-  manager_ = std::move(candidate);
+  if (manager_ && !opener_.isOutdated()) return;
+  stopDeviceMonitoring();
+  manager_ = opener_.open([this](HidManager& manager) {
+    manager.registerDeviceMatchingCallback([this] { refreshCapsLockIfEnabled(); });
+    manager.registerDeviceRemovalCallback([this] { refreshCapsLockIfEnabled(); });
+  });
+}
+
+void CapsLockMonitor::stopDeviceMonitoring() {
+  manager_.reset();
+  replaceDeviceStates({});
 }
 
 void CapsLockMonitor::stopCapsLockMonitoring() {
   globalFlagsMonitor_ = {};
   localFlagsMonitor_ = {};
-  manager_.reset();
-  replaceDeviceStates({});
+  stopDeviceMonitoring();
 }
 
 void CapsLockMonitor::refreshCapsLockDeviceStates() {

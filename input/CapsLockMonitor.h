@@ -7,9 +7,11 @@
 #include <optional>
 
 #include "core/AppSettings.h"
+#include "input/HidManagerOpener.h"
 #include "platform/EventMonitors.h"
 #include "platform/HidManagers.h"
 #include "platform/HidSystem.h"
+#include "platform/InputMonitoring.h"
 #include "platform/MainQueue.h"
 #include "platform/SystemLog.h"
 
@@ -35,6 +37,7 @@ class CapsLockMonitor {
   /// "hardware" category.
   struct Uses {
     HidManagers& hidManagers;
+    InputMonitoring& inputMonitoring;
     HidSystem& hidSystem;
     EventMonitors& eventMonitors;
     MainQueue& mainQueue;
@@ -43,13 +46,18 @@ class CapsLockMonitor {
     Logger& hardwareLog;
   };
 
-  explicit CapsLockMonitor(const Uses& uses) : use_{uses} {}
+  explicit CapsLockMonitor(const Uses& uses)
+      : use_{uses},
+        opener_{{.hidManagers = uses.hidManagers,
+                 .inputMonitoring = uses.inputMonitoring,
+                 .hardwareLog = uses.hardwareLog},
+                "Caps Lock device monitoring"} {}
 
   /// Applies the setting at every change from now on.
   void observeCapsLockIndicatorSetting();
 
   /// Starts or stops monitoring, as the setting says, and tells the presenter. Starting
-  /// what runs changes nothing.
+  /// what runs changes nothing; what the system refused before is tried again.
   void applyCapsLockIndicatorSetting();
 
   /// Whether any keyboard reports Caps Lock; absent when no keyboard reports anything.
@@ -70,6 +78,7 @@ class CapsLockMonitor {
 
   void startCapsLockMonitoring();
   void startDeviceMonitoring();
+  void stopDeviceMonitoring();
   void stopCapsLockMonitoring();
   void refreshCapsLockDeviceStates();
   void replaceDeviceStates(DeviceStates states);
@@ -78,6 +87,7 @@ class CapsLockMonitor {
 
   const Uses use_;
 
+  HidManagerOpener opener_;
   /// Present while device monitoring runs.
   std::unique_ptr<HidManager> manager_;
   Registration globalFlagsMonitor_;

@@ -5,8 +5,6 @@
 #include <optional>
 #include <utility>
 
-#include "input/KeyboardMatching.h"
-
 namespace keyrow {
 
 namespace {
@@ -63,26 +61,24 @@ std::uint64_t distance(std::uint64_t a, std::uint64_t b) { return a > b ? a - b 
 KeyboardSourceMonitor::KeyboardSourceMonitor(const Uses& uses)
     : use_{uses},
       sampleMatchWindow_{machTicks(80ms, uses.clock.machTimebase(), 20'000'000)},
-      singleSampleWindow_{machTicks(250ms, uses.clock.machTimebase(), 250'000'000)} {
+      singleSampleWindow_{machTicks(250ms, uses.clock.machTimebase(), 250'000'000)},
+      opener_{{.hidManagers = uses.hidManagers,
+               .inputMonitoring = uses.inputMonitoring,
+               .hardwareLog = uses.hardwareLog},
+              "keyboard source monitoring"} {
   recentSamples_.reserve(maximumSampleCount);
   diagnosticsSettingObserver_ = use_.settings.observe(BooleanSetting::enhancedDiagnosticsEnabled,
                                                       [this] { logKeyboardsAgain(); });
 }
 
 void KeyboardSourceMonitor::startMonitoring() {
-  if (manager_) return;
-  auto candidate = use_.hidManagers.create();
-  candidate->setDeviceMatching(keyboardMatching());
-  candidate->setInputValueMatching({{"UsagePage", keyboardOrKeypadPage}});
-  candidate->registerInputValueCallback(
-      [this](const HidInputValue& value) { handleInputValue(value); });
-  candidate->scheduleWithMainRunLoop();
-  if (const auto result = candidate->open(); result != ioReturnSuccess) {
-    candidate.reset();
-    use_.hardwareLog.error("Failed to start keyboard source monitoring: " + std::to_string(result));
-    return;
-  }
-  manager_ = std::move(candidate);
+  if (manager_ && !opener_.isOutdated()) return;
+  manager_.reset();
+  manager_ = opener_.open([this](HidManager& manager) {
+    manager.setInputValueMatching({{"UsagePage", keyboardOrKeypadPage}});
+    manager.registerInputValueCallback(
+        [this](const HidInputValue& value) { handleInputValue(value); });
+  });
 }
 
 void KeyboardSourceMonitor::stopMonitoring() {
@@ -105,9 +101,9 @@ std::shared_ptr<const KeyboardDeviceSource> KeyboardSourceMonitor::source(
   if (recentSamples_.empty()) return nullptr;
 
   const auto& best = nearestSample(forEventTimestamp);
-  const auto window = recentSamples_.size() == 1 ? std::max(sampleMatchWindow_, singleSampleWindow_)
-                                                 : sampleMatchWindow_;
-  return distance(forEventTimestamp, best.timestamp) <= window ? best.source : nullptr;
+  const auto reach = recentSamples_.size() == 1 ? std::max(sampleMatchWindow_, singleSampleWindow_)
+                                                : sampleMatchWindow_;
+  return distance(forEventTimestamp, best.timestamp) <= reach ? best.source : nullptr;
 }
 
 void KeyboardSourceMonitor::dropSamplesBefore(std::uint64_t timestamp) {

@@ -10,8 +10,10 @@
 
 #include "core/AppSettings.h"
 #include "core/KeyboardDeviceSource.h"
+#include "input/HidManagerOpener.h"
 #include "platform/Clock.h"
 #include "platform/HidManagers.h"
+#include "platform/InputMonitoring.h"
 #include "platform/SystemLog.h"
 #include "platform/Text.h"
 
@@ -27,6 +29,7 @@ class KeyboardSourceMonitor {
   /// What it uses. `hardwareLog` is the logger of the "hardware" category.
   struct Uses {
     HidManagers& hidManagers;
+    InputMonitoring& inputMonitoring;
     Clock& clock;
     Text& text;
     const AppSettings& settings;
@@ -35,8 +38,9 @@ class KeyboardSourceMonitor {
 
   explicit KeyboardSourceMonitor(const Uses& uses);
 
-  /// Starts listening to every keyboard; does nothing when it listens already. When the
-  /// system refuses, that is logged, and a later call tries again.
+  /// Starts listening to every keyboard; does nothing when it listens already, unless the user
+  /// has changed what Keyrow may. When the system refuses, that is logged, and a later call tries
+  /// again. As long as the user has not said whether Keyrow may, nothing happens.
   void startMonitoring();
 
   /// Stops listening and forgets every sample and keyboard.
@@ -83,6 +87,7 @@ class KeyboardSourceMonitor {
   /// The `sourceDescription` of every keyboard that the log knows.
   std::unordered_set<std::string> loggedSourceKeys_;
 
+  HidManagerOpener opener_;
   /// Present while monitoring runs.
   std::unique_ptr<HidManager> manager_;
   ObserverToken diagnosticsSettingObserver_;

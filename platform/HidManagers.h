@@ -36,6 +36,13 @@ struct HidInputValue {
   std::uint64_t timestamp = 0;
 };
 
+/// Whether a manager is open when opening it gave this. It gives what the first device said that
+/// could not be opened, although all others are: one that another program has to itself costs
+/// nothing but itself.
+constexpr bool isOpenAfter(IOReturn result) {
+  return result == ioReturnSuccess || result == ioReturnExclusiveAccess;
+}
+
 /// Watches HID devices (`IOHIDManager`). Destroying it unschedules it from the run
 /// loop, when it was scheduled, and closes it, when it was opened. Never destroy it from
 /// within its own handler.
@@ -64,7 +71,8 @@ class HidManager : public Port {
   /// Schedules on the main run loop in the common modes.
   virtual void scheduleWithMainRunLoop() = 0;
 
-  /// `IOHIDManagerOpen`, no options.
+  /// `IOHIDManagerOpen`, no options. Waits for the user as long as `InputMonitoring` says
+  /// `unknown`, so it is not to be called then. `isOpenAfter` tells what the result means.
   virtual IOReturn open() = 0;
 };
 

@@ -15,6 +15,7 @@ class Files;
 class GlobalPreferences;
 class HidManagers;
 class HidSystem;
+class InputMonitoring;
 class LoginItem;
 class MailComposer;
 class MainQueue;
@@ -43,6 +44,7 @@ struct Platform {
   GlobalPreferences& globalPreferences;
   HidManagers& hidManagers;
   HidSystem& hidSystem;
+  InputMonitoring& inputMonitoring;
   LoginItem& loginItem;
   MailComposer& mailComposer;
   MainQueue& mainQueue;

@@ -123,6 +123,8 @@ struct Meaning {
     return true;
   }
   bool operator()(const sim::ChangePermission&) const { return true; }
+  bool operator()(const sim::ForgetConsent&) const { return true; }
+  bool operator()(const sim::AnswerConsent&) const { return true; }
 
   bool operator()(const sim::Launch&) const {
     // The older instance hears of it, and goes.

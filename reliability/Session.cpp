@@ -137,7 +137,9 @@ bool Session::tellModel(const sim::Action& action, const Before& before) {
   if (const auto* press = std::get_if<sim::Press>(&action)) {
     if (areKeysUncertain_) return false;
     const bool isShortcut = isGlobalShortcut(press->keys) || isLocalShortcut(press->keys);
-    if (isShortcut && (!before.isTapWorking || !model_.isRunning)) return true;
+    if (isShortcut && (!before.isTapWorking || isHidden(press->keys) || !model_.isRunning)) {
+      return true;
+    }
   }
   if (std::holds_alternative<sim::Front>(action) && !canFollowSwitch()) return false;
   // Whoever cannot read now tries again later.
@@ -150,6 +152,12 @@ bool Session::tellModel(const sim::Action& action, const Before& before) {
   }
   // What held keys do while others are pressed, or time passes, is not for the model to say.
   return happen(action, model_) && !before.isAnythingHeld;
+}
+
+/// Whether some other program keeps these keys to itself.
+bool Session::isHidden(const sim::Keys& keys) {
+  const auto keyboard = keys.keyboard ? stage.mac.keyboards.find(*keys.keyboard) : nullptr;
+  return keyboard && keyboard->isExclusive;
 }
 
 /// Whether keys are held from now on, or another key is or may become a shortcut.
@@ -332,11 +340,11 @@ std::string Session::wrongTap(const sim::Action& action, const Before& before) {
   return tapOwner_ ? "the event tap is dead, and nobody has said why" : "";
 }
 
-/// A launch with both permissions brings a tap, and so does waking up where there was one.
+/// A launch with the permission brings a tap, and so does waking up where there was one.
 bool Session::mustHaveTap(const sim::Action& action, const Before& before) {
   auto& mac = stage.mac;
   if (std::holds_alternative<sim::Launch>(action)) {
-    return before.runningCount == 0 && mac.isAccessibilityGranted && mac.isInputMonitoringGranted;
+    return before.runningCount == 0 && mac.isAccessibilityGranted;
   }
   return std::holds_alternative<sim::Wake>(action) && before.isAsleep &&
          stage.process()->processID() == tapStarter_;

@@ -59,6 +59,7 @@ class Session {
   bool isDisturbed();
   /// Lets the model do what the line does; false when it does not know the line.
   bool tellModel(const sim::Action& action, const Before& before);
+  bool isHidden(const sim::Keys& keys);
   static bool givesKeysAnotherMeaning(const sim::Action& action, const Before& before);
   bool followFrontmost();
   bool canFollowSwitch() const;

@@ -108,7 +108,7 @@ class MacHidManager final : public HidManager {
 
   IOReturn open() override {
     const auto result = IOHIDManagerOpen(manager_.get(), kIOHIDOptionsTypeNone);
-    isOpen_ = result == kIOReturnSuccess;
+    isOpen_ = isOpenAfter(result);
     return result;
   }
 

@@ -14,6 +14,7 @@
 #include "platform/macos/MacGlobalPreferences.h"
 #include "platform/macos/MacHidManagers.h"
 #include "platform/macos/MacHidSystem.h"
+#include "platform/macos/MacInputMonitoring.h"
 #include "platform/macos/MacLoginItem.h"
 #include "platform/macos/MacMailComposer.h"
 #include "platform/macos/MacMainQueue.h"
@@ -49,6 +50,7 @@ class MacPlatform {
   MacGlobalPreferences globalPreferences_;
   MacHidManagers hidManagers_;
   MacHidSystem hidSystem_;
+  MacInputMonitoring inputMonitoring_;
   MacLoginItem loginItem_;
   MacMailComposer mailComposer_;
   MacMainQueue mainQueue_;

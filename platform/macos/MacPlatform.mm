@@ -16,6 +16,7 @@ Platform MacPlatform::platform() {
           .globalPreferences = globalPreferences_,
           .hidManagers = hidManagers_,
           .hidSystem = hidSystem_,
+          .inputMonitoring = inputMonitoring_,
           .loginItem = loginItem_,
           .mailComposer = mailComposer_,
           .mainQueue = mainQueue_,

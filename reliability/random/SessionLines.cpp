@@ -41,7 +41,7 @@ Text app() {
 
 Text mode() { return oneOf({"special", "standard"}); }
 
-Text keyboard() { return oneOf({"internal", "usb", "keypad", "ghost", "none"}); }
+Text keyboard() { return oneOf({"internal", "usb", "keypad", "ghost", "seized", "none"}); }
 
 Text portCall() {
   std::vector<std::string> names;
@@ -87,8 +87,9 @@ Text userLine() {
        {1, oneOf({"keyboard internal built-in=true transport=SPI",
                   "keyboard usb vendor=0x046d product=\"G Pro\" transport=USB built-in=false",
                   "keyboard keypad usage=7 transport=USB caps-lock=false",
-                  "keyboard ghost registry=none transport=USB", "unplug internal", "unplug usb",
-                  "unplug keypad", "unplug ghost"})},
+                  "keyboard ghost registry=none transport=USB",
+                  "keyboard seized transport=USB exclusive=true", "unplug internal", "unplug usb",
+                  "unplug keypad", "unplug ghost", "unplug seized"})},
        {3, oneOf({"wait 1ms", "wait 120ms", "wait 0.35s", "wait 0.7s", "wait 2s", "wait 10min"})},
        {3, oneOf({"launch keyrow", "quit keyrow", "kill keyrow", "reopen keyrow"})},
        {1, oneOf({"quit keyrow 501", "kill keyrow 502", "flags-changed F5 with fn",
@@ -138,6 +139,7 @@ Text userLine() {
        {3, oneOf({"sleep", "wake"})},
        {2, oneOf({"grant accessibility", "revoke accessibility", "grant input-monitoring",
                   "revoke input-monitoring"})},
+       {2, oneOf({"reset input-monitoring", "allow input-monitoring", "deny input-monitoring"})},
        {1, oneOf({"caps-lock on", "caps-lock off on internal", "caps-lock on on usb"})},
        {1, oneOf({"disable tap timeout", "disable tap user-input", "disable tap silently"})},
        {1, oneOf({"post takeover targetPID=501", "post takeover targetPID=502",

@@ -24,6 +24,8 @@ struct SimulatedKeyboard {
   /// What kind of device it is: `kHIDUsage_GD_Keyboard` unless told otherwise, on the
   /// generic desktop page.
   std::int64_t usage = 6;
+  /// Whether another program has it to itself: its keys go there, and nowhere else.
+  bool isExclusive = false;
 };
 
 /// One input, on its way to those who listen.

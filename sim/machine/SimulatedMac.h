@@ -17,6 +17,7 @@
 #include "sim/machine/EventTapServer.h"
 #include "sim/machine/Faults.h"
 #include "sim/machine/HidHardware.h"
+#include "sim/machine/InputMonitoringConsent.h"
 #include "sim/machine/KeyboardFilters.h"
 #include "sim/machine/Keyboards.h"
 #include "sim/machine/Mailbox.h"
@@ -89,7 +90,7 @@ class SimulatedMac {
 
   /// Whether Keyrow has the permissions.
   bool isAccessibilityGranted = true;
-  bool isInputMonitoringGranted = true;
+  InputMonitoringConsent inputMonitoring{screen};
 
   /// Whether a thread that is started gets to its work before anything else happens, and one
   /// that is stopped to its end.

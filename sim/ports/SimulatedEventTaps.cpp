@@ -83,7 +83,7 @@ std::shared_ptr<EventTap> SimulatedEventTaps::createTap(std::uint64_t eventsOfIn
                                                         EventTapCallback& callback) {
   auto& mac = context_.mac;
   if (!mac.call(PortCall::createEventTap)) return nullptr;
-  if (!mac.isAccessibilityGranted || !mac.isInputMonitoringGranted) return nullptr;
+  if (!mac.isAccessibilityGranted) return nullptr;
   auto served = std::make_shared<ServedTap>();
   served->eventsOfInterest = eventsOfInterest;
   served->callback = &callback;

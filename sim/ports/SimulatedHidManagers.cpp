@@ -94,14 +94,22 @@ class Manager final : public HidManager {
   }
 
   IOReturn open() override {
+    const auto access = mac_.inputMonitoring.access();
+    if (access == InputMonitoringAccess::unknown) throw WaitsForConsent{};
     if (!mac_.call(PortCall::openHidManager)) return SimulatedHidSystem::refusal;
+    if (access == InputMonitoringAccess::denied) return SimulatedHidSystem::refusal;
     isOpen_ = true;
-    return ioReturnSuccess;
+    withdrawalCount_ = mac_.inputMonitoring.withdrawalCount();
+    const bool isAnyExclusive = std::ranges::any_of(mac_.keyboards.all(), [&](const auto& one) {
+      return one->isExclusive && matchesDevice(*one);
+    });
+    return isAnyExclusive ? ioReturnExclusiveAccess : ioReturnSuccess;
   }
 
  private:
   void receive(const KeyboardInput& input) {
     if (!isOpen_ || !callback_) return;
+    if (withdrawalCount_ != mac_.inputMonitoring.withdrawalCount()) return;
     if (!matches(valueMatching_, {{"UsagePage", std::int64_t{input.usagePage}}})) return;
     if (!input.keyboard) {
       callback_({nullptr, input.usagePage, input.timestamp});
@@ -130,6 +138,8 @@ class Manager final : public HidManager {
   std::function<void()> attached_;
   std::function<void()> removed_;
   bool isOpen_ = false;
+  /// How often the permission had been taken away when it was opened.
+  std::uint64_t withdrawalCount_ = 0;
   Registration schedule_;
   Registration changes_;
 };

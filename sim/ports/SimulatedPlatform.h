@@ -19,6 +19,7 @@
 #include "sim/ports/SimulatedGlobalPreferences.h"
 #include "sim/ports/SimulatedHidManagers.h"
 #include "sim/ports/SimulatedHidSystem.h"
+#include "sim/ports/SimulatedInputMonitoring.h"
 #include "sim/ports/SimulatedLoginItem.h"
 #include "sim/ports/SimulatedMailComposer.h"
 #include "sim/ports/SimulatedMainQueue.h"
@@ -72,6 +73,7 @@ class SimulatedPlatform {
   SimulatedGlobalPreferences globalPreferences_;
   SimulatedHidManagers hidManagers_;
   SimulatedHidSystem hidSystem_;
+  SimulatedInputMonitoring inputMonitoring_;
   SimulatedLoginItem loginItem_;
   SimulatedMailComposer mailComposer_;
   SimulatedMainQueue mainQueue_;

@@ -16,11 +16,18 @@ std::string filterOf(const Keys& what) { return what.keyboard.value_or(""); }
 
 std::string on(const Keys& what) { return " on " + what.keyboard.value_or("none"); }
 
+/// Whether nobody else on the machine gets these keys.
+bool isExclusive(Stage& stage, const Keys& what) {
+  const auto keyboard = what.keyboard ? stage.mac.keyboards.find(*what.keyboard) : nullptr;
+  return keyboard && keyboard->isExclusive;
+}
+
 /// Lets the keys go down in turn; says so, and does nothing, where one cannot.
 Outcome hold(Stage& stage, const Keys& what) {
   if (what.keyboard && !stage.mac.keyboards.find(*what.keyboard)) {
     return stage.noSuchKeyboard(*what.keyboard);
   }
+  if (isExclusive(stage, what)) return {};
   auto& filters = stage.mac.keyboardFilters;
   for (const auto& key : what.keys) {
     if (filters.isDown(filterOf(what), key.keyCode)) {
@@ -34,6 +41,7 @@ Outcome hold(Stage& stage, const Keys& what) {
 /// Lets the keys come up in the opposite order; says so, and does nothing, where one is not
 /// down.
 Outcome letGo(Stage& stage, const Keys& what) {
+  if (isExclusive(stage, what)) return {};
   auto& filters = stage.mac.keyboardFilters;
   for (const auto& key : what.keys) {
     if (!filters.isDown(filterOf(what), key.keyCode)) {
@@ -108,8 +116,8 @@ constexpr std::array<KeyboardProperty, 7> keyboardProperties{{
 }};
 
 constexpr std::string_view keyboardPropertyExpected =
-    "vendor=, product=, manufacturer=, transport=, built-in=, location=, caps-lock=, registry= or "
-    "usage=";
+    "vendor=, product=, manufacturer=, transport=, built-in=, location=, caps-lock=, registry=, "
+    "usage= or exclusive=";
 
 Action parseKeyboard(LineReader& line) {
   if (line.at("none")) line.fail("a name for the keyboard other than none");
@@ -134,6 +142,8 @@ Action parseKeyboard(LineReader& line) {
       keyboard.registryID = static_cast<std::uint64_t>(*number);
     } else if (property.key == "usage" && number) {
       keyboard.usage = *number;
+    } else if (property.key == "exclusive" && property.value && property.value->boolean()) {
+      keyboard.isExclusive = *property.value->boolean();
     } else {
       line.failBefore(keyboardPropertyExpected);
     }
@@ -252,7 +262,8 @@ constexpr std::array<ActionWord, 8> actions{{
     {"keyboard", "keyboard NAME [PROPERTY=VALUE ...]",
      "A keyboard is attached. Its properties are vendor, product, manufacturer, transport, "
      "built-in, location and caps-lock (what it reports), absent where not given; registry, its "
-     "registry entry ID or none; and usage, 6 for a keyboard and 7 for a keypad.",
+     "registry entry ID or none; usage, 6 for a keyboard and 7 for a keypad; and exclusive, true "
+     "where another program has it to itself, so that its keys go nowhere else.",
      "keyboard usb1 vendor=0x046d product=\"G Pro\" transport=USB built-in=false", parseKeyboard},
     {"unplug", "unplug NAME",
      "A keyboard is taken away; the keys that are held on it are released.", "unplug usb1",

@@ -29,9 +29,24 @@ Outcome Wake::play(Stage& stage) const {
 }
 
 Outcome ChangePermission::play(Stage& stage) const {
-  auto& mac = stage.mac;
-  (which == Which::accessibility ? mac.isAccessibilityGranted : mac.isInputMonitoringGranted) =
-      isGranted;
+  if (which == Which::accessibility) {
+    stage.mac.isAccessibilityGranted = isGranted;
+  } else {
+    stage.mac.inputMonitoring.set(isGranted ? InputMonitoringAccess::granted
+                                            : InputMonitoringAccess::denied);
+  }
+  return {};
+}
+
+Outcome ForgetConsent::play(Stage& stage) const {
+  stage.mac.inputMonitoring.set(InputMonitoringAccess::unknown);
+  return {};
+}
+
+Outcome AnswerConsent::play(Stage& stage) const {
+  auto& consent = stage.mac.inputMonitoring;
+  if (!consent.isAsking()) return unplayable("nobody asks for Input Monitoring");
+  consent.answer(isAllowed ? InputMonitoringAccess::granted : InputMonitoringAccess::denied);
   return {};
 }
 
@@ -52,7 +67,22 @@ Action parseGrant(LineReader& line) { return permission(line, true); }
 
 Action parseRevoke(LineReader& line) { return permission(line, false); }
 
-constexpr std::array<ActionWord, 5> actions{{
+Action parseReset(LineReader& line) {
+  line.require("input-monitoring");
+  return ForgetConsent{};
+}
+
+Action parseAllow(LineReader& line) {
+  line.require("input-monitoring");
+  return AnswerConsent{.isAllowed = true};
+}
+
+Action parseDeny(LineReader& line) {
+  line.require("input-monitoring");
+  return AnswerConsent{.isAllowed = false};
+}
+
+constexpr std::array<ActionWord, 8> actions{{
     {"wait", "wait DURATION", "Time passes.", "wait 0.35s", parseWait},
     {"sleep", "sleep", "The Mac falls asleep.", "sleep", parseSleep},
     {"wake", "wake", "The Mac wakes up.", "wake", parseWake},
@@ -62,6 +92,14 @@ constexpr std::array<ActionWord, 5> actions{{
      "grant accessibility", parseGrant},
     {"revoke", "revoke accessibility|input-monitoring", "The user takes a permission back.",
      "revoke accessibility", parseRevoke},
+    {"reset", "reset input-monitoring",
+     "macOS forgets what the user has said about it, as tccutil does: whoever asks, or opens a HID "
+     "manager, waits for a dialog then.",
+     "reset input-monitoring", parseReset},
+    {"allow", "allow input-monitoring", "The user answers that dialog, and allows it.",
+     "allow input-monitoring", parseAllow},
+    {"deny", "deny input-monitoring", "The user answers that dialog, and does not allow it.",
+     "deny input-monitoring", parseDeny},
 }};
 
 }  // namespace

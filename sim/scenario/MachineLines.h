@@ -30,4 +30,15 @@ struct ChangePermission {
   Outcome play(Stage& stage) const;
 };
 
+/// macOS forgets what the user has said about Input Monitoring.
+struct ForgetConsent {
+  Outcome play(Stage& stage) const;
+};
+
+/// The user answers the dialog that asks for Input Monitoring.
+struct AnswerConsent {
+  bool isAllowed;
+  Outcome play(Stage& stage) const;
+};
+
 }  // namespace keyrow::sim

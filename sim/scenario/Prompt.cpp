@@ -219,7 +219,7 @@ void Prompt::printStatus() {
        << "  hardware    " << mac.hid.modeName() << '\n'
        << "  keyboards   " << joined(mac.keyboards.attachedNames()) << '\n'
        << "  permissions accessibility " << (mac.isAccessibilityGranted ? "granted" : "revoked")
-       << ", input-monitoring " << (mac.isInputMonitoringGranted ? "granted" : "revoked") << '\n'
+       << ", input-monitoring " << nameOf(mac.inputMonitoring.access()) << '\n'
        << "  tap         " << (mac.eventTaps.enabledCount() > 0 ? "working" : "missing") << '\n'
        << "  global      " << modeText(stored.global()) << '\n';
   for (const auto& app : stored.localBundleIdentifiers()) {

@@ -13,6 +13,8 @@ Outcome playAction(const Action& action, Stage& stage) {
     if (outcome.kind != Outcome::Kind::done) return outcome;
   } catch (const TooMuchHappens&) {
     return {Outcome::Kind::endless, "this line would cause more than a million events"};
+  } catch (const WaitsForConsent& wait) {
+    return {Outcome::Kind::endless, wait.what()};
   }
   const auto wrongAnswer = stage.mac.screen.takeWrongAnswer();
   return wrongAnswer.empty() ? Outcome{} : unplayable(wrongAnswer);

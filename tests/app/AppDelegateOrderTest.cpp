@@ -45,7 +45,10 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           // Its first pane shows the permission, and follows it.
           "is process trusted", "observe NSApplicationDidBecomeActiveNotification", "start updater",
           // The override of an application that is not installed.
-          "find-application", "write-defaults", "open-hid-manager", "frontmost-application",
+          "find-application", "write-defaults",
+          // Whether anything has to be asked, and whether a manager may be opened.
+          "check input monitoring", "check input monitoring", "open-hid-manager",
+          "frontmost-application",
           // The prompt, then the tap.
           "is process trusted", "write-defaults", "is process trusted", "create-event-tap",
           "create-run-loop-source", "start thread app.keyrow.Keyrow.KeyboardEventTap",

@@ -77,12 +77,13 @@ TEST_F(AppDelegatePermissionTest, ATapThatRunsIsNotStartedAgain) {
   process->launch();
   mac.trace.start();
   becomeActive();
-  // Only the settings window looks at the permission.
-  EXPECT_THAT(mac.trace.take(), ElementsAre("is process trusted"));
+  // Only the settings window looks at the permission, and the monitors at theirs.
+  EXPECT_THAT(mac.trace.take(), ElementsAre("is process trusted", "check input monitoring",
+                                            "check input monitoring"));
 }
 
 TEST_F(AppDelegatePermissionTest, ARefusedTapAlertsOnceUntilItHasWorked) {
-  mac.isInputMonitoringGranted = false;
+  mac.faults.fail(PortCall::createEventTap, Faults::always);
   process->launch();
   becomeActive();
   becomeActive();
@@ -95,14 +96,14 @@ TEST_F(AppDelegatePermissionTest, ARefusedTapAlertsOnceUntilItHasWorked) {
           "yet. Try reopening Keyrow, or remove and re-add Keyrow in System Settings > Privacy & "
           "Security > Accessibility and Input Monitoring.\n[Open Accessibility Settings]\n[OK]"));
   EXPECT_THAT(mac.screen.openedURLs(), ElementsAre());
-  mac.isInputMonitoringGranted = true;
+  mac.faults.repair();
   becomeActive();
   EXPECT_TRUE(isTapWorking());
   EXPECT_EQ(mac.screen.alerts().size(), 1U);
 }
 
 TEST_F(AppDelegatePermissionTest, TheFirstButtonOpensTheSettings) {
-  mac.isInputMonitoringGranted = false;
+  mac.faults.fail(PortCall::createEventTap, Faults::always);
   mac.screen.answerNextAlert("Open Accessibility Settings");
   process->launch();
   EXPECT_THAT(mac.screen.openedURLs(),
@@ -111,7 +112,7 @@ TEST_F(AppDelegatePermissionTest, TheFirstButtonOpensTheSettings) {
 }
 
 TEST_F(AppDelegatePermissionTest, AURLThatDoesNotOpenIsFollowedByTheOther) {
-  mac.isInputMonitoringGranted = false;
+  mac.faults.fail(PortCall::createEventTap, Faults::always);
   mac.screen.answerNextAlert("Open Accessibility Settings");
   mac.faults.fail(PortCall::openURL, 1);
   process->launch();
@@ -121,7 +122,7 @@ TEST_F(AppDelegatePermissionTest, AURLThatDoesNotOpenIsFollowedByTheOther) {
 }
 
 TEST_F(AppDelegatePermissionTest, WhenNeitherOpensNothingElseHappens) {
-  mac.isInputMonitoringGranted = false;
+  mac.faults.fail(PortCall::createEventTap, Faults::always);
   mac.screen.answerNextAlert("Open Accessibility Settings");
   mac.faults.fail(PortCall::openURL, Faults::always);
   process->launch();

@@ -161,6 +161,7 @@ TEST_F(CapsLockMonitorTest, IsReadyToListenBeforeItOpensItsManager) {
   FakeHidManagers managers;
   const auto& platform = process->platform();
   CapsLockMonitor onFakes{{.hidManagers = managers,
+                           .inputMonitoring = platform.inputMonitoring,
                            .hidSystem = platform.hidSystem,
                            .eventMonitors = platform.eventMonitors,
                            .mainQueue = platform.mainQueue,

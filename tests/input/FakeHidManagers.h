@@ -18,6 +18,8 @@ class FakeHidManagers final : public HidManagers {
   std::vector<PropertyDictionary> deviceMatching;
   PropertyDictionary inputValueMatching;
   std::function<void(const HidInputValue&)> callback;
+  /// What opening a manager gives.
+  IOReturn openResult = ioReturnSuccess;
 
   std::unique_ptr<HidManager> create() override {
     calls.emplace_back("create");
@@ -52,7 +54,7 @@ class FakeHidManagers final : public HidManagers {
     void scheduleWithMainRunLoop() override { owner_.calls.emplace_back("schedule"); }
     IOReturn open() override {
       owner_.calls.emplace_back("open");
-      return ioReturnSuccess;
+      return owner_.openResult;
     }
 
    private:

@@ -122,6 +122,7 @@ class QuestioningDevice final : public HidDevice {
 class QuestioningManagers final : public HidManagers {
  public:
   std::function<void(const HidInputValue&)> callback;
+  std::function<void()> whenClosed = [] {};
 
   std::unique_ptr<HidManager> create() override { return std::make_unique<Manager>(*this); }
 
@@ -129,6 +130,7 @@ class QuestioningManagers final : public HidManagers {
   class Manager final : public HidManager {
    public:
     explicit Manager(QuestioningManagers& owner) : owner_{owner} {}
+    ~Manager() override { owner_.whenClosed(); }
     void setDeviceMatching(std::span<const PropertyDictionary>) override {}
     void setInputValueMatching(const PropertyDictionary&) override {}
     void registerInputValueCallback(std::function<void(const HidInputValue&)> handler) override {
@@ -160,6 +162,7 @@ TEST_F(KeyboardSourceMonitorThreadTest, AnswersWhileAKeyboardIsLookedAtAndLogged
   QuestioningLogger logger{questioner};
   const auto& platform = process->platform();
   KeyboardSourceMonitor asked{{.hidManagers = managers,
+                               .inputMonitoring = platform.inputMonitoring,
                                .clock = platform.clock,
                                .text = platform.text,
                                .settings = keyrow().settings(),
@@ -170,6 +173,25 @@ TEST_F(KeyboardSourceMonitorThreadTest, AnswersWhileAKeyboardIsLookedAtAndLogged
   managers.callback({&device, keyboardPage, 1'000});
   // The identifier, at least five properties, and the line in the log.
   EXPECT_GE(questioner.questions(), 7);
+  EXPECT_TRUE(questioner.isAlwaysAnswered());
+}
+
+TEST_F(KeyboardSourceMonitorThreadTest, AnswersWhileItsManagerIsClosed) {
+  Questioner questioner;
+  QuestioningManagers managers;
+  const auto& platform = process->platform();
+  KeyboardSourceMonitor asked{
+      {.hidManagers = managers,
+       .inputMonitoring = platform.inputMonitoring,
+       .clock = platform.clock,
+       .text = platform.text,
+       .settings = keyrow().settings(),
+       .hardwareLog = keyrow().diagnosticsLog().logger(LogCategory::hardware)}};
+  questioner.setMonitor(asked);
+  managers.whenClosed = [&] { questioner.ask(); };
+  asked.startMonitoring();
+  asked.stopMonitoring();
+  EXPECT_EQ(questioner.questions(), 1);
   EXPECT_TRUE(questioner.isAlwaysAnswered());
 }
 

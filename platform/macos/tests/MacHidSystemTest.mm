@@ -20,6 +20,7 @@ static_assert(hidSystemClass == kIOHIDSystemClass);
 static_assert(hidParamConnectType == kIOHIDParamConnectType);
 static_assert(capsLockState == kIOHIDCapsLockState);
 static_assert(ioReturnSuccess == kIOReturnSuccess);
+static_assert(ioReturnExclusiveAccess == kIOReturnExclusiveAccess);
 
 class MacHidSystemTest : public ::testing::Test {
  protected:
