@@ -10,6 +10,16 @@
 
 namespace keyrow::fuzz {
 
+/// When an event happened, in ticks: what lies in the future by more than a second is nanoseconds.
+inline std::uint64_t ticksOf(std::uint64_t timestamp, std::uint64_t now, MachTimebase timebase) {
+  if (timebase.numer == 0) return timestamp;
+  const auto converted = [&](unsigned __int128 nanoseconds) {
+    return static_cast<std::uint64_t>(nanoseconds * timebase.denom / timebase.numer);
+  };
+  const bool isFuture = timestamp > now && timestamp - now > converted(1'000'000'000);
+  return isFuture ? converted(timestamp) : timestamp;
+}
+
 /// Which keyboard a key event comes from, found without any haste: what the source monitor
 /// has to answer, too.
 class ExpectedSources {

@@ -5,6 +5,8 @@
 #include <optional>
 #include <utility>
 
+#include "input/MachTicks.h"
+
 namespace keyrow {
 
 namespace {
@@ -14,10 +16,10 @@ using namespace std::chrono_literals;
 /// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
 constexpr int keyboardOrKeypadPage = 7;
 
-std::uint64_t machTicks(std::chrono::nanoseconds duration, MachTimebase timebase,
-                        std::uint64_t fallback) {
-  if (timebase.numer == 0) return fallback;
-  return static_cast<std::uint64_t>(duration.count()) * timebase.denom / timebase.numer;
+std::uint64_t window(std::chrono::nanoseconds duration, MachTimebase timebase,
+                     std::uint64_t withoutTimebase) {
+  if (timebase.numer == 0) return withoutTimebase;
+  return machTicks(static_cast<std::uint64_t>(duration.count()), timebase);
 }
 
 std::optional<bool> boolProperty(HidDevice& device, std::string_view key) {
@@ -60,8 +62,9 @@ std::uint64_t distance(std::uint64_t a, std::uint64_t b) { return a > b ? a - b 
 
 KeyboardSourceMonitor::KeyboardSourceMonitor(const Uses& uses)
     : use_{uses},
-      sampleMatchWindow_{machTicks(80ms, uses.clock.machTimebase(), 20'000'000)},
-      singleSampleWindow_{machTicks(250ms, uses.clock.machTimebase(), 250'000'000)},
+      timebase_{uses.clock.machTimebase()},
+      sampleMatchWindow_{window(80ms, timebase_, 20'000'000)},
+      singleSampleWindow_{window(250ms, timebase_, 250'000'000)},
       opener_{{.hidManagers = uses.hidManagers,
                .inputMonitoring = uses.inputMonitoring,
                .hardwareLog = uses.hardwareLog},
@@ -93,17 +96,26 @@ void KeyboardSourceMonitor::stopMonitoring() {
 
 std::shared_ptr<const KeyboardDeviceSource> KeyboardSourceMonitor::source(
     std::uint64_t forEventTimestamp) {
+  const auto eventTime = ticksOf(forEventTimestamp);
   const auto retention = 4 * sampleMatchWindow_;
-  const auto cutoff = forEventTimestamp > retention ? forEventTimestamp - retention : 0;
+  const auto cutoff = eventTime > retention ? eventTime - retention : 0;
 
   const std::scoped_lock guard{lock_};
   dropSamplesBefore(cutoff);
   if (recentSamples_.empty()) return nullptr;
 
-  const auto& best = nearestSample(forEventTimestamp);
+  const auto& best = nearestSample(eventTime);
   const auto reach = recentSamples_.size() == 1 ? std::max(sampleMatchWindow_, singleSampleWindow_)
                                                 : sampleMatchWindow_;
-  return distance(forEventTimestamp, best.timestamp) <= reach ? best.source : nullptr;
+  return distance(eventTime, best.timestamp) <= reach ? best.source : nullptr;
+}
+
+std::uint64_t KeyboardSourceMonitor::ticksOf(std::uint64_t eventTimestamp) {
+  const auto ticks = eventTicks(eventTimestamp, use_.clock.machAbsoluteTime(), timebase_);
+  if (ticks != eventTimestamp && !hasToldOfNanoseconds_.exchange(true)) {
+    use_.hardwareLog.notice("Key events tell their time in nanoseconds; it is converted to ticks.");
+  }
+  return ticks;
 }
 
 void KeyboardSourceMonitor::dropSamplesBefore(std::uint64_t timestamp) {

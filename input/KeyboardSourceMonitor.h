@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -46,8 +47,9 @@ class KeyboardSourceMonitor {
   /// Stops listening and forgets every sample and keyboard.
   void stopMonitoring();
 
-  /// The keyboard that produced the key event with this timestamp, in mach ticks; null
-  /// when none can be told. Safe to call from any thread.
+  /// The keyboard that produced the key event with this timestamp, in mach ticks, or in
+  /// nanoseconds where it can be no ticks (`eventTicks`); null when none can be told. Safe to call
+  /// from any thread.
   std::shared_ptr<const KeyboardDeviceSource> source(std::uint64_t forEventTimestamp);
 
  private:
@@ -59,6 +61,7 @@ class KeyboardSourceMonitor {
     SharedSource source;
   };
 
+  std::uint64_t ticksOf(std::uint64_t eventTimestamp);
   void handleInputValue(const HidInputValue& value);
   void dropSamplesBefore(std::uint64_t timestamp);
   const KeyboardSample& nearestSample(std::uint64_t timestamp) const;
@@ -69,6 +72,7 @@ class KeyboardSourceMonitor {
   static constexpr std::size_t maximumSampleCount = 64;
 
   const Uses use_;
+  const MachTimebase timebase_;
 
   /// The largest distance at which a sample is attributed to an event, in mach ticks.
   const std::uint64_t sampleMatchWindow_;
@@ -86,6 +90,9 @@ class KeyboardSourceMonitor {
   std::unordered_map<std::uint64_t, SharedSource> cachedSources_;
   /// The `sourceDescription` of every keyboard that the log knows.
   std::unordered_set<std::string> loggedSourceKeys_;
+
+  /// Of both threads: the log has been told of events whose time is in nanoseconds.
+  std::atomic<bool> hasToldOfNanoseconds_{false};
 
   HidManagerOpener opener_;
   /// Present while monitoring runs.

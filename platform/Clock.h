@@ -24,6 +24,9 @@ class Clock : public Port {
   virtual std::chrono::nanoseconds uptime() = 0;
 
   virtual MachTimebase machTimebase() = 0;
+
+  /// The present, in mach ticks (`mach_absolute_time`). Safe to call from any thread.
+  virtual std::uint64_t machAbsoluteTime() = 0;
 };
 
 }  // namespace keyrow

@@ -83,6 +83,7 @@ struct Meaning {
   bool operator()(const sim::AttachKeyboard&) const { return true; }
   bool operator()(const sim::Unplug&) const { return true; }
   bool operator()(const sim::SwitchCapsLock&) const { return true; }
+  bool operator()(const sim::StampEvents&) const { return true; }
   bool operator()(const sim::DisableTap&) const { return true; }
 
   bool operator()(const sim::ClickItem& line) const {

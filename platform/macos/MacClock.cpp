@@ -16,4 +16,6 @@ MachTimebase MacClock::machTimebase() {
   return {.numer = timebase.numer, .denom = timebase.denom};
 }
 
+std::uint64_t MacClock::machAbsoluteTime() { return mach_absolute_time(); }
+
 }  // namespace keyrow::macos

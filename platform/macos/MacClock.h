@@ -12,6 +12,7 @@ class MacClock final : public Clock {
   std::chrono::system_clock::time_point now() override;
   std::chrono::nanoseconds uptime() override;
   MachTimebase machTimebase() override;
+  std::uint64_t machAbsoluteTime() override;
 };
 
 }  // namespace keyrow::macos

@@ -140,6 +140,7 @@ Text userLine() {
        {2, oneOf({"grant accessibility", "revoke accessibility", "grant input-monitoring",
                   "revoke input-monitoring"})},
        {2, oneOf({"reset input-monitoring", "allow input-monitoring", "deny input-monitoring"})},
+       {1, oneOf({"timestamps nanoseconds", "timestamps ticks"})},
        {1, oneOf({"caps-lock on", "caps-lock off on internal", "caps-lock on on usb"})},
        {1, oneOf({"disable tap timeout", "disable tap user-input", "disable tap silently"})},
        {1, oneOf({"post takeover targetPID=501", "post takeover targetPID=502",

@@ -35,7 +35,11 @@ void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
 }
 
 void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
-  const bool reaches = eventTaps.post(type, event);
+  auto tapped = event;
+  if (areEventTimesNanoseconds) {
+    tapped.timestamp = static_cast<std::uint64_t>(scheduler.now().count());
+  }
+  const bool reaches = eventTaps.post(type, tapped);
   whenKeyIsDecided(type, event, reaches);
   if (!reaches) return;
   timeline.add(TimelineEvent::Kind::key,

@@ -92,6 +92,9 @@ class SimulatedMac {
   bool isAccessibilityGranted = true;
   InputMonitoringConsent inputMonitoring{screen};
 
+  /// Whether key events tell their time in nanoseconds, and not in ticks.
+  bool areEventTimesNanoseconds = false;
+
   /// Whether a thread that is started gets to its work before anything else happens, and one
   /// that is stopped to its end.
   bool threadsRunAtOnce = true;

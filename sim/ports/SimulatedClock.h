@@ -13,6 +13,7 @@ class SimulatedClock final : public Clock {
   std::chrono::system_clock::time_point now() override { return mac_.wallClock(); }
   std::chrono::nanoseconds uptime() override { return mac_.scheduler.now(); }
   MachTimebase machTimebase() override { return mac_.machTimebase; }
+  std::uint64_t machAbsoluteTime() override { return mac_.machAbsoluteTime(); }
 
  private:
   const SimulatedMac& mac_;

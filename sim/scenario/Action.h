@@ -19,7 +19,7 @@ namespace keyrow::sim {
 using Action =
     std::variant<Install, Uninstall, Front, ChangeInSystemSettings, ChangeHardware,
                  ChangePreference, WriteDefaults, AddOverride, AttachKeyboard, Unplug, Press,
-                 HoldDown, Release, ChangeFlags, SwitchCapsLock, DisableTap, ClickItem,
+                 HoldDown, Release, ChangeFlags, SwitchCapsLock, StampEvents, DisableTap, ClickItem,
                  ClickControl, Choose, CloseMenu, CloseWindow, SelectTab, Answer, Wait, Sleep, Wake,
                  ChangePermission, ForgetConsent, AnswerConsent, Launch, Reopen, Quit, Kill, HangUp,
                  Resume, PostTakeover, Fail, Repair, SetMailService, SwitchLoginItem,

@@ -91,6 +91,11 @@ Outcome SwitchCapsLock::play(Stage& stage) const {
   return {};
 }
 
+Outcome StampEvents::play(Stage& stage) const {
+  stage.mac.areEventTimesNanoseconds = inNanoseconds;
+  return {};
+}
+
 Outcome DisableTap::play(Stage& stage) const {
   stage.mac.eventTaps.disableAll(announcement);
   return {};
@@ -210,6 +215,11 @@ Action parseCapsLock(LineReader& line) {
   return action;
 }
 
+Action parseTimestamps(LineReader& line) {
+  constexpr std::array<std::string_view, 2> units{"ticks", "nanoseconds"};
+  return StampEvents{.inNanoseconds = line.oneOf(units) == 1};
+}
+
 Action parseDisableTap(LineReader& line) {
   constexpr std::array<std::string_view, 3> ways{"timeout", "user-input", "silently"};
   constexpr std::array<std::uint32_t, 3> announcements{keyEventType::tapDisabledByTimeout,
@@ -258,7 +268,7 @@ Expectation expectShortcut(LineReader& line) {
   };
 }
 
-constexpr std::array<ActionWord, 8> actions{{
+constexpr std::array<ActionWord, 9> actions{{
     {"keyboard", "keyboard NAME [PROPERTY=VALUE ...]",
      "A keyboard is attached. Its properties are vendor, product, manufacturer, transport, "
      "built-in, location and caps-lock (what it reports), absent where not given; registry, its "
@@ -284,6 +294,9 @@ constexpr std::array<ActionWord, 8> actions{{
     {"caps-lock", "caps-lock on|off [on NAME]",
      "Caps Lock is switched on or off; the keyboard, where one is named, reports it.",
      "caps-lock on on usb1", parseCapsLock},
+    {"timestamps", "timestamps ticks|nanoseconds",
+     "In which unit key events tell their time from now on; in the beginning it is ticks.",
+     "timestamps nanoseconds", parseTimestamps},
     {"disable tap", "disable tap timeout|user-input|silently",
      "macOS disables the event tap: because it took too long, because the user wanted it, or "
      "without telling.",

@@ -68,6 +68,12 @@ struct SwitchCapsLock {
   Outcome play(Stage& stage) const;
 };
 
+/// Key events tell their time in another unit from now on.
+struct StampEvents {
+  bool inNanoseconds;
+  Outcome play(Stage& stage) const;
+};
+
 /// macOS disables the event tap.
 struct DisableTap {
   /// The event that announces it (`keyEventType`); 0 where nothing does.

@@ -138,6 +138,7 @@ class BusyClock final : public Clock {
     return clock_.uptime();
   }
   MachTimebase machTimebase() override { return clock_.machTimebase(); }
+  std::uint64_t machAbsoluteTime() override { return clock_.machAbsoluteTime(); }
 
  private:
   Clock& clock_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -19,6 +20,9 @@ class KeyboardSourceMonitorFixture : public SimulatedMacTest {
   using Keyboard = std::shared_ptr<const SimulatedKeyboard>;
 
   static constexpr std::uint32_t keyboardPage = 7;
+
+  /// All that is tried happens in the past.
+  KeyboardSourceMonitorFixture() { mac.scheduler.advance(std::chrono::hours{1}); }
 
   void SetUp() override { monitor().startMonitoring(); }
 
