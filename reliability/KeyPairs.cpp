@@ -22,7 +22,7 @@ void KeyPairs::note(std::uint32_t type, const KeyEvent& event, bool reaches) {
   if (!isPress && !isRelease && !event.isRepeat) return;
 
   const int ownCount = isRelease ? 0 : 1;
-  const auto tapChangeCount = mac_.eventTaps.changeCount();
+  const auto tapChangeCount = mac_.eventTaps.changeCount() + mac_.secureInputChangeCount();
   if (mac_.keyboardFilters.downCount(event.keyCode) != ownCount) {
     presses_.erase(event.keyCode);
   } else if (isPress) {

@@ -10,8 +10,8 @@
 namespace keyrow::reliability {
 
 /// Watches that a key's repeats and its release go the way of its press: both reach an
-/// application, or neither does. That holds where the taps stayed as they were meanwhile, and
-/// where the key was down on one keyboard only.
+/// application, or neither does. That holds where the taps and what they may see stayed as they
+/// were, and where the key was down on one keyboard only.
 class KeyPairs {
  public:
   explicit KeyPairs(sim::SimulatedMac& mac);

@@ -126,6 +126,8 @@ struct Meaning {
   bool operator()(const sim::ChangePermission&) const { return true; }
   bool operator()(const sim::ForgetConsent&) const { return true; }
   bool operator()(const sim::AnswerConsent&) const { return true; }
+  /// Which keys Keyrow gets to see, the session knows.
+  bool operator()(const sim::SwitchSecureInput&) const { return true; }
 
   bool operator()(const sim::Launch&) const {
     // The older instance hears of it, and goes.

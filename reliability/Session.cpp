@@ -157,7 +157,7 @@ bool Session::tellModel(const sim::Action& action, const Before& before) {
 /// Whether some other program keeps these keys to itself.
 bool Session::isHidden(const sim::Keys& keys) {
   const auto keyboard = keys.keyboard ? stage.mac.keyboards.find(*keys.keyboard) : nullptr;
-  return keyboard && keyboard->isExclusive;
+  return stage.mac.isSecureInputOn() || (keyboard && keyboard->isExclusive);
 }
 
 /// Whether keys are held from now on, or another key is or may become a shortcut.

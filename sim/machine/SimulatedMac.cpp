@@ -39,7 +39,7 @@ void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
   if (areEventTimesNanoseconds) {
     tapped.timestamp = static_cast<std::uint64_t>(scheduler.now().count());
   }
-  const bool reaches = eventTaps.post(type, tapped);
+  const bool reaches = isSecureInputOn() || eventTaps.post(type, tapped);
   whenKeyIsDecided(type, event, reaches);
   if (!reaches) return;
   timeline.add(TimelineEvent::Kind::key,

@@ -105,6 +105,15 @@ class SimulatedMac {
   /// As on Apple silicon: a tick is 125/3 ns.
   MachTimebase machTimebase{.numer = 125, .denom = 3};
 
+  /// An application takes the keyboard for itself, so that no event tap sees a key
+  /// (`EnableSecureEventInput`), or gives it back.
+  void setSecureInput(bool isOn) {
+    isSecureInputOn_ = isOn;
+    ++secureInputChangeCount_;
+  }
+  bool isSecureInputOn() const { return isSecureInputOn_; }
+  std::uint64_t secureInputChangeCount() const { return secureInputChangeCount_; }
+
   /// Date and time of day; the machine is switched on at 2024-03-01 08:00:00 UTC.
   std::chrono::system_clock::time_point wallClock() const;
 
@@ -135,6 +144,8 @@ class SimulatedMac {
                  std::chrono::nanoseconds lateness = {});
 
  private:
+  bool isSecureInputOn_ = false;
+  std::uint64_t secureInputChangeCount_ = 0;
   ObserverList<std::uint32_t, const KeyEvent&> keyEventObservers_;
 };
 

@@ -46,6 +46,8 @@ Registration SimulatedEventMonitors::addLocalKeyDownMonitor(
 
 void SimulatedEventMonitors::receive(std::uint32_t type, const KeyEvent& event) {
   const bool isActive = context_.mac.applications.frontmost() == context_.bundleIdentifier;
+  // What is typed into another application's password field is for that alone.
+  if (!isActive && context_.mac.isSecureInputOn()) return;
   if (type == keyEventType::flagsChanged) (isActive ? localFlags_ : globalFlags_).notify();
   if (type == keyEventType::keyDown && isActive) {
     keysDown_.notify(

@@ -21,10 +21,10 @@ using Action =
                  ChangePreference, WriteDefaults, AddOverride, AttachKeyboard, Unplug, Press,
                  HoldDown, Release, ChangeFlags, SwitchCapsLock, StampEvents, DisableTap, ClickItem,
                  ClickControl, Choose, CloseMenu, CloseWindow, SelectTab, Answer, Wait, Sleep, Wake,
-                 ChangePermission, ForgetConsent, AnswerConsent, Launch, Reopen, Quit, Kill, HangUp,
-                 Resume, PostTakeover, Fail, Repair, SetMailService, SwitchLoginItem,
-                 RequireApproval, AllowNotifications, FindUpdate, AttendUpdate, FinishUpdate,
-                 OpenNotification, SetInfo>;
+                 ChangePermission, ForgetConsent, AnswerConsent, SwitchSecureInput, Launch, Reopen,
+                 Quit, Kill, HangUp, Resume, PostTakeover, Fail, Repair, SetMailService,
+                 SwitchLoginItem, RequireApproval, AllowNotifications, FindUpdate, AttendUpdate,
+                 FinishUpdate, OpenNotification, SetInfo>;
 
 /// Asks whether something holds, or has happened since the last line that is no expectation.
 using Check = std::function<Outcome(Stage&)>;

@@ -50,6 +50,11 @@ Outcome AnswerConsent::play(Stage& stage) const {
   return {};
 }
 
+Outcome SwitchSecureInput::play(Stage& stage) const {
+  stage.mac.setSecureInput(isOn);
+  return {};
+}
+
 namespace {
 
 Action parseWait(LineReader& line) { return Wait{line.duration()}; }
@@ -82,7 +87,12 @@ Action parseDeny(LineReader& line) {
   return AnswerConsent{.isAllowed = false};
 }
 
-constexpr std::array<ActionWord, 8> actions{{
+Action parseSecureInput(LineReader& line) {
+  constexpr std::array<std::string_view, 2> words{"on", "off"};
+  return SwitchSecureInput{.isOn = line.oneOf(words) == 0};
+}
+
+constexpr std::array<ActionWord, 9> actions{{
     {"wait", "wait DURATION", "Time passes.", "wait 0.35s", parseWait},
     {"sleep", "sleep", "The Mac falls asleep.", "sleep", parseSleep},
     {"wake", "wake", "The Mac wakes up.", "wake", parseWake},
@@ -100,6 +110,10 @@ constexpr std::array<ActionWord, 8> actions{{
      "allow input-monitoring", parseAllow},
     {"deny", "deny input-monitoring", "The user answers that dialog, and does not allow it.",
      "deny input-monitoring", parseDeny},
+    {"secure-input", "secure-input on|off",
+     "An application takes the keyboard for itself, as where a password is typed, or gives it "
+     "back: in between its keys pass every event tap unseen.",
+     "secure-input on", parseSecureInput},
 }};
 
 }  // namespace

@@ -41,4 +41,10 @@ struct AnswerConsent {
   Outcome play(Stage& stage) const;
 };
 
+/// An application takes the keyboard for itself, as for a password, or gives it back.
+struct SwitchSecureInput {
+  bool isOn;
+  Outcome play(Stage& stage) const;
+};
+
 }  // namespace keyrow::sim
