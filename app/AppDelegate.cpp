@@ -25,7 +25,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   use_.keyboardMonitoring.start();
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   promptForAccessibilityIfNeeded();
-  startEventTapIfPossible();
+  use_.eventTapKeeper.start();
   installAppActivationObserver();
   wakeObserver_ = use_.workspace.observeDidWake([this] { handleWake(); });
   sleepObserver_ = use_.workspace.observeWillSleep([this] {
@@ -40,11 +40,12 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::applicationWillTerminate() {
   use_.modePolicy.restoreGlobalFnState();
   use_.capsLockMonitor.tearDownCapsLockMonitoring();
-  use_.eventTapController.stopEventTapAndWait();
+  use_.eventTapKeeper.stopAndWait();
   // Nothing of the main queue runs any more: what is down comes up here.
   use_.functionRowMapper.postWaitingKeys();
   use_.keyboardMonitoring.stop();
   appActiveObserver_ = {};
+  trustObserver_ = {};
   use_.instanceTakeover.removeInstanceTakeoverObserver();
   use_.modePolicy.pruneLocalFnStates();
   use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
@@ -56,6 +57,7 @@ bool AppDelegate::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
 }
 
 void AppDelegate::handleApplicationActivation() {
+  use_.eventTapKeeper.look();
   syncAfterLeavingSystemSettings();
   syncFromHardware();
   use_.modePolicy.applyStoredFnState();
@@ -87,8 +89,7 @@ void AppDelegate::syncFromHardware() {
 void AppDelegate::handleWake() {
   use_.statusBarController.handleWake();
   use_.capsLockMonitor.refreshCapsLockIfEnabled();
-  // macOS can disable a tap during sleep without ever announcing it.
-  if (eventTapStarted_) use_.eventTapController.reviveEventTap();
+  use_.eventTapKeeper.handleWake();
 }
 
 void AppDelegate::installAppActivationObserver() {
@@ -97,31 +98,11 @@ void AppDelegate::installAppActivationObserver() {
 
 void AppDelegate::installAppActiveObserver() {
   appActiveObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive, [this] {
-    startEventTapIfPossible();
+    use_.eventTapKeeper.look();
     use_.keyboardMonitoring.permissionsMayHaveChanged();
   });
-}
-
-void AppDelegate::startEventTapIfPossible() {
-  if (eventTapStarted_ || !use_.accessibility.isProcessTrusted()) return;
-  if (!use_.eventTapController.startEventTap()) {
-    showEventTapFailureAlert();
-    return;
-  }
-  eventTapStarted_ = true;
-  hasShownEventTapFailureAlert_ = false;
-}
-
-void AppDelegate::showEventTapFailureAlert() {
-  if (std::exchange(hasShownEventTapFailureAlert_, true)) return;
-  const auto response = use_.alerts.runModal(
-      {.messageText = "Keyrow could not start keyboard monitoring",
-       .informativeText =
-           "Keyrow may still be missing Input Monitoring, or macOS may not have applied its "
-           "permissions yet. Try reopening Keyrow, or remove and re-add Keyrow in System Settings "
-           "> Privacy & Security > Accessibility and Input Monitoring.",
-       .buttons = {"Open Accessibility Settings", "OK"}});
-  if (response == alertFirstButtonReturn) openAccessibilitySettings(use_.workspace);
+  trustObserver_ = use_.notificationCenter.addObserver(
+      accessibilityTrustDidChange, [this] { use_.keyboardMonitoring.permissionsMayHaveChanged(); });
 }
 
 void AppDelegate::promptForAccessibilityIfNeeded() {

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "app/EventTapKeeper.h"
 #include "app/InstanceTakeover.h"
 #include "core/AppSettings.h"
 #include "core/FnStateController.h"
@@ -10,10 +11,8 @@
 #include "core/StoredFnStates.h"
 #include "input/CapsLockMonitor.h"
 #include "input/ExternalKeyboardFunctionRowMapper.h"
-#include "input/KeyboardEventTapController.h"
 #include "input/KeyboardMonitoring.h"
 #include "platform/Accessibility.h"
-#include "platform/Alerts.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Workspace.h"
 #include "ui/SettingsWindowController.h"
@@ -33,7 +32,7 @@ class AppDelegate {
     const StoredFnStates& storedFnStates;
     AppSettings& settings;
     KeyboardMonitoring& keyboardMonitoring;
-    KeyboardEventTapController& eventTapController;
+    EventTapKeeper& eventTapKeeper;
     ExternalKeyboardFunctionRowMapper& functionRowMapper;
     CapsLockMonitor& capsLockMonitor;
     StatusBarController& statusBarController;
@@ -41,7 +40,6 @@ class AppDelegate {
     SparkleUpdater& updater;
     InstanceTakeover& instanceTakeover;
     Accessibility& accessibility;
-    Alerts& alerts;
     NotificationCenter& notificationCenter;
     Workspace& workspace;
   };
@@ -69,17 +67,12 @@ class AppDelegate {
   void handleWake();
   void installAppActivationObserver();
   void installAppActiveObserver();
-  void startEventTapIfPossible();
-  void showEventTapFailureAlert();
   void promptForAccessibilityIfNeeded();
 
   const Uses use_;
 
-  /// The event tap has been started successfully.
-  bool eventTapStarted_ = false;
   ObserverToken appActiveObserver_;
-  /// The alert has been shown since the event tap was last started.
-  bool hasShownEventTapFailureAlert_ = false;
+  ObserverToken trustObserver_;
   /// The application that was frontmost at the last activation, or at launch.
   std::optional<std::string> lastActivatedBundleIdentifier_;
   ObserverToken activationObserver_;

@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/DiagnosticsLog.h"
+#include "app/EventTapKeeper.h"
 #include "app/InstanceTakeover.h"
 #include "core/AppSettings.h"
 #include "core/FnStateController.h"
@@ -66,6 +67,7 @@ class Keyrow {
   ExternalKeyboardFunctionRowMapper functionRowMapper_;
   MainQueue& mainQueue_;
   KeyboardEventTapController eventTapController_;
+  EventTapKeeper eventTapKeeper_;
   CapsLockMonitor capsLockMonitor_;
   KeyboardMonitoring keyboardMonitoring_;
   SparkleUpdater updater_;

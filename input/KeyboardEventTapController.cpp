@@ -56,12 +56,6 @@ class KeyboardEventTapController::Worker final : public EventTapCallback,
   const std::shared_ptr<TappedEventHandler> handler_;
 };
 
-bool KeyboardEventTapController::startEventTap() {
-  if (installEventTap()) return true;
-  use_.inputLog.error(inputLogText::failedToCreateTap);
-  return false;
-}
-
 void KeyboardEventTapController::stopEventTap() {
   std::shared_ptr<EventTap> tap;
   std::shared_ptr<RunLoopSource> source;
@@ -93,18 +87,19 @@ bool KeyboardEventTapController::reviveEventTap() {
   return startEventTap();
 }
 
-void KeyboardEventTapController::recoverEventTap(std::uint32_t eventType) {
+bool KeyboardEventTapController::recoverEventTap(std::uint32_t eventType) {
   const auto reason = reasonText(eventType) + ".";
   if (enableExistingTap()) {
     use_.inputLog.notice("Re-enabled the keyboard event tap after " + reason);
-    return;
+    return true;
   }
   stopEventTap();
-  if (installEventTap()) {
+  if (startEventTap()) {
     use_.inputLog.notice("Rebuilt the keyboard event tap after " + reason);
-  } else {
-    use_.inputLog.error(std::string{inputLogText::failedToRecoverTap} + reason);
+    return true;
   }
+  use_.inputLog.error(std::string{inputLogText::failedToRecoverTap} + reason);
+  return false;
 }
 
 void KeyboardEventTapController::handleAnnouncement(std::uint32_t eventType,
@@ -114,10 +109,10 @@ void KeyboardEventTapController::handleAnnouncement(std::uint32_t eventType,
     const std::scoped_lock guard{state_->stateLock};
     return from && state_->worker == from;
   }();
-  if (isCurrent) recoverEventTap(eventType);
+  if (isCurrent) use_.tapWasDisabled(eventType);
 }
 
-bool KeyboardEventTapController::installEventTap() {
+bool KeyboardEventTapController::startEventTap() {
   if (enableExistingTap()) return true;
 
   auto worker = std::make_shared<Worker>(*this, use_.makeHandler());

@@ -14,22 +14,23 @@
 namespace keyrow {
 
 /// Owns the application's one keyboard event tap: runs it in a worker thread, and repairs
-/// it when the system disables it. Main thread only.
+/// it when it is told to. Main thread only.
 class KeyboardEventTapController {
  public:
-  /// What it uses. `makeHandler` makes the handler of a new tap; `inputLog` is the logger of
-  /// the "input" category.
+  /// What it uses. `makeHandler` makes the handler of a new tap. `tapWasDisabled` is told, on
+  /// the main queue, that the system has disabled the current tap, and by which event it was
+  /// announced. `inputLog` is the logger of the "input" category.
   struct Uses {
     EventTaps& eventTaps;
     MainQueue& mainQueue;
     std::function<std::shared_ptr<TappedEventHandler>()> makeHandler;
+    std::function<void(std::uint32_t eventType)> tapWasDisabled;
     Logger& inputLog;
   };
 
   explicit KeyboardEventTapController(const Uses& uses) : use_{uses} {}
 
-  /// Makes sure that a working tap exists; false, and logged, when the system does not
-  /// allow one.
+  /// Makes sure that a working tap exists; false when the system does not allow one.
   bool startEventTap();
 
   /// Ends the tap and its worker; does nothing where there is none.
@@ -40,12 +41,12 @@ class KeyboardEventTapController {
   void stopEventTapAndWait();
 
   /// Repairs the tap after the system has disabled it, which `eventType` announced; logs
-  /// how that went.
-  void recoverEventTap(std::uint32_t eventType);
+  /// how that went. False when there is none now.
+  bool recoverEventTap(std::uint32_t eventType);
 
   /// Makes sure that a started tap works, where the system may have disabled it without
-  /// telling: a dead tap goes, with its worker, and a new one comes in its place. A failure
-  /// is logged; false then.
+  /// telling: a dead tap goes, with its worker, and a new one comes in its place. False when
+  /// the system does not allow one.
   bool reviveEventTap();
 
  private:
@@ -70,7 +71,6 @@ class KeyboardEventTapController {
   static void runTapThread(const std::weak_ptr<State>& weakState, EventTaps& eventTaps,
                            const std::shared_ptr<EventTap>& tap,
                            const std::shared_ptr<RunLoopSource>& source, Worker& worker);
-  bool installEventTap();
   bool enableExistingTap();
   void handleAnnouncement(std::uint32_t eventType, const std::shared_ptr<Worker>& from);
 

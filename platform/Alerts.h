@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -15,15 +16,20 @@ struct Alert {
   std::vector<std::string_view> buttons;
 };
 
-/// What `Alerts::runModal` gives for the first button (`NSAlertFirstButtonReturn`); the
+/// What `Alerts::runModal` tells for the first button (`NSAlertFirstButtonReturn`); the
 /// second button gives one more, and so on.
 inline constexpr int alertFirstButtonReturn = 1000;
 
 /// Alerts to the user.
 class Alerts : public Port {
  public:
-  /// Shows the alert and waits for the user; gives the modal response.
-  virtual int runModal(const Alert& alert) = 0;
+  /// Shows the alert, waits for the user, and tells `answered` the modal response. Call it
+  /// last: a Mac comes back when the user has answered, the simulated one at once.
+  ///
+  /// Meanwhile the main run loop goes on, and the application may be terminated
+  /// (`preventsApplicationTerminationWhenModal`). The main queue goes on, too, unless this is
+  /// called from one of its blocks: start it from `MainRunLoop::perform` then.
+  virtual void runModal(const Alert& alert, std::function<void(int response)> answered) = 0;
 
   /// The system's beep (`NSBeep`).
   virtual void beep() = 0;

@@ -21,8 +21,9 @@ class DistributedNotificationCenter : public Port {
   virtual void post(std::string_view name, std::string_view object,
                     const PropertyDictionary& userInfo) = 0;
 
-  /// Runs `handler` on the main queue at every notification of that name from that
-  /// object, until the token is destroyed. An absent object stands for any.
+  /// Runs `handler` on the main thread at every notification of that name from that object,
+  /// until the token is destroyed; also while this application is not active
+  /// (`NSNotificationSuspensionBehaviorDeliverImmediately`). An absent object stands for any.
   virtual ObserverToken addObserver(std::string_view name, const std::optional<std::string>& object,
                                     Handler handler) = 0;
 };

@@ -71,26 +71,32 @@ std::string Session::play(const sim::Step& step) {
   for (auto problem :
        {compareWithModel(), wrongStorage(*action, before), wrongLoss(*action, before),
         wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
-        wrongTap(*action, before), keyPairs.takeProblem(), leaks(stage)}) {
+        wrongTap(*action, before, outcome.kind == sim::Outcome::Kind::done), keyPairs.takeProblem(),
+        leaks(stage)}) {
     if (!problem.empty()) return problem;
   }
   return {};
 }
 
-std::string Session::end() { return problemAfterQuit(stage); }
+std::string Session::end() {
+  auto problem = wrongComeback();
+  if (problem.empty()) problem = problemAfterQuit(stage);
+  if (problem.empty() && stage.mac.eventTaps.stalledCount() > 0) problem = "keys are stalled";
+  return problem;
+}
 
 Session::Before Session::look() {
   auto* process = stage.process();
-  return {.state = actualState(),
-          .runningProcess = process ? std::optional{process->processID()} : std::nullopt,
-          .runningCount = stage.runningCount(),
-          .shortcutTitle =
-              process ? process->simulatedPlatform().general.localShortcutTitle : std::string{},
-          .writtenCount = stage.mac.hid.writtenCount(),
-          .isAnythingHeld = stage.mac.keyboardFilters.isAnythingDown(),
-          .isTapWorking = stage.mac.eventTaps.enabledCount() > 0,
-          .isAsleep = stage.mac.power.isAsleep(),
-          .alertCount = stage.mac.screen.alerts().size()};
+  return {
+      .state = actualState(),
+      .runningProcess = process ? std::optional{process->processID()} : std::nullopt,
+      .runningCount = stage.runningCount(),
+      .shortcutTitle =
+          process ? process->simulatedPlatform().general.localShortcutTitle : std::string{},
+      .writtenCount = stage.mac.hid.writtenCount(),
+      .isAnythingHeld = stage.mac.keyboardFilters.isAnythingDown(),
+      .isTapWorking = stage.mac.eventTaps.state() == "working" && stage.mac.isAccessibilityGranted,
+      .isAsleep = stage.mac.power.isAsleep()};
 }
 
 ModeModel::State Session::actualState() {
@@ -318,19 +324,24 @@ std::string Session::wrongState(const ModeModel::State& left, bool isGone) {
   return {};
 }
 
-std::string Session::wrongTap(const sim::Action& action, const Before& before) {
+std::string Session::wrongTap(const sim::Action& action, const Before& before, bool isDone) {
   auto* process = stage.process();
+  const bool isAlone = stage.runningCount() == 1 && !process->isHanging();
+  if (isDone) followTrust(action);
+  isTapResting_ |= hasLogged(inputLogText::stoppedTapAfterTimeouts);
   if (stage.mac.eventTaps.enabledCount() > 0) {
+    if (isAlone && isDone && mustHaveStoppedTap(action, before)) return "a tap lives without trust";
+    isTapExplained_ = isTapResting_ = false;
     // Of several instances, it may be any one's.
     tapOwner_.reset();
     if (stage.runningCount() == 1) tapOwner_ = tapStarter_ = process->processID();
     return {};
   }
-  const bool isAlone = stage.runningCount() == 1 && !process->isHanging();
-  const bool isExplained = hasLogged(inputLogText::failedToCreateTap) ||
-                           hasLogged(inputLogText::failedToRecoverTap) ||
-                           stage.mac.screen.alerts().size() > before.alertCount;
-  if (isAlone && !isExplained && mustHaveTap(action, before)) {
+  const bool isExplained =
+      hasLogged(inputLogText::failedToCreateTap) || hasLogged(inputLogText::failedToRecoverTap) ||
+      hasLogged(inputLogText::lostTrust) || hasLogged(inputLogText::stoppedTapAfterTimeouts);
+  isTapExplained_ |= isExplained;
+  if (isAlone && !isTapExplained_ && mustHaveTap(action, before)) {
     return "there is no event tap, and nobody has said why";
   }
   const auto* disable = std::get_if<sim::DisableTap>(&action);
@@ -348,6 +359,42 @@ bool Session::mustHaveTap(const sim::Action& action, const Before& before) {
   }
   return std::holds_alternative<sim::Wake>(action) && before.isAsleep &&
          stage.process()->processID() == tapStarter_;
+}
+
+/// Whether Keyrow had a chance to see that it is not trusted: another application came to the
+/// front, the Mac woke up, or a notification has announced it and it has been told since.
+bool Session::mustHaveStoppedTap(const sim::Action& action, const Before& before) {
+  if (trustIsKnownLost_ && stage.mac.scheduler.now() >= *trustIsKnownLost_) return true;
+  const bool mustLook = std::holds_alternative<sim::Front>(action) ||
+                        (std::holds_alternative<sim::Wake>(action) && before.isAsleep);
+  return mustLook && !stage.process()->platform().accessibility.isProcessTrusted();
+}
+
+void Session::followTrust(const sim::Action& action) {
+  /// How long Keyrow looks after a notification.
+  constexpr std::chrono::seconds lastLook{5};
+  const auto* change = std::get_if<sim::ChangePermission>(&action);
+  if (!change || change->which != sim::ChangePermission::Which::accessibility) return;
+  trustIsKnownLost_.reset();
+  const bool isTold = change->isAnnounced && change->lateness && *change->lateness <= lastLook;
+  if (!change->isGranted && isTold) trustIsKnownLost_ = stage.mac.scheduler.now() + lastLook;
+}
+
+/// With nothing that fails, a trusted Keyrow has its tap back as soon as something happens, at
+/// the latest when all attempts are over that it makes by itself; unless it lets it rest.
+std::string Session::wrongComeback() {
+  auto& mac = stage.mac;
+  mac.faults.clear();
+  auto* process = stage.process();
+  if (!process || stage.runningCount() > 1 || process->isHanging()) return {};
+  if (!mac.isAccessibilityGranted) return {};
+  mac.scheduler.advance(std::chrono::seconds{8});
+  if (!process->platform().accessibility.isProcessTrusted()) return {};
+  if (!mac.power.isAsleep()) mac.power.sleep();
+  mac.power.wake();
+  mac.scheduler.runReady();
+  if (mac.eventTaps.enabledCount() == 1 || isTapResting_) return {};
+  return "the event tap does not come back";
 }
 
 bool Session::hasLogged(std::string_view beginning) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -15,7 +16,8 @@ namespace keyrow::reliability {
 /// Plays lines of the scenario language one after the other, and holds Keyrow to its
 /// promises after each: what is stored was written once, and stays; an override never becomes
 /// the global mode; the status item shows what was last written or read; whoever goes leaves
-/// the global mode behind; nothing stays open; the tap lives, or somebody has said why not. As
+/// the global mode behind; nothing stays open; the tap lives, or somebody has said why not; no tap
+/// lives without trust once Keyrow had a chance to see that. As
 /// long as nothing happens that `ModeModel` does not know, everything is as that says, too.
 class Session {
  public:
@@ -33,7 +35,8 @@ class Session {
   std::string play(const std::string& line);
   std::string play(const sim::Step& step);
 
-  /// Lets everything work again, and quits. Gives what is wrong afterwards.
+  /// Lets everything work again, which brings the tap back, and quits. Gives what is wrong
+  /// then.
   std::string end();
 
   /// How many lines were carried out of which the model knew what would come.
@@ -51,7 +54,6 @@ class Session {
     bool isAnythingHeld = false;
     bool isTapWorking = false;
     bool isAsleep = false;
-    std::size_t alertCount = 0;
   };
 
   Before look();
@@ -71,11 +73,14 @@ class Session {
   std::string wrongAdoption(const sim::Action& action, const Before& before);
   std::string wrongImage();
   std::string wrongFarewell(const Before& before);
-  std::string wrongTap(const sim::Action& action, const Before& before);
+  std::string wrongTap(const sim::Action& action, const Before& before, bool isDone);
   std::string wrongState(const ModeModel::State& left, bool isGone);
   bool hasLogged(std::string_view beginning);
   bool hasFailed(sim::PortCall call);
   bool mustHaveTap(const sim::Action& action, const Before& before);
+  bool mustHaveStoppedTap(const sim::Action& action, const Before& before);
+  void followTrust(const sim::Action& action);
+  std::string wrongComeback();
 
   ModeModel model_;
   bool isModelLeftOut_ = false;
@@ -92,6 +97,12 @@ class Session {
   std::optional<sim::OpenHandles::ProcessID> tapOwner_;
   /// The process that was the last to have a working tap, dead or not.
   std::optional<sim::OpenHandles::ProcessID> tapStarter_;
+  /// Somebody has said why there is no tap, since there was one.
+  bool isTapExplained_ = false;
+  /// The tap has been stopped for a while because of timeouts.
+  bool isTapResting_ = false;
+  /// When everybody who runs has seen that the permission was taken away.
+  std::optional<std::chrono::nanoseconds> trustIsKnownLost_;
   /// A system preference may differ from what a process sees of it.
   bool hasFailedToSynchronize_ = false;
   /// The mode in the hardware came of an override that Keyrow wrote.

@@ -17,6 +17,8 @@ void GeneralPane::viewDidLoad() {
   refreshPermissionIndicator();
   axPermissionObserver_ = use_.notificationCenter.addObserver(
       applicationDidBecomeActive, [this] { refreshPermissionIndicator(); });
+  trustObserver_ = use_.notificationCenter.addObserver(accessibilityTrustDidChange,
+                                                       [this] { refreshPermissionIndicator(); });
 }
 
 void GeneralPane::toggle(Switch what, bool isOn) {

@@ -52,6 +52,7 @@ class GeneralPane final : public GeneralActions {
 
   const Uses use_;
   ObserverToken axPermissionObserver_;
+  ObserverToken trustObserver_;
   /// Present only while capturing.
   Registration shortcutCaptureMonitor_;
   bool isCapturingLocalShortcut_ = false;

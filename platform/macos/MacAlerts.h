@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/Alerts.h"
 
 namespace keyrow::macos {
@@ -7,7 +9,7 @@ namespace keyrow::macos {
 /// `Alerts` on `NSAlert`.
 class MacAlerts final : public Alerts {
  public:
-  int runModal(const Alert& alert) override;
+  void runModal(const Alert& alert, std::function<void(int response)> answered) override;
   void beep() override;
 };
 

@@ -6,13 +6,14 @@
 
 namespace keyrow::macos {
 
-int MacAlerts::runModal(const Alert& alert) {
+void MacAlerts::runModal(const Alert& alert, std::function<void(int response)> answered) {
   NSAlert* const panel = [[NSAlert alloc] init];
   panel.alertStyle = NSAlertStyleWarning;
   panel.messageText = nsString(alert.messageText);
   panel.informativeText = nsString(alert.informativeText);
   for (const auto title : alert.buttons) [panel addButtonWithTitle:nsString(title)];
-  return static_cast<int>([panel runModal]);
+  panel.window.preventsApplicationTerminationWhenModal = NO;
+  answered(static_cast<int>([panel runModal]));
 }
 
 void MacAlerts::beep() { NSBeep(); }

@@ -10,4 +10,11 @@ void MacMainRunLoop::run(std::chrono::nanoseconds duration) {
                          beforeDate:[NSDate dateWithTimeIntervalSinceNow:seconds.count()]];
 }
 
+void MacMainRunLoop::perform(std::function<void()> work) {
+  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopDefaultMode, ^{
+    work();
+  });
+  CFRunLoopWakeUp(CFRunLoopGetMain());
+}
+
 }  // namespace keyrow::macos

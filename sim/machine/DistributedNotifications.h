@@ -13,8 +13,8 @@ namespace keyrow::sim {
 /// A notification on its way between processes.
 struct DistributedNotification {
   std::string name;
-  std::string object;
-  std::optional<PropertyDictionary> userInfo;
+  std::string object{};
+  std::optional<PropertyDictionary> userInfo{};
 };
 
 /// The notifications between the machine's processes. They arrive a moment after they

@@ -1,28 +1,47 @@
 #include "sim/machine/Screen.h"
 
 #include <algorithm>
+#include <ranges>
+#include <utility>
 
 namespace keyrow::sim {
 
-int Screen::showAlert(const Alert& alert) {
+void Screen::showAlert(OpenHandles::ProcessID owner, const Alert& alert,
+                       std::function<void(int response)> answered) {
   auto& text = alerts_.emplace_back(alert.messageText);
   text.append("\n").append(alert.informativeText);
   for (const auto button : alert.buttons) text.append("\n[").append(button).append("]");
   note("alert " + quoted(alert.messageText));
-  auto pressed = std::prev(alert.buttons.end());
-  if (!answers_.empty()) {
-    const auto found = std::ranges::find(alert.buttons, answers_.front());
-    if (found != alert.buttons.end()) {
-      pressed = found;
-    } else {
-      wrongAnswer_ = "the alert " + quoted(alert.messageText) + " has no button " +
-                     quoted(answers_.front()) + ", but";
-      for (const auto button : alert.buttons) wrongAnswer_.append(" ").append(quoted(button));
-    }
-    answers_.pop_front();
-  }
-  note("the user presses " + quoted(*pressed));
-  return alertFirstButtonReturn + static_cast<int>(pressed - alert.buttons.begin());
+  openAlerts_.push_back({.owner = owner,
+                         .messageText = std::string{alert.messageText},
+                         .buttons = {alert.buttons.begin(), alert.buttons.end()},
+                         .answered = std::move(answered)});
+}
+
+const OpenAlert* Screen::openAlert() const {
+  return openAlerts_.empty() ? nullptr : &openAlerts_.back();
+}
+
+const OpenAlert* Screen::openAlertOf(OpenHandles::ProcessID owner) const {
+  auto topmostFirst = openAlerts_ | std::views::reverse;
+  const auto found = std::ranges::find(topmostFirst, owner, &OpenAlert::owner);
+  return found == topmostFirst.end() ? nullptr : &*found;
+}
+
+bool Screen::answerAlert(std::string_view button) {
+  const auto& buttons = openAlerts_.back().buttons;
+  const auto pressed = std::ranges::find(buttons, button);
+  if (pressed == buttons.end()) return false;
+  const auto response = alertFirstButtonReturn + static_cast<int>(pressed - buttons.begin());
+  const auto alert = std::move(openAlerts_.back());
+  openAlerts_.pop_back();
+  note("the user presses " + quoted(button));
+  alert.answered(response);
+  return true;
+}
+
+void Screen::closeAlertsOf(OpenHandles::ProcessID owner) {
+  std::erase_if(openAlerts_, [owner](const OpenAlert& alert) { return alert.owner == owner; });
 }
 
 void Screen::open(std::string_view url) {

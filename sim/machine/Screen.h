@@ -1,17 +1,25 @@
 #pragma once
 
-#include <deque>
-#include <optional>
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "platform/Alerts.h"
+#include "sim/machine/OpenHandles.h"
 #include "sim/machine/PropertyText.h"
 #include "sim/machine/Timeline.h"
 
 namespace keyrow::sim {
+
+/// An alert that waits for the user.
+struct OpenAlert {
+  OpenHandles::ProcessID owner;
+  std::string messageText;
+  std::vector<std::string> buttons;
+  std::function<void(int response)> answered;
+};
 
 /// What the user meets besides Keyrow's own views: alerts, prompts, opened URLs. Main
 /// thread only.
@@ -19,15 +27,21 @@ class Screen {
  public:
   explicit Screen(Timeline& timeline) : timeline_{timeline} {}
 
-  /// Which button the user presses in the next alert without an answer yet. Without one it
-  /// is the last button, and also where the alert has no such button, which is remembered.
-  void answerNextAlert(std::string button) { answers_.push_back(std::move(button)); }
+  /// Shows an alert of a process, on top of those that are there. It stays until the user
+  /// presses a button, whose modal response `answered` is told then.
+  void showAlert(OpenHandles::ProcessID owner, const Alert& alert,
+                 std::function<void(int response)> answered);
 
-  /// Shows an alert; gives the modal response.
-  int showAlert(const Alert& alert);
+  /// The topmost alert, or the topmost of a process; null where there is none.
+  const OpenAlert* openAlert() const;
+  const OpenAlert* openAlertOf(OpenHandles::ProcessID owner) const;
 
-  /// What was wrong with an answer since this was last asked; empty when nothing was.
-  std::string takeWrongAnswer() { return std::exchange(wrongAnswer_, {}); }
+  /// The user presses a button of the topmost alert, which is there. False when it has no such
+  /// button.
+  bool answerAlert(std::string_view button);
+
+  /// The process has ended.
+  void closeAlertsOf(OpenHandles::ProcessID owner);
 
   /// All alerts so far: the message, the informative text, and a line for each button.
   const std::vector<std::string>& alerts() const { return alerts_; }
@@ -42,8 +56,8 @@ class Screen {
 
  private:
   Timeline& timeline_;
-  std::deque<std::string> answers_;
-  std::string wrongAnswer_;
+  /// The topmost is the last.
+  std::vector<OpenAlert> openAlerts_;
   std::vector<std::string> alerts_;
   std::vector<std::string> openedURLs_;
 };

@@ -1,5 +1,6 @@
 #include "sim/machine/SimulatedMac.h"
 
+#include <ranges>
 #include <string>
 #include <utility>
 
@@ -34,6 +35,26 @@ void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
                              standardFunctionKeys);
 }
 
+void SimulatedMac::changeAccessibility(bool isGranted,
+                                       std::optional<std::chrono::nanoseconds> lateness,
+                                       bool isAnnounced) {
+  accessibilityChanges_.push_back({.wasGranted = isAccessibilityGranted, .isTold = false});
+  isAccessibilityGranted = isGranted;
+  if (lateness) {
+    scheduler.schedule(*lateness, [this, count = accessibilityChanges_.size()] {
+      for (auto& change : accessibilityChanges_ | std::views::take(count)) change.isTold = true;
+    });
+  }
+  if (isAnnounced) distributedNotifications.post({.name = "com.apple.accessibility.api"});
+}
+
+bool SimulatedMac::tellsTrust(std::size_t changesBefore) const {
+  for (const auto& change : accessibilityChanges_ | std::views::drop(changesBefore)) {
+    if (!change.isTold) return change.wasGranted;
+  }
+  return isAccessibilityGranted;
+}
+
 void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
   auto tapped = event;
   if (areEventTimesNanoseconds) {
@@ -41,7 +62,10 @@ void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
   }
   const bool reaches = isSecureInputOn() || eventTaps.post(type, tapped);
   whenKeyIsDecided(type, event, reaches);
-  if (!reaches) return;
+  if (reaches) reachFrontmost(type, event);
+}
+
+void SimulatedMac::reachFrontmost(std::uint32_t type, const KeyEvent& event) {
   timeline.add(TimelineEvent::Kind::key,
                {quoted(keyEventText(type, event) + " reaches " + applications.nameOfFrontmost())});
   keyEventObservers_.notify(type, event);

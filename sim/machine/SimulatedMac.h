@@ -1,10 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,7 +60,12 @@ class SimulatedMac {
   DistributedNotifications distributedNotifications{scheduler};
   Power power{timeline};
   Screen screen{timeline};
-  EventTapServer eventTaps{timeline};
+  EventTapServer eventTaps{{.timeline = timeline,
+                            .scheduler = scheduler,
+                            .isProcessTrusted = isAccessibilityGranted,
+                            .deliver = [this](std::uint32_t type, const KeyEvent& event) {
+                              reachFrontmost(type, event);
+                            }}};
   PortTrace trace;
 
   /// Every system-defined event that was posted.
@@ -89,7 +97,7 @@ class SimulatedMac {
   bool hasKilledKeyrow = false;
 
   /// Whether Keyrow has the permissions.
-  bool isAccessibilityGranted = true;
+  std::atomic<bool> isAccessibilityGranted = true;
   InputMonitoringConsent inputMonitoring{screen};
 
   /// Whether key events tell their time in nanoseconds, and not in ticks.
@@ -127,6 +135,18 @@ class SimulatedMac {
   /// The user changes the mode in System Settings: hardware and preference at once.
   void changeModeInSystemSettings(bool standardFunctionKeys);
 
+  /// The user gives Keyrow the Accessibility permission, or takes it away. Processes that run
+  /// are told so much later; never where that is absent. A notification may announce it.
+  void changeAccessibility(bool isGranted, std::optional<std::chrono::nanoseconds> lateness,
+                           bool isAnnounced);
+
+  /// How often the permission has been changed so far.
+  std::size_t accessibilityChangeCount() const { return accessibilityChanges_.size(); }
+
+  /// Whether a process is told that it has the permission that was started after so many
+  /// changes of it.
+  bool tellsTrust(std::size_t changesBefore) const;
+
   /// Lets a key event pass all taps; what gets through reaches the frontmost application,
   /// which the timeline tells, and the observers.
   void postKeyEvent(std::uint32_t type, const KeyEvent& event);
@@ -144,9 +164,18 @@ class SimulatedMac {
                  std::chrono::nanoseconds lateness = {});
 
  private:
+  void reachFrontmost(std::uint32_t type, const KeyEvent& event);
+
+  struct AccessibilityChange {
+    bool wasGranted;
+    /// Whether processes that ran before it are told.
+    bool isTold;
+  };
+
   bool isSecureInputOn_ = false;
   std::uint64_t secureInputChangeCount_ = 0;
   ObserverList<std::uint32_t, const KeyEvent&> keyEventObservers_;
+  std::vector<AccessibilityChange> accessibilityChanges_;
 };
 
 }  // namespace keyrow::sim

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <vector>
 
@@ -9,8 +10,26 @@ namespace keyrow::sim {
 /// one that has ended is lost. Used in the thread that runs the machine.
 class MainThread {
  public:
+  using Work = std::function<void()>;
+
   /// Runs work now, or as soon as the process answers again.
-  void deliver(std::function<void()> work);
+  void deliver(Work work);
+
+  /// Runs a block of the main queue, which is serial: while one has not come back, because
+  /// it runs an alert, the others wait.
+  void runBlock(Work block);
+
+  /// Runs work from the run loop, as soon as that is in its default mode.
+  void performInDefaultMode(Work work);
+
+  /// A menu opens or closes: that takes the run loop out of its default mode.
+  void beginTracking() { ++notInDefaultMode_; }
+  void endTracking();
+
+  /// The same for an alert that is run now. True when that holds up the main queue, which is
+  /// to be told at the end.
+  bool beginModal();
+  void endModal(bool heldUpQueue);
 
   void hang() { isHanging_ = true; }
 
@@ -23,7 +42,13 @@ class MainThread {
  private:
   bool isHanging_ = false;
   bool hasEnded_ = false;
-  std::vector<std::function<void()>> waiting_;
+  std::vector<Work> waiting_;
+  bool isInBlock_ = false;
+  bool isQueueHeldUp_ = false;
+  std::deque<Work> waitingBlocks_;
+  /// How many menus and alerts are open.
+  int notInDefaultMode_ = 0;
+  std::deque<Work> waitingForDefaultMode_;
 };
 
 }  // namespace keyrow::sim

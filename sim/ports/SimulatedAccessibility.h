@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "platform/Accessibility.h"
 #include "sim/ports/ProcessContext.h"
 
@@ -12,7 +14,7 @@ class SimulatedAccessibility final : public Accessibility {
 
   bool isProcessTrusted() override {
     context_.mac.trace.add("is process trusted");
-    return context_.mac.isAccessibilityGranted;
+    return context_.mac.tellsTrust(changesBefore_);
   }
   void promptForTrust() override {
     context_.mac.trace.add("prompt for trust");
@@ -21,6 +23,8 @@ class SimulatedAccessibility final : public Accessibility {
 
  private:
   const ProcessContext& context_;
+  /// How often the permission had been changed when the process started.
+  const std::size_t changesBefore_ = context_.mac.accessibilityChangeCount();
 };
 
 }  // namespace keyrow::sim

@@ -1,20 +1,34 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "platform/Alerts.h"
-#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/ProcessContext.h"
 
 namespace keyrow::sim {
 
-/// Alerts on the machine's screen.
+/// Alerts of one process on the machine's screen.
 class SimulatedAlerts final : public Alerts {
  public:
-  explicit SimulatedAlerts(SimulatedMac& mac) : mac_{mac} {}
+  explicit SimulatedAlerts(const ProcessContext& context) : context_{context} {}
+  ~SimulatedAlerts() override { context_.mac.screen.closeAlertsOf(context_.processID); }
 
-  int runModal(const Alert& alert) override { return mac_.screen.showAlert(alert); }
-  void beep() override { mac_.screen.note("beep"); }
+  void runModal(const Alert& alert, std::function<void(int response)> answered) override {
+    const bool isFromQueue = context_.mainThread->beginModal();
+    context_.mac.screen.showAlert(
+        context_.processID, alert,
+        [thread = context_.mainThread, isFromQueue, answered = std::move(answered)](int response) {
+          thread->deliver([thread, isFromQueue, answered, response] {
+            answered(response);
+            thread->endModal(isFromQueue);
+          });
+        });
+  }
+  void beep() override { context_.mac.screen.note("beep"); }
 
  private:
-  SimulatedMac& mac_;
+  const ProcessContext& context_;
 };
 
 }  // namespace keyrow::sim

@@ -52,7 +52,7 @@ class Source final : public RunLoopSource {
 /// A run loop as a port hands it out; ties a source's tap to it.
 class Handle final : public RunLoop {
  public:
-  Handle(std::shared_ptr<SimulatedRunLoop> runLoop, const SimulatedMac& mac)
+  Handle(std::shared_ptr<SimulatedRunLoop> runLoop, SimulatedMac& mac)
       : runLoop_{std::move(runLoop)}, mac_{mac} {}
 
   void addSource(RunLoopSource& source) override {
@@ -66,13 +66,14 @@ class Handle final : public RunLoop {
   void run() override { runLoop_->run(); }
   void perform(std::function<void()> work) override { runLoop_->perform(work); }
   void stop() override {
+    mac_.eventTaps.announceStop(*runLoop_);
     runLoop_->stop();
     if (mac_.threadsRunAtOnce) runLoop_->awaitEnd();
   }
 
  private:
   const std::shared_ptr<SimulatedRunLoop> runLoop_;
-  const SimulatedMac& mac_;
+  SimulatedMac& mac_;
 };
 
 thread_local std::shared_ptr<Handle> threadRunLoop;

@@ -14,7 +14,7 @@ DelayedCall SimulatedMainQueue::after(std::chrono::nanoseconds delay, std::funct
 }
 
 std::function<void()> SimulatedMainQueue::inMainThread(std::function<void()> work) const {
-  return [thread = mainThread_, work = std::move(work)] { thread->deliver(work); };
+  return [thread = mainThread_, work = std::move(work)] { thread->runBlock(work); };
 }
 
 }  // namespace keyrow::sim

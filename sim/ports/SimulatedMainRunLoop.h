@@ -1,6 +1,8 @@
 #pragma once
 
 #include <exception>
+#include <functional>
+#include <utility>
 
 #include "platform/MainRunLoop.h"
 #include "sim/ports/ProcessContext.h"
@@ -23,6 +25,13 @@ class SimulatedMainRunLoop final : public MainRunLoop {
   void run(std::chrono::nanoseconds duration) override {
     context_.mac.scheduler.advance(duration);
     if (context_.mainThread->hasEnded()) throw ProcessEnded{};
+  }
+
+  void perform(std::function<void()> work) override {
+    context_.mac.scheduler.schedule(Scheduler::Duration{0},
+                                    [thread = context_.mainThread, work = std::move(work)] {
+                                      thread->performInDefaultMode(work);
+                                    });
   }
 
  private:

@@ -14,7 +14,7 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
       updateFramework{context},
       userNotifications{context},
       accessibility_{context},
-      alerts_{context.mac},
+      alerts_{context},
       bundle_{context.bundleIdentifier, context.mac.infoDictionary},
       clock_{context.mac},
       distributedNotificationCenter_{context},

@@ -37,7 +37,9 @@ void SimulatedStatusItemView::setScopeIndicator(bool hidden,
 void SimulatedStatusItemView::setHighlighted(bool highlighted) { isHighlighted_ = highlighted; }
 
 void SimulatedStatusItemView::popUpMenu(const std::vector<MenuItem>& items) {
-  if (exists()) menu_ = items;
+  if (!exists()) return;
+  if (!menu_) context_.mainThread->beginTracking();
+  menu_ = items;
 }
 
 std::string SimulatedStatusItemView::dot() const {
@@ -90,7 +92,10 @@ bool SimulatedStatusItemView::choose(std::string_view title) {
 void SimulatedStatusItemView::closeMenu() {
   if (!menu_) return;
   menu_.reset();
-  context_.mainThread->deliver([this] { actions().menuDidClose(); });
+  context_.mainThread->deliver([this] {
+    actions().menuDidClose();
+    context_.mainThread->endTracking();
+  });
 }
 
 void SimulatedStatusItemView::change(std::string what, std::string before, std::string now) {

@@ -228,15 +228,14 @@ Action parseDisableTap(LineReader& line) {
 }
 
 Expectation expectTap(LineReader& line) {
-  constexpr std::array<std::string_view, 2> states{"working", "missing"};
+  constexpr std::array<std::string_view, 3> states{"working", "missing", "stalled"};
   std::string state{states[line.oneOf(states)]};
   if (line.accept("->")) {
     return changePattern(TimelineEvent::Kind::tap, {}, state,
                          std::string{states[line.oneOf(states)]});
   }
   return [state](Stage& stage) {
-    return expectEqual("the event tap", state,
-                       stage.mac.eventTaps.enabledCount() > 0 ? "working" : "missing");
+    return expectEqual("the event tap", state, stage.mac.eventTaps.state());
   };
 }
 
@@ -307,9 +306,10 @@ constexpr std::array<ExpectationWord, 4> expectations{{
     {"key", "expect key [\"TEXT\"]",
      "What came of keys: one that reached an application, or a media key.",
      "expect key \"F5 down reaches com.apple.TextEdit\"", expectKey},
-    {"tap", "expect tap working|missing [-> working|missing]",
-     "Whether an event tap is in place and enabled, or a change of that.", "expect tap working",
-     expectTap},
+    {"tap", "expect tap working|missing|stalled [-> working|missing|stalled]",
+     "Whether an event tap is in place and enabled, and whether it stalls the keys, or a change of "
+     "that.",
+     "expect tap working", expectTap},
     {"source", "expect source NAME|none [at +DURATION|-DURATION]",
      "The keyboard to which Keyrow attributes a key event of this moment, or of one later or "
      "earlier.",

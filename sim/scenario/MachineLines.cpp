@@ -30,7 +30,7 @@ Outcome Wake::play(Stage& stage) const {
 
 Outcome ChangePermission::play(Stage& stage) const {
   if (which == Which::accessibility) {
-    stage.mac.isAccessibilityGranted = isGranted;
+    stage.mac.changeAccessibility(isGranted, lateness, isAnnounced);
   } else {
     stage.mac.inputMonitoring.set(isGranted ? InputMonitoringAccess::granted
                                             : InputMonitoringAccess::denied);
@@ -65,7 +65,16 @@ Action parseWake(LineReader&) { return Wake{}; }
 
 Action permission(LineReader& line, bool isGranted) {
   constexpr std::array<std::string_view, 2> permissions{"accessibility", "input-monitoring"};
-  return ChangePermission{static_cast<ChangePermission::Which>(line.oneOf(permissions)), isGranted};
+  /// How long trust goes on to be told as it was, where a line says nothing of it.
+  constexpr std::chrono::milliseconds usualLateness{100};
+  ChangePermission change{.which = static_cast<ChangePermission::Which>(line.oneOf(permissions)),
+                          .isGranted = isGranted,
+                          .lateness = usualLateness};
+  if (change.which != ChangePermission::Which::accessibility) return change;
+  if (line.accept("late")) change.lateness = line.duration();
+  if (line.accept("untold")) change.lateness.reset();
+  if (line.accept("unannounced")) change.isAnnounced = false;
+  return change;
 }
 
 Action parseGrant(LineReader& line) { return permission(line, true); }
@@ -96,12 +105,16 @@ constexpr std::array<ActionWord, 9> actions{{
     {"wait", "wait DURATION", "Time passes.", "wait 0.35s", parseWait},
     {"sleep", "sleep", "The Mac falls asleep.", "sleep", parseSleep},
     {"wake", "wake", "The Mac wakes up.", "wake", parseWake},
-    {"grant", "grant accessibility|input-monitoring",
+    {"grant", "grant accessibility [late DURATION|untold] [unannounced] | grant input-monitoring",
      "The user allows Keyrow to control the computer, or to monitor its keys, as it is in the "
-     "beginning.",
-     "grant accessibility", parseGrant},
-    {"revoke", "revoke accessibility|input-monitoring", "The user takes a permission back.",
-     "revoke accessibility", parseRevoke},
+     "beginning. A Keyrow that runs is told of Accessibility 100 ms later, or that late, or never; "
+     "and a notification announces it, or does not.",
+     "grant accessibility late 3s", parseGrant},
+    {"revoke",
+     "revoke accessibility [late DURATION|untold] [unannounced] | revoke input-monitoring",
+     "The user takes a permission back. Until it is gone, the event tap of a Keyrow without "
+     "Accessibility stalls every key.",
+     "revoke accessibility untold", parseRevoke},
     {"reset", "reset input-monitoring",
      "macOS forgets what the user has said about it, as tccutil does: whoever asks, or opens a HID "
      "manager, waits for a dialog then.",

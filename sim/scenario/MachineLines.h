@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 
 #include "sim/scenario/Stage.h"
 
@@ -27,6 +28,10 @@ struct ChangePermission {
   enum class Which { accessibility, inputMonitoring };
   Which which;
   bool isGranted;
+  /// Of Accessibility only: how much later running processes are told, absent where they
+  /// never are, and whether a notification announces it.
+  std::optional<std::chrono::nanoseconds> lateness;
+  bool isAnnounced = true;
   Outcome play(Stage& stage) const;
 };
 

@@ -220,7 +220,7 @@ void Prompt::printStatus() {
        << "  keyboards   " << joined(mac.keyboards.attachedNames()) << '\n'
        << "  permissions accessibility " << (mac.isAccessibilityGranted ? "granted" : "revoked")
        << ", input-monitoring " << nameOf(mac.inputMonitoring.access()) << '\n'
-       << "  tap         " << (mac.eventTaps.enabledCount() > 0 ? "working" : "missing") << '\n'
+       << "  tap         " << mac.eventTaps.state() << '\n'
        << "  global      " << modeText(stored.global()) << '\n';
   for (const auto& app : stored.localBundleIdentifiers()) {
     out_ << "  override    " << app << ": " << modeText(stored.local(app)) << '\n';

@@ -6,18 +6,15 @@ namespace {
 
 Outcome playAction(const Action& action, Stage& stage) {
   stage.beginAction();
-  stage.mac.screen.takeWrongAnswer();
   try {
     auto outcome = std::visit([&](const auto& line) { return line.play(stage); }, action);
     stage.mac.scheduler.runReady();
-    if (outcome.kind != Outcome::Kind::done) return outcome;
+    return outcome;
   } catch (const TooMuchHappens&) {
     return {Outcome::Kind::endless, "this line would cause more than a million events"};
   } catch (const WaitsForConsent& wait) {
     return {Outcome::Kind::endless, wait.what()};
   }
-  const auto wrongAnswer = stage.mac.screen.takeWrongAnswer();
-  return wrongAnswer.empty() ? Outcome{} : unplayable(wrongAnswer);
 }
 
 }  // namespace

@@ -59,14 +59,14 @@ Outcome chooseFromPopUp(SimulatedPlatform& platform, const std::string& title) {
 }  // namespace
 
 Outcome ClickItem::play(Stage& stage) const {
-  return stage.tell({}, [this](SimulatedProcess& keyrow) {
+  return stage.touch([this](SimulatedProcess& keyrow) {
     keyrow.statusItem().click(event);
     return Outcome{};
   });
 }
 
 Outcome ClickControl::play(Stage& stage) const {
-  return stage.tell({}, [this](SimulatedProcess& keyrow) {
+  return stage.touch([this](SimulatedProcess& keyrow) {
     auto& platform = keyrow.simulatedPlatform();
     if (!platform.settingsWindow.isVisible()) return unplayable("the settings window is closed");
     const bool isClicked =
@@ -76,7 +76,7 @@ Outcome ClickControl::play(Stage& stage) const {
 }
 
 Outcome Choose::play(Stage& stage) const {
-  return stage.tell({}, [this](SimulatedProcess& keyrow) {
+  return stage.touch([this](SimulatedProcess& keyrow) {
     auto& platform = keyrow.simulatedPlatform();
     if (platform.statusItem.menu()) return chooseFromMenu(platform.statusItem, title);
     if (!platform.settingsWindow.isVisible()) return unplayable("no menu is open");
@@ -85,7 +85,7 @@ Outcome Choose::play(Stage& stage) const {
 }
 
 Outcome CloseMenu::play(Stage& stage) const {
-  return stage.tell({}, [](SimulatedProcess& keyrow) {
+  return stage.touch([](SimulatedProcess& keyrow) {
     if (!keyrow.statusItem().menu()) return unplayable("no menu is open");
     keyrow.statusItem().closeMenu();
     return Outcome{};
@@ -93,7 +93,7 @@ Outcome CloseMenu::play(Stage& stage) const {
 }
 
 Outcome CloseWindow::play(Stage& stage) const {
-  return stage.tell({}, [](SimulatedProcess& keyrow) {
+  return stage.touch([](SimulatedProcess& keyrow) {
     if (!keyrow.settingsWindow().isVisible()) return unplayable("the settings window is closed");
     keyrow.settingsWindow().close();
     return Outcome{};
@@ -101,7 +101,7 @@ Outcome CloseWindow::play(Stage& stage) const {
 }
 
 Outcome SelectTab::play(Stage& stage) const {
-  return stage.tell({}, [this](SimulatedProcess& keyrow) {
+  return stage.touch([this](SimulatedProcess& keyrow) {
     if (!keyrow.settingsWindow().isVisible()) return unplayable("the settings window is closed");
     keyrow.settingsWindow().selectTab(title);
     return Outcome{};
@@ -109,8 +109,12 @@ Outcome SelectTab::play(Stage& stage) const {
 }
 
 Outcome Answer::play(Stage& stage) const {
-  stage.mac.screen.answerNextAlert(button);
-  return {};
+  auto& screen = stage.mac.screen;
+  const auto* alert = screen.openAlert();
+  if (!alert) return unplayable("no alert is open");
+  auto message = "the alert " + quoted(alert->messageText) + " has no button " + quoted(button) +
+                 ", but " + listOf(alert->buttons);
+  return screen.answerAlert(button) ? Outcome{} : unplayable(std::move(message));
 }
 
 namespace {
@@ -283,7 +287,9 @@ constexpr std::array<ActionWord, 5> actions{{
     {"tab", "tab General|About", "The user selects a tab of the settings window.", "tab About",
      parseTab},
     {"answer", "answer \"BUTTON\"",
-     "What the user will press in the next alert; without this, its last button.",
+     "The user presses a button of the alert that is open, the topmost one; until then nothing "
+     "else "
+     "of its Keyrow can be clicked.",
      "answer \"Open Accessibility Settings\"", parseAnswer},
 }};
 

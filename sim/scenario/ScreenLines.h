@@ -40,7 +40,7 @@ struct SelectTab {
   Outcome play(Stage& stage) const;
 };
 
-/// What the user will press in the next alert.
+/// The user presses a button of the alert that is open.
 struct Answer {
   std::string button;
   Outcome play(Stage& stage) const;

@@ -49,6 +49,14 @@ Outcome Stage::tell(std::optional<OpenHandles::ProcessID> processID,
                     runningProcesses());
 }
 
+Outcome Stage::touch(const std::function<Outcome(SimulatedProcess&)>& action) {
+  return tell({}, [&](SimulatedProcess& keyrow) {
+    const auto* alert = mac.screen.openAlertOf(keyrow.processID());
+    if (!alert) return action(keyrow);
+    return unplayable("the alert " + quoted(alert->messageText) + " has to be answered first");
+  });
+}
+
 Outcome Stage::noSuchKeyboard(std::string_view name) const {
   auto message = "no keyboard " + std::string{name} + " is attached";
   std::string others;

@@ -43,6 +43,10 @@ class Stage {
   Outcome tell(std::optional<OpenHandles::ProcessID> processID,
                const std::function<Outcome(SimulatedProcess&)>& action);
 
+  /// The same with the one that was launched last, and with something that it shows; an alert
+  /// of its own, which is in front of that, has to be answered first.
+  Outcome touch(const std::function<Outcome(SimulatedProcess&)>& action);
+
   /// That no keyboard of this name is attached, and which ones are.
   Outcome noSuchKeyboard(std::string_view name) const;
 

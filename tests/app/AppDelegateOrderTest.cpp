@@ -43,18 +43,20 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           // The mode, for the item.
           "find-service", "read-service-property", "create settings window",
           // Its first pane shows the permission, and follows it.
-          "is process trusted", "observe NSApplicationDidBecomeActiveNotification", "start updater",
+          "is process trusted", "observe NSApplicationDidBecomeActiveNotification",
+          "observe AccessibilityTrustDidChange", "start updater",
           // The override of an application that is not installed.
           "find-application", "write-defaults",
           // Whether anything has to be asked, and whether a manager may be opened.
           "check input monitoring", "check input monitoring", "open-hid-manager",
           "frontmost-application",
           // The prompt, then the tap.
-          "is process trusted", "write-defaults", "is process trusted", "create-event-tap",
-          "create-run-loop-source", "start thread app.keyrow.Keyrow.KeyboardEventTap",
-          "enable-event-tap", "observe activation", "observe wake", "observe sleep",
+          "is process trusted", "write-defaults", "observe com.apple.accessibility.api",
+          "is process trusted", "create-event-tap", "create-run-loop-source",
+          "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable-event-tap",
+          "observe activation", "observe wake", "observe sleep",
           "observe CapsLockIndicatorSettingDidChange",
-          "observe NSApplicationDidBecomeActiveNotification",
+          "observe NSApplicationDidBecomeActiveNotification", "observe AccessibilityTrustDidChange",
           // The mode is applied.
           "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
 }
@@ -63,10 +65,11 @@ TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
   mac.isAccessibilityGranted = false;
   mac.trace.start();
   process->launch();
-  EXPECT_THAT(between(mac.trace.take(), "frontmost-application", "observe activation"),
-              ElementsAre("is process trusted", "activate all windows", "activate",
-                          "bring settings window to the front", "prompt for trust",
-                          "write-defaults", "is process trusted"));
+  EXPECT_THAT(
+      between(mac.trace.take(), "frontmost-application", "observe activation"),
+      ElementsAre("is process trusted", "activate all windows", "activate",
+                  "bring settings window to the front", "prompt for trust", "write-defaults",
+                  "observe com.apple.accessibility.api", "is process trusted"));
 }
 
 TEST_F(AppDelegateOrderTest, TakesOverBeforeItShowsAnything) {
@@ -89,18 +92,19 @@ TEST_F(AppDelegateOrderTest, TerminatesInThisOrder) {
   storeOverride("com.example.gone", FnState::standard);
   mac.trace.start();
   process->terminate();
-  EXPECT_THAT(mac.trace.take(),
-              ElementsAre(
-                  // The mode is restored.
-                  "find-service", "open-connection", "set-hid-parameter",
-                  "stop observing CapsLockIndicatorSettingDidChange", "disable event tap",
-                  "invalidate event tap", "close-hid-manager",
-                  "stop observing NSApplicationDidBecomeActiveNotification",
-                  std::string{"stop observing "} + takeover,
-                  // The override of an application that is not installed.
-                  "find-application", "write-defaults",
-                  // The mode is mirrored.
-                  "synchronize-preferences"));
+  EXPECT_THAT(
+      mac.trace.take(),
+      ElementsAre(
+          // The mode is restored.
+          "find-service", "open-connection", "set-hid-parameter",
+          "stop observing CapsLockIndicatorSettingDidChange",
+          "stop observing com.apple.accessibility.api", "disable event tap", "invalidate event tap",
+          "close-hid-manager", "stop observing NSApplicationDidBecomeActiveNotification",
+          "stop observing AccessibilityTrustDidChange", std::string{"stop observing "} + takeover,
+          // The override of an application that is not installed.
+          "find-application", "write-defaults",
+          // The mode is mirrored.
+          "synchronize-preferences"));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -12,6 +13,8 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Not;
+
+using namespace std::chrono_literals;
 
 constexpr auto prompt = "macOS asks whether Keyrow may control this computer";
 
@@ -31,6 +34,13 @@ class AppDelegatePermissionTest : public AppDelegateFixture {
 
   void becomeActive() {
     process->platform().notificationCenter.post("NSApplicationDidBecomeActiveNotification");
+  }
+
+  /// Where no tap can be made.
+  void launchUntilAlert() {
+    process->launch();
+    mac.scheduler.advance(8s);
+    ASSERT_EQ(mac.screen.alerts().size(), 1U);
   }
 
   bool isTapWorking() const { return mac.eventTaps.enabledCount() == 1; }
@@ -77,16 +87,19 @@ TEST_F(AppDelegatePermissionTest, ATapThatRunsIsNotStartedAgain) {
   process->launch();
   mac.trace.start();
   becomeActive();
-  // Only the settings window looks at the permission, and the monitors at theirs.
-  EXPECT_THAT(mac.trace.take(), ElementsAre("is process trusted", "check input monitoring",
-                                            "check input monitoring"));
+  // The settings window looks at the permission, and so does who keeps the tap; the monitors
+  // look at theirs.
+  EXPECT_THAT(mac.trace.take(), ElementsAre("is process trusted", "is process trusted",
+                                            "check input monitoring", "check input monitoring"));
 }
 
 TEST_F(AppDelegatePermissionTest, ARefusedTapAlertsOnceUntilItHasWorked) {
   mac.faults.fail(PortCall::createEventTap, Faults::always);
-  process->launch();
+  launchUntilAlert();
+  EXPECT_TRUE(mac.screen.answerAlert("OK"));
   becomeActive();
   becomeActive();
+  mac.scheduler.runReady();
   EXPECT_THAT(
       mac.screen.alerts(),
       ElementsAre(
@@ -96,16 +109,79 @@ TEST_F(AppDelegatePermissionTest, ARefusedTapAlertsOnceUntilItHasWorked) {
           "yet. Try reopening Keyrow, or remove and re-add Keyrow in System Settings > Privacy & "
           "Security > Accessibility and Input Monitoring.\n[Open Accessibility Settings]\n[OK]"));
   EXPECT_THAT(mac.screen.openedURLs(), ElementsAre());
-  mac.faults.repair();
+  mac.faults.clear();
   becomeActive();
   EXPECT_TRUE(isTapWorking());
   EXPECT_EQ(mac.screen.alerts().size(), 1U);
 }
 
+// One that is open still says what is to be said.
+TEST_F(AppDelegatePermissionTest, NoAlertIsPutOnTopOfTheLastOne) {
+  mac.faults.fail(PortCall::createEventTap, Faults::always);
+  launchUntilAlert();
+  mac.faults.clear();
+  becomeActive();
+  EXPECT_TRUE(isTapWorking());
+  mac.faults.fail(PortCall::enableEventTap, 1);
+  mac.faults.fail(PortCall::createEventTap, Faults::always);
+  mac.eventTaps.disableAll(keyEventType::tapDisabledByUserInput);
+  mac.scheduler.advance(8s);
+  EXPECT_EQ(mac.screen.alerts().size(), 1U);
+  EXPECT_TRUE(mac.screen.answerAlert("OK"));
+  mac.applications.activate(safari);
+  mac.scheduler.runReady();
+  EXPECT_EQ(mac.screen.alerts().size(), 2U);
+}
+
+// By the time that the run loop gets to it, nothing may be left to say.
+TEST_F(AppDelegatePermissionTest, AnAlertThatComesTooLateStaysAway) {
+  mac.faults.fail(PortCall::createEventTap, Faults::always);
+  process->launch();
+  process->statusItem().click(ClickEvent::rightMouseDown);
+  ASSERT_NE(process->statusItem().menu(), nullptr);
+  mac.scheduler.advance(8s);
+  EXPECT_THAT(mac.screen.alerts(), ElementsAre());
+  mac.faults.clear();
+  mac.applications.activate(safari);
+  EXPECT_TRUE(isTapWorking());
+  process->statusItem().closeMenu();
+  EXPECT_THAT(mac.screen.alerts(), ElementsAre());
+}
+
+// Though the process may live on for a moment.
+TEST_F(AppDelegatePermissionTest, TerminationEndsEveryAttempt) {
+  process->launch();
+  for (const auto* ofState : {"looking", "failing", "resting"}) {
+    if (ofState == std::string_view{"failing"}) {
+      mac.faults.fail(PortCall::createEventTap, 1);
+      keyrow().eventTapController().stopEventTap();
+      mac.power.sleep();
+      mac.power.wake();
+      EXPECT_FALSE(isTapWorking());
+    } else if (ofState == std::string_view{"resting"}) {
+      for (int time = 0; time < 2; ++time) {
+        mac.eventTaps.disableAll(keyEventType::tapDisabledByTimeout);
+        mac.scheduler.runReady();
+      }
+    } else {
+      mac.changeAccessibility(true, 0s, true);
+      mac.scheduler.runReady();
+    }
+    keyrow().appDelegate().applicationWillTerminate();
+    mac.trace.start();
+    mac.scheduler.advance(1h);
+    const auto calls = mac.trace.take();
+    EXPECT_THAT(calls, Not(Contains("is process trusted"))) << ofState;
+    EXPECT_THAT(calls, Not(Contains("create-event-tap"))) << ofState;
+    process = std::make_unique<SimulatedProcess>(mac, 502);
+    process->launch();
+  }
+}
+
 TEST_F(AppDelegatePermissionTest, TheFirstButtonOpensTheSettings) {
   mac.faults.fail(PortCall::createEventTap, Faults::always);
-  mac.screen.answerNextAlert("Open Accessibility Settings");
-  process->launch();
+  launchUntilAlert();
+  EXPECT_TRUE(mac.screen.answerAlert("Open Accessibility Settings"));
   EXPECT_THAT(mac.screen.openedURLs(),
               ElementsAre("x-apple.systempreferences:com.apple.preference.security?Privacy_"
                           "Accessibility"));
@@ -113,9 +189,9 @@ TEST_F(AppDelegatePermissionTest, TheFirstButtonOpensTheSettings) {
 
 TEST_F(AppDelegatePermissionTest, AURLThatDoesNotOpenIsFollowedByTheOther) {
   mac.faults.fail(PortCall::createEventTap, Faults::always);
-  mac.screen.answerNextAlert("Open Accessibility Settings");
+  launchUntilAlert();
   mac.faults.fail(PortCall::openURL, 1);
-  process->launch();
+  EXPECT_TRUE(mac.screen.answerAlert("Open Accessibility Settings"));
   EXPECT_THAT(mac.screen.openedURLs(),
               ElementsAre("x-apple.systempreferences:com.apple.settings.PrivacySecurity_"
                           "Accessibility"));
@@ -123,9 +199,9 @@ TEST_F(AppDelegatePermissionTest, AURLThatDoesNotOpenIsFollowedByTheOther) {
 
 TEST_F(AppDelegatePermissionTest, WhenNeitherOpensNothingElseHappens) {
   mac.faults.fail(PortCall::createEventTap, Faults::always);
-  mac.screen.answerNextAlert("Open Accessibility Settings");
+  launchUntilAlert();
   mac.faults.fail(PortCall::openURL, Faults::always);
-  process->launch();
+  EXPECT_TRUE(mac.screen.answerAlert("Open Accessibility Settings"));
   EXPECT_THAT(mac.screen.openedURLs(), ElementsAre());
 }
 
@@ -170,18 +246,17 @@ TEST_F(AppDelegatePermissionTest, WakingUpSaysWhenTheTapCannotBeReplaced) {
   mac.power.wake();
   EXPECT_FALSE(isTapWorking());
   EXPECT_THAT(logLines(), Contains("input error: Failed to create the keyboard event tap."));
-  mac.power.sleep();
-  mac.power.wake();
+  mac.scheduler.advance(500ms);
   EXPECT_TRUE(isTapWorking());
 }
 
-TEST_F(AppDelegatePermissionTest, WakingUpStartsNoTapThatHasNotBeenStarted) {
+TEST_F(AppDelegatePermissionTest, WakingUpStartsTheTapThatMayBeThereNow) {
   mac.isAccessibilityGranted = false;
   process->launch();
   mac.isAccessibilityGranted = true;
   mac.power.sleep();
   mac.power.wake();
-  EXPECT_FALSE(isTapWorking());
+  EXPECT_TRUE(isTapWorking());
 }
 
 TEST_F(AppDelegatePermissionTest, FallingAsleepMirrorsTheGlobalModeUnderAnOverride) {

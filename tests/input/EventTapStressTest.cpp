@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <thread>
@@ -40,7 +41,9 @@ TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
   for (std::uint64_t round = 0; posted < eventCount; ++round) {
     const auto next = posted + interval;
     mac.sendInput(keyboard, 7);
-    switch (round % 6) {
+    // No timeout follows close upon another, and no rest lasts that long.
+    mac.scheduler.advance(std::chrono::minutes{3});
+    switch (round % 9) {
       case 0:
         mac.eventTaps.disableAll(keyEventType::tapDisabledByTimeout);
         break;
@@ -59,6 +62,17 @@ TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
         mac.eventTaps.disableAll(0);
         controller.startEventTap();
         break;
+      case 5:
+        mac.changeAccessibility(false, std::chrono::seconds{0}, true);
+        break;
+      case 6:
+        mac.changeAccessibility(true, std::chrono::seconds{0}, true);
+        break;
+      case 7:
+        mac.faults.fail(PortCall::createEventTap, 2);
+        mac.faults.fail(PortCall::enableEventTap, 1);
+        mac.eventTaps.disableAll(keyEventType::tapDisabledByTimeout);
+        break;
       default:
         keyrow().settings().set(BooleanSetting::enhancedDiagnosticsEnabled, round % 4 == 1);
         keyrow().settings().setFnReplacementModifier(FnReplacementModifier::rightOption);
@@ -70,7 +84,9 @@ TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
   flood.join();
 
   mac.faults.clear();
+  mac.changeAccessibility(true, std::chrono::seconds{0}, true);
   mac.scheduler.runReady();
+  EXPECT_EQ(mac.eventTaps.stalledCount(), 0U);
   controller.startEventTap();
   // The last worker may still be on its way.
   while (mac.eventTaps.enabledCount() == 0) std::this_thread::yield();

@@ -61,6 +61,18 @@ TEST_F(FunctionRowPerformingTest, MissionControlOpensOnceWhenTheKeyGoesDown) {
   EXPECT_THAT(mac.screen.openedURLs(), ElementsAre("/System/Applications/Mission Control.app"));
 }
 
+// The tap's thread calls them, and every key waits for that.
+TEST_F(FunctionRowPerformingTest, WhatIsOpenedIsOpenedFromTheMainQueue) {
+  mapper().openApplication("/Applications/One.app");
+  mapper().openURL("keyrow:two", std::nullopt);
+  mac.faults.fail(PortCall::openURL, 1, 1);
+  mapper().openURL("keyrow:three", "/Applications/Three.app");
+  EXPECT_THAT(mac.screen.openedURLs(), ElementsAre());
+  mac.scheduler.runReady();
+  EXPECT_THAT(mac.screen.openedURLs(),
+              ElementsAre("/Applications/One.app", "keyrow:two", "/Applications/Three.app"));
+}
+
 TEST_F(FunctionRowPerformingTest, SpotlightIsTypedOnceWhenTheKeyGoesDown) {
   EXPECT_FALSE(passesAndRuns(keyDown, 118));
   EXPECT_THAT(takeKeys(), ElementsAre("left-command down with command reaches com.apple.TextEdit",

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -146,6 +147,42 @@ TEST_F(SessionTest, SeesATapThatDoesNotWakeUp) {
 TEST_F(SessionTest, SeesATapThatDiesInSilence) {
   EXPECT_EQ(verdict([this] { session.stage.mac.eventTaps.disableAll(0); }),
             "the event tap is dead, and nobody has said why");
+}
+
+TEST_F(SessionTest, LetsATapGoThatHasLostItsPermission) {
+  for (const auto* line : {"revoke accessibility", "wait 5s", "sleep", "wake", "front none"}) {
+    EXPECT_EQ(session.play(line), "") << line;
+  }
+  EXPECT_EQ(session.end(), "");
+}
+
+TEST_F(SessionTest, SeesATapThatLivesWithoutTrust) {
+  auto& mac = session.stage.mac;
+  const auto makeAnother = [&mac] { mac.eventTaps.insert(std::make_shared<sim::ServedTap>()); };
+  ASSERT_EQ(session.play("revoke accessibility"), "");
+  mac.scheduler.schedule(5s, makeAnother);
+  EXPECT_EQ(session.play("wait 5s"), "a tap lives without trust");
+}
+
+TEST_F(SessionTest, SeesATapThatIsNotLookedAtWhenItShouldBe) {
+  auto& mac = session.stage.mac;
+  const auto makeAnother = [&mac] { mac.eventTaps.insert(std::make_shared<sim::ServedTap>()); };
+  for (const auto* line : {"front com.apple.finder", "wake"}) {
+    for (const auto* preparation : {"grant accessibility", "wait 1s", "sleep",
+                                    "revoke accessibility unannounced", "wait 1s"}) {
+      session.play(preparation);
+    }
+    mac.scheduler.schedule(0s, makeAnother);
+    EXPECT_EQ(session.play(line), "a tap lives without trust");
+    mac.eventTaps.disableAll(0);
+  }
+}
+
+TEST_F(SessionTest, SeesATapThatDoesNotComeBack) {
+  auto& mac = session.stage.mac;
+  const auto awake = mac.power.observeDidWake(
+      [&mac] { mac.scheduler.schedule(0s, [&mac] { mac.eventTaps.disableAll(0); }); });
+  EXPECT_EQ(session.end(), "the event tap does not come back");
 }
 
 TEST_F(SessionTest, SeesWhatIsLeftOpen) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -29,9 +30,9 @@ class FakeAccessibility final : public Accessibility {
 
 class FakeAlerts final : public Alerts {
  public:
-  int runModal(const Alert& alert) override {
+  void runModal(const Alert& alert, std::function<void(int response)> answered) override {
     messages.emplace_back(alert.messageText);
-    return alertFirstButtonReturn;
+    answered(alertFirstButtonReturn);
   }
   void beep() override {}
 

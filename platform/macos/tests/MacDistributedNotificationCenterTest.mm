@@ -49,6 +49,17 @@ TEST_F(MacDistributedNotificationCenterTest, HearsOfEveryObjectWhenItAsksForNone
   EXPECT_TRUE(eventually([&] { return !received.empty(); }));
 }
 
+TEST_F(MacDistributedNotificationCenterTest, HearsOfItWhileTheApplicationIsNotActive) {
+  NSDistributedNotificationCenter* const system = NSDistributedNotificationCenter.defaultCenter;
+  const bool wasSuspended = system.suspended;
+  system.suspended = YES;
+  const auto token = observe(std::nullopt);
+  // Not as this port posts, but as macOS may.
+  [system postNotificationName:nsString(name) object:nil userInfo:nil deliverImmediately:NO];
+  EXPECT_TRUE(eventually([&] { return !received.empty(); }));
+  system.suspended = wasSuspended;
+}
+
 TEST_F(MacDistributedNotificationCenterTest, LeavesAnObserverAloneOnceItsTokenIsGone) {
   auto forgotten = observe(std::nullopt);
   forgotten = {};

@@ -63,5 +63,20 @@ TEST_F(MacMainQueueTest, IsServedWhileTheMainRunLoopIsRun) {
   EXPECT_EQ(done, (std::vector{1}));
 }
 
+TEST_F(MacMainQueueTest, GoesOnWhileWorkOfTheRunLoopWaits) {
+  MacMainRunLoop runLoop;
+  bool isMainThread = false;
+  runLoop.perform([&] {
+    isMainThread = NSThread.isMainThread != NO;
+    queue.async(work(1));
+    // As an alert does.
+    for (int time = 0; time < 500 && done.empty(); ++time) runLoop.run(20ms);
+    done.push_back(2);
+  });
+  EXPECT_TRUE(eventually([&] { return done.size() == 2; }));
+  EXPECT_EQ(done, (std::vector{1, 2}));
+  EXPECT_TRUE(isMainThread);
+}
+
 }  // namespace
 }  // namespace keyrow::macos

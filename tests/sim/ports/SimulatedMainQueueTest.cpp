@@ -87,6 +87,50 @@ TEST_F(SimulatedMainQueueTest, WhatIsQueuedWhenTheProcessEndsNeverRuns) {
   EXPECT_THAT(ran, ElementsAre());
 }
 
+// The queue is serial: nothing of it runs before the alert has come back.
+TEST_F(SimulatedMainQueueTest, AnAlertThatWasStartedFromItHoldsItUp) {
+  bool isHeldUp = false;
+  queue.async([&] { isHeldUp = mainThread->beginModal(); });
+  queue.async(note("next"));
+  const auto late = queue.after(1s, note("late"));
+  scheduler.advance(1h);
+  EXPECT_TRUE(isHeldUp);
+  mainThread->deliver(note("an event"));
+  EXPECT_THAT(ran, ElementsAre("an event"));
+  mainThread->endModal(isHeldUp);
+  EXPECT_THAT(ran, ElementsAre("an event", "next", "late"));
+}
+
+TEST_F(SimulatedMainQueueTest, AnAlertThatWasStartedFromTheRunLoopDoesNot) {
+  bool isHeldUp = true;
+  mainThread->performInDefaultMode([&] { isHeldUp = mainThread->beginModal(); });
+  EXPECT_FALSE(isHeldUp);
+  queue.async(note("next"));
+  scheduler.runReady();
+  EXPECT_THAT(ran, ElementsAre("next"));
+  // But the run loop is not in its default mode.
+  mainThread->performInDefaultMode(note("later"));
+  EXPECT_THAT(ran, ElementsAre("next"));
+  mainThread->endModal(isHeldUp);
+  EXPECT_THAT(ran, ElementsAre("next", "later"));
+}
+
+TEST_F(SimulatedMainQueueTest, AnAlertOnTopOfAnotherHoldsTheQueueUpNoLongerThanThat) {
+  queue.async([this] {
+    const bool isHeldUp = mainThread->beginModal();
+    const bool isHeldUpTwice = mainThread->beginModal();
+    EXPECT_TRUE(isHeldUp);
+    EXPECT_FALSE(isHeldUpTwice);
+    queue.async(note("next"));
+    scheduler.runReady();
+    mainThread->endModal(isHeldUpTwice);
+    EXPECT_THAT(ran, ElementsAre());
+    mainThread->endModal(isHeldUp);
+  });
+  scheduler.runReady();
+  EXPECT_THAT(ran, ElementsAre("next"));
+}
+
 TEST_F(SimulatedMainQueueTest, TakesWorkFromOtherThreads) {
   std::thread worker{[this] { queue.async(note("from the worker")); }};
   worker.join();

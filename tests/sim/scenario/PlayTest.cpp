@@ -218,10 +218,14 @@ INSTANTIATE_TEST_SUITE_P(
               "play.txt:2:1: localFnState is no dictionary, but 1"},
         Unmet{"fail read-log 2 times\nfail read-log",
               "play.txt:2:1: read-log is to fail already, 2 times; repair ends that"},
+        Unmet{"launch keyrow\nanswer \"OK\"", "play.txt:2:1: no alert is open"},
         Unmet{
-            "fail create-event-tap always\nanswer \"Cancel\"\nlaunch keyrow",
-            "play.txt:3:1: the alert \"Keyrow could not start keyboard monitoring\" has no button "
-            "\"Cancel\", but \"Open Accessibility Settings\" \"OK\""}));
+            "fail create-event-tap always\nlaunch keyrow\nwait 8s\nanswer \"Cancel\"",
+            "play.txt:4:1: the alert \"Keyrow could not start keyboard monitoring\" has no button "
+            "\"Cancel\", but \"Open Accessibility Settings\", \"OK\""},
+        Unmet{"fail create-event-tap always\nlaunch keyrow\nwait 8s\nclick right",
+              "play.txt:4:1: the alert \"Keyrow could not start keyboard monitoring\" has to be "
+              "answered first"}));
 
 TEST(PlayTest, ALineThatWouldNeverEndIsStopped) {
   Stage stage;
