@@ -6,15 +6,6 @@
 
 namespace keyrow {
 
-namespace {
-
-bool isSystemSettings(const std::optional<std::string>& bundleIdentifier) {
-  return bundleIdentifier == "com.apple.systempreferences" ||
-         bundleIdentifier == "com.apple.SystemSettings";
-}
-
-}  // namespace
-
 void AppDelegate::applicationDidFinishLaunching() {
   use_.instanceTakeover.registerInstanceTakeoverObserver();
   use_.instanceTakeover.takeOverPreviousInstances();
@@ -23,7 +14,6 @@ void AppDelegate::applicationDidFinishLaunching() {
   use_.updater.start();
   use_.modePolicy.pruneLocalFnStates();
   use_.keyboardMonitoring.start();
-  lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   promptForAccessibilityIfNeeded();
   use_.eventTapKeeper.start();
   installAppActivationObserver();
@@ -34,7 +24,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   use_.capsLockMonitor.observeCapsLockIndicatorSetting();
   use_.capsLockMonitor.applyCapsLockIndicatorSetting();
   installAppActiveObserver();
-  use_.modePolicy.applyStoredFnState();
+  use_.modePolicy.launched();
 }
 
 void AppDelegate::applicationWillTerminate() {
@@ -58,36 +48,12 @@ bool AppDelegate::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
 
 void AppDelegate::handleApplicationActivation() {
   use_.eventTapKeeper.look();
-  syncAfterLeavingSystemSettings();
-  syncFromHardware();
-  use_.modePolicy.applyStoredFnState();
+  if (use_.modePolicy.switchedApplication()) use_.keyboardMonitoring.permissionsMayHaveChanged();
   use_.capsLockMonitor.refreshCapsLockIfEnabled();
 }
 
-void AppDelegate::syncAfterLeavingSystemSettings() {
-  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
-  const auto previous = std::exchange(lastActivatedBundleIdentifier_, frontmost);
-  if (!isSystemSettings(previous) || isSystemSettings(frontmost)) return;
-  use_.keyboardMonitoring.permissionsMayHaveChanged();
-  const auto hardware = use_.modePolicy.currentFnState();
-  if (hardware && !use_.modePolicy.isLeftover(*hardware)) {
-    use_.modePolicy.syncStoredGlobalFnState(*hardware, false,
-                                            "from hardware after leaving System Settings");
-  }
-}
-
-void AppDelegate::syncFromHardware() {
-  // While an override is in force the hardware holds the override's mode.
-  if (use_.modePolicy.isLocalScopeActive()) return;
-  const auto hardware = use_.modePolicy.currentFnState();
-  if (hardware && hardware != use_.storedFnStates.global() &&
-      !use_.modePolicy.isLeftover(*hardware)) {
-    use_.modePolicy.syncStoredGlobalFnState(*hardware, false, "from hardware during app switch");
-  }
-}
-
 void AppDelegate::handleWake() {
-  use_.statusBarController.handleWake();
+  use_.modePolicy.didWake();
   use_.capsLockMonitor.refreshCapsLockIfEnabled();
   use_.eventTapKeeper.handleWake();
 }

@@ -1,14 +1,10 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "app/EventTapKeeper.h"
 #include "app/InstanceTakeover.h"
 #include "core/AppSettings.h"
 #include "core/FnStateController.h"
 #include "core/ModePolicy.h"
-#include "core/StoredFnStates.h"
 #include "input/CapsLockMonitor.h"
 #include "input/ExternalKeyboardFunctionRowMapper.h"
 #include "input/KeyboardMonitoring.h"
@@ -29,7 +25,6 @@ class AppDelegate {
   struct Uses {
     ModePolicy& modePolicy;
     FnStateController& fnStateController;
-    const StoredFnStates& storedFnStates;
     AppSettings& settings;
     KeyboardMonitoring& keyboardMonitoring;
     EventTapKeeper& eventTapKeeper;
@@ -62,8 +57,6 @@ class AppDelegate {
 
  private:
   void handleApplicationActivation();
-  void syncAfterLeavingSystemSettings();
-  void syncFromHardware();
   void handleWake();
   void installAppActivationObserver();
   void installAppActiveObserver();
@@ -73,8 +66,6 @@ class AppDelegate {
 
   ObserverToken appActiveObserver_;
   ObserverToken trustObserver_;
-  /// The application that was frontmost at the last activation, or at launch.
-  std::optional<std::string> lastActivatedBundleIdentifier_;
   ObserverToken activationObserver_;
   ObserverToken wakeObserver_;
   ObserverToken sleepObserver_;

@@ -1,6 +1,7 @@
 #include "core/ModePolicy.h"
 
 #include <chrono>
+#include <utility>
 
 #include "core/StateLogTexts.h"
 
@@ -16,7 +17,67 @@ constexpr auto retryDelay = 350ms;
 constexpr std::string_view applyGlobalAction = "apply the stored global function key mode";
 constexpr std::string_view applyLocalAction = "apply the stored local function key mode";
 
+bool isSystemSettings(const std::optional<std::string>& bundleIdentifier) {
+  return bundleIdentifier == "com.apple.systempreferences" ||
+         bundleIdentifier == "com.apple.SystemSettings";
+}
+
 }  // namespace
+
+void ModePolicy::launched() {
+  lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
+  applyStoredFnState();
+}
+
+bool ModePolicy::switchedApplication() {
+  const bool leavesSystemSettings = syncAfterLeavingSystemSettings();
+  syncFromHardware();
+  applyStoredFnState();
+  return leavesSystemSettings;
+}
+
+bool ModePolicy::syncAfterLeavingSystemSettings() {
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
+  const auto previous = std::exchange(lastActivatedBundleIdentifier_, frontmost);
+  if (!isSystemSettings(previous) || isSystemSettings(frontmost)) return false;
+  const auto hardware = currentFnState();
+  if (hardware && !isLeftover(*hardware)) {
+    syncStoredGlobalFnState(*hardware, "from hardware after leaving System Settings");
+  }
+  return true;
+}
+
+void ModePolicy::syncFromHardware() {
+  // While an override is in force the hardware holds the override's mode.
+  if (isLocalScopeActive_) return;
+  const auto hardware = currentFnState();
+  if (hardware && !isLeftover(*hardware)) {
+    syncStoredGlobalFnState(*hardware, "from hardware during app switch");
+  }
+}
+
+void ModePolicy::clicked() {
+  if (isLocalScopeActive_) {
+    toggleLocalOverride(nullptr);
+  } else {
+    toggleGlobalFnState(nullptr);
+  }
+}
+
+ModesToOffer ModePolicy::menuOpens() {
+  ModesToOffer modes;
+  modes.global = globalOrCurrentFnState();
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
+  modes.hasFrontmostApplication = frontmost.has_value();
+  modes.local = overrideOf(frontmost);
+  if (!modes.local) modes.local = globalOrCurrentFnState();
+  return modes;
+}
+
+void ModePolicy::didWake() {
+  refreshFromHardware();
+  applyStoredFnState();
+}
 
 void ModePolicy::applyStoredFnState() {
   if (const auto local = overrideOf(use_.workspace.frontmostBundleIdentifier())) {
@@ -31,14 +92,11 @@ void ModePolicy::applyStoredFnState() {
   if (apply(*global, applyGlobalAction, nullptr)) setScope(false);
 }
 
-void ModePolicy::syncStoredGlobalFnState(FnState state, bool applyToFrontmost,
-                                         std::string_view origin) {
+void ModePolicy::syncStoredGlobalFnState(FnState state, std::string_view origin) {
   if (use_.storedFnStates.global() == state) return;
   use_.storedFnStates.setGlobal(state);
   use_.stateLog.notice(std::string{stateLogText::synchronizedGlobal} + std::string{origin} + ": " +
                        std::string{modeText(state)} + ".");
-  if (!applyToFrontmost || overrideOf(use_.workspace.frontmostBundleIdentifier())) return;
-  if (apply(state, applyGlobalAction, nullptr)) setScope(false);
 }
 
 void ModePolicy::setGlobalFnState(FnState state, const KeyboardDeviceSource* source) {
@@ -50,9 +108,7 @@ void ModePolicy::setGlobalFnState(FnState state, const KeyboardDeviceSource* sou
 }
 
 void ModePolicy::toggleGlobalFnState(const KeyboardDeviceSource* source) {
-  auto base = storedGlobalFnState();
-  if (!base) base = currentFnState();
-  if (base) setGlobalFnState(otherFnState(*base), source);
+  if (const auto base = globalOrCurrentFnState()) setGlobalFnState(otherFnState(*base), source);
 }
 
 void ModePolicy::setLocalFnState(FnState state, const std::string& bundleIdentifier,
@@ -69,8 +125,7 @@ void ModePolicy::toggleLocalOverride(const KeyboardDeviceSource* source) {
   const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   if (!frontmost) return;
   auto base = overrideOf(frontmost);
-  if (!base) base = storedGlobalFnState();
-  if (!base) base = currentFnState();
+  if (!base) base = globalOrCurrentFnState();
   if (base) setLocalFnState(otherFnState(*base), *frontmost, source);
 }
 
@@ -132,6 +187,11 @@ std::optional<FnState> ModePolicy::currentFnState() {
   use_.stateLog.error("Failed to read the current function key mode from hardware: " +
                       std::string{errorDescription(state.error())});
   return std::nullopt;
+}
+
+std::optional<FnState> ModePolicy::globalOrCurrentFnState() {
+  const auto stored = storedGlobalFnState();
+  return stored ? stored : currentFnState();
 }
 
 bool ModePolicy::isLeftover(FnState hardware) const {

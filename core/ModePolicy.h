@@ -29,9 +29,19 @@ class ModePresenter {
   ~ModePresenter() = default;
 };
 
+/// The modes that the menu departs from; absent where none can be found.
+struct ModesToOffer {
+  std::optional<FnState> global;
+  /// The frontmost application's.
+  std::optional<FnState> local;
+  /// Whether there is an application that can have an override.
+  bool hasFrontmostApplication = false;
+};
+
 /// Decides which mode applies: the frontmost application's override, or else the
-/// global mode. Main thread only. Nothing fails outward: what goes wrong is logged,
-/// and a mode is stored only after the hardware took it.
+/// global mode. Others tell it what happened, and show what it decided. Main thread only.
+/// Nothing fails outward: what goes wrong is logged, and a mode is stored only after the
+/// hardware took it.
 ///
 /// A command's `source` is the keyboard that issued it; null for mouse and menu.
 class ModePolicy {
@@ -56,13 +66,26 @@ class ModePolicy {
   /// Whether the mode in force came from an override.
   bool isLocalScopeActive() const { return isLocalScopeActive_; }
 
-  /// Applies the frontmost application's override, or else the stored global mode.
-  void applyStoredFnState();
+  // What happened.
 
-  /// Adopts a mode found in the hardware as the stored global mode. `origin` tells the
-  /// log where it was found. With `applyToFrontmost` it is also applied, unless the
-  /// frontmost application has an override.
-  void syncStoredGlobalFnState(FnState state, bool applyToFrontmost, std::string_view origin);
+  /// Keyrow is in control of the keyboard now.
+  void launched();
+
+  /// Another application has come to the front, or none is there any more. Gives whether System
+  /// Settings was left.
+  bool switchedApplication();
+
+  /// The item in the menu bar was clicked: flips the override while one is in force, or
+  /// else the global mode.
+  void clicked();
+
+  /// The menu is about to open.
+  ModesToOffer menuOpens();
+
+  /// The Mac has woken up: the keyboard may have come back in another mode.
+  void didWake();
+
+  // The user's commands.
 
   void setGlobalFnState(FnState state, const KeyboardDeviceSource* source);
   void toggleGlobalFnState(const KeyboardDeviceSource* source);
@@ -79,20 +102,17 @@ class ModePolicy {
   /// there is no override, flips the global mode.
   void clearLocalOverride(const KeyboardDeviceSource* source);
 
+  // What these come down to.
+
+  /// Applies the frontmost application's override, or else the stored global mode.
+  void applyStoredFnState();
+
   /// Gives the stored global mode back to the hardware before Keyrow lets go of it.
   void restoreGlobalFnState();
 
   /// The stored global mode. Where none is stored, the system preference's or else the
   /// hardware's is stored first; absent when neither can be read.
   std::optional<FnState> storedGlobalFnState();
-
-  /// The hardware's mode; absent, and logged, when it cannot be read.
-  std::optional<FnState> currentFnState();
-
-  /// Whether a mode that is found in the hardware is one that nobody has chosen for all
-  /// applications: the override in force, or what was there before Keyrow failed to apply
-  /// another mode, such as the override of a Keyrow that was killed.
-  bool isLeftover(FnState hardware) const;
 
   /// Brings `lastKnownFnState` up to date with the hardware; retries a failed read at
   /// most three times, 0.35, 0.7 and 1.05 s apart.
@@ -102,6 +122,23 @@ class ModePolicy {
   void pruneLocalFnStates();
 
  private:
+  /// Adopts a mode found in the hardware as the stored global mode. `origin` tells the
+  /// log where it was found.
+  void syncStoredGlobalFnState(FnState state, std::string_view origin);
+
+  /// The hardware's mode; absent, and logged, when it cannot be read.
+  std::optional<FnState> currentFnState();
+
+  /// The stored global mode, or else the hardware's; absent when neither can be read.
+  std::optional<FnState> globalOrCurrentFnState();
+
+  /// Whether a mode that is found in the hardware is one that nobody has chosen for all
+  /// applications: the override in force, or what was there before Keyrow failed to apply
+  /// another mode, such as the override of a Keyrow that was killed.
+  bool isLeftover(FnState hardware) const;
+
+  bool syncAfterLeavingSystemSettings();
+  void syncFromHardware();
   bool apply(FnState state, std::string_view action, const KeyboardDeviceSource* source);
   void setScope(bool isLocal);
   void setLastKnownFnState(FnState state);
@@ -115,6 +152,8 @@ class ModePolicy {
 
   std::optional<FnState> lastKnownFnState_;
   bool isLocalScopeActive_ = false;
+  /// The application that was frontmost at the last activation, or at launch.
+  std::optional<std::string> lastActivatedBundleIdentifier_;
   /// The last mode that was to be applied could not be written.
   bool hasFailedToApply_ = false;
   /// Consecutive failed hardware reads.

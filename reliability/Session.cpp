@@ -68,6 +68,10 @@ std::string Session::play(const sim::Step& step) {
       ++comparedCount_;
     }
   }
+  // A write that worked leaves no doubt.
+  if (!isDisturbed() && stage.mac.hid.writtenCount() > before.writtenCount && !hasFailedToWrite()) {
+    isWriteUncertain_ = false;
+  }
   for (auto problem :
        {compareWithModel(), wrongStorage(*action, before), wrongLoss(*action, before),
         wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
@@ -195,7 +199,7 @@ bool Session::followFrontmost() {
 bool Session::canFollowSwitch() const {
   const bool mayBeLeftover =
       model_.hasFailedToWrite || (model_.state.isLocal && model_.wasInSystemSettings());
-  return !isPreviousUncertain_ && !(isShownUncertain_ && mayBeLeftover);
+  return !isPreviousUncertain_ && !isWriteUncertain_ && !(isShownUncertain_ && mayBeLeftover);
 }
 
 /// The model cannot tell, so it goes on from what there is. A switch tells Keyrow which
@@ -204,9 +208,8 @@ void Session::adoptActual(bool isSwitch) {
   model_.state = actualState();
   auto* process = stage.process();
   model_.isRunning = process != nullptr;
-  const auto* policy = process ? &process->keyrow().modePolicy() : nullptr;
-  model_.hasFailedToWrite =
-      policy && policy->isLeftover(policy->lastKnownFnState().value_or(FnState::special));
+  model_.hasFailedToWrite = false;
+  isWriteUncertain_ = true;
   model_.frontmost = stage.mac.applications.frontmost();
   model_.previous = model_.frontmost;
   isPreviousUncertain_ = !isSwitch;
@@ -401,6 +404,12 @@ bool Session::hasLogged(std::string_view beginning) {
   return std::ranges::any_of(stage.recentLog(), [&](const LogEntry& entry) {
     return entry.message.starts_with(beginning);
   });
+}
+
+/// Whether a mode could not be written since the line began.
+bool Session::hasFailedToWrite() {
+  return hasFailed(sim::PortCall::findService) || hasFailed(sim::PortCall::openConnection) ||
+         hasFailed(sim::PortCall::setHidParameter);
 }
 
 /// Whether this call has failed since the line began.

@@ -77,6 +77,7 @@ class Session {
   std::string wrongState(const ModeModel::State& left, bool isGone);
   bool hasLogged(std::string_view beginning);
   bool hasFailed(sim::PortCall call);
+  bool hasFailedToWrite();
   bool mustHaveTap(const sim::Action& action, const Before& before);
   bool mustHaveStoppedTap(const sim::Action& action, const Before& before);
   void followTrust(const sim::Action& action);
@@ -91,6 +92,8 @@ class Session {
   bool isPreviousUncertain_ = false;
   /// A failed reading is tried again later, and may change what is shown.
   bool isShownUncertain_ = false;
+  /// The last mode that was to be written may have failed to be.
+  bool isWriteUncertain_ = false;
   /// Keys are held, or settings were made, that give keys another meaning.
   bool areKeysUncertain_ = false;
   /// The process whose tap has worked, and has no excuse for not working.

@@ -18,20 +18,9 @@ void StatusBarController::setUp() {
   use_.modePolicy.refreshFromHardware();
 }
 
-void StatusBarController::fnSwitch() {
-  if (use_.modePolicy.isLocalScopeActive()) {
-    use_.modePolicy.toggleLocalOverride(nullptr);
-  } else {
-    use_.modePolicy.toggleGlobalFnState(nullptr);
-  }
-}
+void StatusBarController::fnSwitch() { use_.modePolicy.clicked(); }
 
 void StatusBarController::toggleLocal() { use_.modePolicy.toggleLocalOverride(nullptr); }
-
-void StatusBarController::handleWake() {
-  use_.modePolicy.refreshFromHardware();
-  use_.modePolicy.applyStoredFnState();
-}
 
 void StatusBarController::setCapsLockIndicatorEnabled(bool enabled) {
   lastCapsLockLockedState_.reset();
@@ -109,18 +98,11 @@ void StatusBarController::hideCapsLockIndicator() {
 }
 
 void StatusBarController::popUpMenu() {
-  const auto defaultState = [this] {
-    const auto stored = use_.modePolicy.storedGlobalFnState();
-    return stored ? stored : use_.modePolicy.currentFnState();
-  };
+  const auto modes = use_.modePolicy.menuOpens();
   StatusMenuState state;
-  state.globalBase = defaultState();
-
-  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
-  state.hasFrontmostApplication = frontmost.has_value();
-  if (frontmost) state.localBase = use_.storedFnStates.local(*frontmost);
-  if (!state.localBase) state.localBase = defaultState();
-
+  state.globalBase = modes.global;
+  state.localBase = modes.local;
+  state.hasFrontmostApplication = modes.hasFrontmostApplication;
   state.shortcutKey = use_.settings.localToggleShortcut().displayName;
   state.fnReplacementModifier = use_.settings.fnReplacementModifier();
 

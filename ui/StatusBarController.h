@@ -4,7 +4,6 @@
 
 #include "core/AppSettings.h"
 #include "core/ModePolicy.h"
-#include "core/StoredFnStates.h"
 #include "input/CapsLockMonitor.h"
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
@@ -23,7 +22,6 @@ class StatusBarController final : public ModePresenter,
   struct Uses {
     StatusItemView& view;
     ModePolicy& modePolicy;
-    const StoredFnStates& storedFnStates;
     const AppSettings& settings;
     const CapsLockMonitor& capsLockMonitor;
     SettingsWindowController& settingsWindowController;
@@ -37,16 +35,12 @@ class StatusBarController final : public ModePresenter,
   /// Puts the item into the menu bar and shows the hardware's mode there.
   void setUp();
 
-  /// Flips the override while one is in force, or else the global mode, as a left click
-  /// does.
+  /// Does what a left click does.
   void fnSwitch();
 
   /// Creates or flips the frontmost application's override. No control calls it, only tests
   /// do.
   void toggleLocal();
-
-  /// After the Mac has woken up: the keyboard may have come back in another mode.
-  void handleWake();
 
   /// Shows the Caps Lock state afresh, or hides it.
   void setCapsLockIndicatorEnabled(bool enabled) override;

@@ -49,7 +49,6 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           "find-application", "write-defaults",
           // Whether anything has to be asked, and whether a manager may be opened.
           "check input monitoring", "check input monitoring", "open-hid-manager",
-          "frontmost-application",
           // The prompt, then the tap.
           "is process trusted", "write-defaults", "observe com.apple.accessibility.api",
           "is process trusted", "create-event-tap", "create-run-loop-source",
@@ -58,7 +57,8 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           "observe CapsLockIndicatorSettingDidChange",
           "observe NSApplicationDidBecomeActiveNotification", "observe AccessibilityTrustDidChange",
           // The mode is applied.
-          "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
+          "frontmost-application", "frontmost-application", "find-service", "open-connection",
+          "set-hid-parameter"));
 }
 
 TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
@@ -66,7 +66,7 @@ TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
   mac.trace.start();
   process->launch();
   EXPECT_THAT(
-      between(mac.trace.take(), "frontmost-application", "observe activation"),
+      between(mac.trace.take(), "open-hid-manager", "observe activation"),
       ElementsAre("is process trusted", "activate all windows", "activate",
                   "bring settings window to the front", "prompt for trust", "write-defaults",
                   "observe com.apple.accessibility.api", "is process trusted"));

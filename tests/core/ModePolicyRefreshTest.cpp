@@ -194,7 +194,7 @@ TEST_F(ModePolicyRefreshTest, StillMakesAPendingRetryWhenAnotherReadFailsAnewMea
 
 TEST_F(ModePolicyRefreshTest, CountsNoFailureOfOtherReads) {
   failReads(3);
-  for (int read = 0; read < 3; ++read) policy().currentFnState();
+  for (int read = 0; read < 3; ++read) policy().storedGlobalFnState();
   failReads(Faults::always);
   beginHere();
   policy().refreshFromHardware();

@@ -6,37 +6,43 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr auto appSwitch = "from hardware during app switch";
-constexpr auto leavingSystemSettings = "from hardware after leaving System Settings";
+constexpr auto systemSettings = "com.apple.SystemSettings";
 
-/// Adopting a mode that was found in the hardware.
-class ModePolicySyncTest : public ModePolicyTest {};
-
-TEST_F(ModePolicySyncTest, DoesNothingAtAllWithTheModeThatIsStored) {
-  store("globalFnState", 1);
-  for (const bool applyToFrontmost : {false, true}) {
-    beginHere();
-    policy().syncStoredGlobalFnState(FnState::standard, applyToFrontmost, appSwitch);
-    EXPECT_THAT(happenings, IsEmpty());
-    EXPECT_EQ(settingsWrites(), 0);
-    EXPECT_THAT(sentModes(), IsEmpty());
+/// Adopting a mode that is found in the hardware when applications are switched.
+class ModePolicySyncTest : public ModePolicyTest {
+ protected:
+  void switchTo(std::optional<std::string> bundleIdentifier) {
+    bringToFront(std::move(bundleIdentifier));
+    policy().switchedApplication();
   }
+};
+
+TEST_F(ModePolicySyncTest, StoresAndLogsNothingWithTheModeThatIsStored) {
+  store("globalFnState", 1);
+  setHardware(FnState::standard);
+  switchTo(systemSettings);
+  beginHere();
+  switchTo(safari);
+  EXPECT_THAT(happenings, ElementsAre("show standard", "show global"));
+  EXPECT_EQ(settingsWrites(), 0);
 }
 
 TEST_F(ModePolicySyncTest, StoresAnotherModeAndSaysWhereItWasFound) {
   store("globalFnState", 1);
+  setHardware(FnState::standard);
+  switchTo(systemSettings);
+  setHardware(FnState::special);
   beginHere();
-  policy().syncStoredGlobalFnState(FnState::special, false, appSwitch);
-  EXPECT_THAT(happenings, ElementsAre("store globalFnState", "log"));
-  policy().syncStoredGlobalFnState(FnState::standard, false, leavingSystemSettings);
+  switchTo(safari);
+  EXPECT_THAT(happenings, ElementsAre("store globalFnState", "log", "show special", "show global"));
+  setHardware(FnState::standard);
+  switchTo(textEdit);
   EXPECT_THAT(newLogLines(),
               ElementsAre("state notice: Synchronized the stored global function key mode from "
-                          "hardware during app switch: special function keys.",
+                          "hardware after leaving System Settings: special function keys.",
                           "state notice: Synchronized the stored global function key mode from "
-                          "hardware after leaving System Settings: standard function keys."));
+                          "hardware during app switch: standard function keys."));
   EXPECT_EQ(storedSettings(), "{globalFnState=1}");
-  EXPECT_THAT(sentModes(), IsEmpty());
-  EXPECT_EQ(policy().lastKnownFnState(), std::nullopt);
 }
 
 TEST_F(ModePolicySyncTest, StoresTheModeWhereNoneIsStored) {
@@ -45,11 +51,12 @@ TEST_F(ModePolicySyncTest, StoresTheModeWhereNoneIsStored) {
   values.emplace_back(7);
   std::vector<std::optional<PropertyValue>> noModes{values.begin(), values.end()};
   noModes.emplace_back(std::nullopt);
+  setHardware(FnState::standard);
   for (const auto& noMode : noModes) {
     SCOPED_TRACE(propertyText(noMode));
     store("globalFnState", noMode);
     beginHere();
-    policy().syncStoredGlobalFnState(FnState::standard, false, appSwitch);
+    switchTo(safari);
     EXPECT_EQ(storedSettings(), "{globalFnState=1}");
     EXPECT_THAT(newLogLines(),
                 ElementsAre("state notice: Synchronized the stored global function key mode from "
@@ -57,58 +64,44 @@ TEST_F(ModePolicySyncTest, StoresTheModeWhereNoneIsStored) {
   }
 }
 
-TEST_F(ModePolicySyncTest, LeavesTheScopeAloneUnlessItApplies) {
+TEST_F(ModePolicySyncTest, LetsTheOverrideOfTheNextApplicationHavePriority) {
   store("globalFnState", 0);
-  applyOverrideOfTextEdit(FnState::special);
+  store("localFnState", PropertyDictionary{{textEdit, 0}});
+  switchTo(safari);
+  setHardware(FnState::standard);
   beginHere();
-  policy().syncStoredGlobalFnState(FnState::standard, false, appSwitch);
-  EXPECT_TRUE(policy().isLocalScopeActive());
-  EXPECT_THAT(sentModes(), IsEmpty());
-}
-
-TEST_F(ModePolicySyncTest, AppliesTheModeToAFrontmostApplicationWithoutAnOverride) {
-  for (const std::optional<std::string>& frontmost : {std::optional<std::string>{safari}, {}}) {
-    store("globalFnState", 0);
-    applyOverrideOfTextEdit(FnState::special);
-    bringToFront(frontmost);
-    beginHere();
-    policy().syncStoredGlobalFnState(FnState::standard, true, appSwitch);
-    EXPECT_THAT(happenings, ElementsAre("store globalFnState", "log", "hardware standard",
-                                        "show standard", "show global"));
-    EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
-    EXPECT_FALSE(policy().isLocalScopeActive());
-    EXPECT_EQ(policy().lastKnownFnState(), FnState::standard);
-  }
-}
-
-TEST_F(ModePolicySyncTest, LetsTheOverrideOfTheFrontmostApplicationHavePriority) {
-  store("globalFnState", 0);
-  applyOverrideOfTextEdit(FnState::special);
-  beginHere();
-  policy().syncStoredGlobalFnState(FnState::standard, true, appSwitch);
+  switchTo(textEdit);
   EXPECT_EQ(storedSettings(), "{globalFnState=1 localFnState={com.apple.TextEdit=0}}");
-  EXPECT_THAT(sentModes(), IsEmpty());
+  EXPECT_THAT(sentModes(), ElementsAre("0"));
   EXPECT_TRUE(policy().isLocalScopeActive());
-  EXPECT_EQ(policy().lastKnownFnState(), FnState::special);
 }
 
-TEST_F(ModePolicySyncTest, KeepsTheModeStoredButTheScopeAsItWasWhenItCannotApply) {
-  for (const auto call : callsOfAWrite) {
+TEST_F(ModePolicySyncTest, AdoptsNothingWhileAnOverrideIsInForce) {
+  store("globalFnState", 0);
+  applyOverrideOfTextEdit(FnState::standard);
+  beginHere();
+  switchTo(std::nullopt);
+  EXPECT_THAT(happenings, ElementsAre("hardware special", "show special", "show global"));
+  EXPECT_THAT(newLogLines(), IsEmpty());
+  EXPECT_EQ(settingsWrites(), 0);
+}
+
+TEST_F(ModePolicySyncTest, KeepsTheModeStoredWhenItCannotApply) {
+  for (const auto call : {PortCall::openConnection, PortCall::setHidParameter}) {
     SCOPED_TRACE(info(call).name);
     store("globalFnState", 0);
-    applyOverrideOfTextEdit(FnState::special);
-    bringToFront(safari);
+    setHardware(FnState::special);
+    switchTo(safari);
+    setHardware(FnState::standard);
     mac.faults.fail(call, 1);
     beginHere();
-    policy().syncStoredGlobalFnState(FnState::standard, true, appSwitch);
+    switchTo(textEdit);
     EXPECT_THAT(newLogLines(),
                 ElementsAre("state notice: Synchronized the stored global function key mode from "
                             "hardware during app switch: standard function keys.",
                             "state error: Failed to apply the stored global function key mode: "
                             "Failed to write the function key mode."));
     EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
-    EXPECT_TRUE(policy().isLocalScopeActive());
-    EXPECT_EQ(policy().lastKnownFnState(), FnState::special);
   }
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "core/AppIdentifier.h"
+#include "core/StateLogTexts.h"
 
 namespace keyrow::reliability {
 namespace {
@@ -84,8 +85,12 @@ TEST_F(SessionTest, SeesAStatusItemThatIsBehind) {
 TEST_F(SessionTest, SeesAnOverrideThatBecomesTheGlobalMode) {
   session.disturb();
   EXPECT_EQ(verdict([this] {
-              session.stage.process()->keyrow().modePolicy().syncStoredGlobalFnState(
-                  FnState::standard, false, "");
+              setStored("globalFnState", 1);
+              session.stage.process()
+                  ->keyrow()
+                  .diagnosticsLog()
+                  .logger(LogCategory::state)
+                  .notice(stateLogText::synchronizedGlobal);
             }),
             "an override became the global mode");
 }

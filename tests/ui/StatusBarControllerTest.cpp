@@ -226,7 +226,7 @@ TEST_F(StatusBarControllerTest, QuittingRunsTheTerminationSequence) {
 
 TEST_F(StatusBarControllerTest, WakingUpAppliesTheStoredModeAgain) {
   setHardware(FnState::standard);
-  controller().handleWake();
+  keyrow().modePolicy().didWake();
   EXPECT_EQ(mac.hid.modeName(), "special");
   EXPECT_EQ(item().image(), "globe");
   EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
