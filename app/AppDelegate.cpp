@@ -18,9 +18,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   use_.eventTapKeeper.start();
   installAppActivationObserver();
   wakeObserver_ = use_.workspace.observeDidWake([this] { handleWake(); });
-  sleepObserver_ = use_.workspace.observeWillSleep([this] {
-    use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
-  });
+  sleepObserver_ = use_.workspace.observeWillSleep([this] { use_.modePolicy.willSleep(); });
   use_.capsLockMonitor.observeCapsLockIndicatorSetting();
   use_.capsLockMonitor.applyCapsLockIndicatorSetting();
   installAppActiveObserver();
@@ -28,7 +26,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::applicationWillTerminate() {
-  use_.modePolicy.restoreGlobalFnState();
+  use_.modePolicy.willQuit();
   use_.capsLockMonitor.tearDownCapsLockMonitoring();
   use_.eventTapKeeper.stopAndWait();
   // Nothing of the main queue runs any more: what is down comes up here.
@@ -37,8 +35,7 @@ void AppDelegate::applicationWillTerminate() {
   appActiveObserver_ = {};
   trustObserver_ = {};
   use_.instanceTakeover.removeInstanceTakeoverObserver();
-  use_.modePolicy.pruneLocalFnStates();
-  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
+  use_.modePolicy.hasStopped();
 }
 
 bool AppDelegate::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {

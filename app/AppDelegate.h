@@ -3,7 +3,6 @@
 #include "app/EventTapKeeper.h"
 #include "app/InstanceTakeover.h"
 #include "core/AppSettings.h"
-#include "core/FnStateController.h"
 #include "core/ModePolicy.h"
 #include "input/CapsLockMonitor.h"
 #include "input/ExternalKeyboardFunctionRowMapper.h"
@@ -24,7 +23,6 @@ class AppDelegate {
   /// What it starts, stops and uses.
   struct Uses {
     ModePolicy& modePolicy;
-    FnStateController& fnStateController;
     AppSettings& settings;
     KeyboardMonitoring& keyboardMonitoring;
     EventTapKeeper& eventTapKeeper;

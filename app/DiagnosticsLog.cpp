@@ -37,10 +37,6 @@ std::string reportLine(const LogEntry& entry) {
 
 }  // namespace
 
-std::string errorText(KeyboardControllerError error) {
-  return std::string{errorDescription(error)};
-}
-
 DiagnosticsLog::DiagnosticsLog(const Uses& uses)
     : use_{uses}, subsystem_{uses.bundle.identifier().value_or(std::string{appIdentifier})} {
   std::ranges::transform(categoryNames, loggers_.begin(), [this](std::string_view category) {

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "core/KeyboardControllerError.h"
 #include "platform/Bundle.h"
 #include "platform/Clock.h"
 #include "platform/SystemError.h"
@@ -25,9 +24,6 @@ enum class LogCategory {
   /// HID devices: keyboard sources and Caps Lock.
   hardware,
 };
-
-/// The error in words.
-std::string errorText(KeyboardControllerError error);
 
 /// The application's log: writes into the system's unified log under one subsystem and
 /// four categories, and reads the application's recent lines back.

@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "app/AppLogTexts.h"
-#include "app/DiagnosticsLog.h"
 #include "core/AppIdentifier.h"
 
 namespace keyrow {
@@ -51,8 +50,7 @@ void InstanceTakeover::takeOverPreviousInstances() {
 
   std::erase_if(others, [](const auto& other) { return other->isTerminated(); });
   if (others.empty()) return;
-  // What is forced out cannot restore the mode itself.
-  restoreGlobalFnStateBeforeForcedExit();
+  use_.modePolicy.takesOver();
   for (const auto& other : others) {
     if (!other->terminate()) other->forceTerminate();
   }
@@ -80,42 +78,13 @@ bool InstanceTakeover::waitForTermination(const RunningApplications& application
   }
 }
 
-void InstanceTakeover::restoreGlobalFnStateBeforeForcedExit() {
-  const auto preference = use_.fnStateController.readSystemFnStatePreference();
-  const auto target =
-      preference ? std::optional{fnStateFromPreference(*preference)} : use_.storedFnStates.global();
-  if (!target) return;
-  // Without an override in front the hardware holds the global mode already.
-  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
-  if (!frontmost || !use_.storedFnStates.local(*frontmost)) return;
-
-  const auto current = use_.fnStateController.readFnState();
-  if (!current) {
-    use_.appLog.error(
-        "Failed to read the current function key mode before forcing an older instance to exit: " +
-        errorText(current.error()));
-    return;
-  }
-  if (*current == *target) return;
-  if (const auto written = use_.fnStateController.writeFnState(*target); !written) {
-    use_.appLog.error(
-        "Failed to restore the global function key mode before forcing an older instance to "
-        "exit: " +
-        errorText(written.error()));
-    return;
-  }
-  use_.appLog.notice(
-      "Restored the global function key mode before forcing an older instance to exit.");
-}
-
 void InstanceTakeover::handleInstanceTakeover(const std::optional<PropertyDictionary>& userInfo) {
   if (!userInfo) return;
   const auto found = userInfo->find(targetPIDKey);
   const auto* target = found == userInfo->end() ? nullptr : found->second.integer();
   if (!target || *target != use_.process.processIdentifier()) return;
 
-  use_.modePolicy.restoreGlobalFnState();
-  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::instanceTakeover);
+  use_.modePolicy.yields();
   use_.application.terminate();
 }
 

@@ -7,9 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/FnStateController.h"
 #include "core/ModePolicy.h"
-#include "core/StoredFnStates.h"
 #include "platform/Application.h"
 #include "platform/Bundle.h"
 #include "platform/Clock.h"
@@ -28,8 +26,6 @@ class InstanceTakeover {
   /// What it uses. `appLog` is the logger of the "app" category.
   struct Uses {
     ModePolicy& modePolicy;
-    FnStateController& fnStateController;
-    const StoredFnStates& storedFnStates;
     Application& application;
     Bundle& bundle;
     Clock& clock;
@@ -56,7 +52,6 @@ class InstanceTakeover {
   void postInstanceTakeover(std::int32_t targetProcess, const std::string& bundleIdentifier);
   bool waitForTermination(const RunningApplications& applications,
                           std::chrono::nanoseconds timeout);
-  void restoreGlobalFnStateBeforeForcedExit();
   void handleInstanceTakeover(const std::optional<PropertyDictionary>& userInfo);
 
   const Uses use_;

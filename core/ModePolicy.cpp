@@ -24,6 +24,33 @@ bool isSystemSettings(const std::optional<std::string>& bundleIdentifier) {
 
 }  // namespace
 
+void ModePolicy::takesOver() {
+  const auto preference = use_.fnStateController.readSystemFnStatePreference();
+  const auto target =
+      preference ? std::optional{fnStateFromPreference(*preference)} : use_.storedFnStates.global();
+  if (!target) return;
+  // Without an override in front the hardware holds the global mode already.
+  if (!overrideOf(use_.workspace.frontmostBundleIdentifier())) return;
+
+  const auto current = use_.fnStateController.readFnState();
+  if (!current) {
+    use_.appLog.error(
+        "Failed to read the current function key mode before forcing an older instance to exit: " +
+        std::string{errorDescription(current.error())});
+    return;
+  }
+  if (*current == *target) return;
+  if (const auto written = use_.fnStateController.writeFnState(*target); !written) {
+    use_.appLog.error(
+        "Failed to restore the global function key mode before forcing an older instance to "
+        "exit: " +
+        std::string{errorDescription(written.error())});
+    return;
+  }
+  use_.appLog.notice(
+      "Restored the global function key mode before forcing an older instance to exit.");
+}
+
 void ModePolicy::launched() {
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   applyStoredFnState();
@@ -77,6 +104,22 @@ ModesToOffer ModePolicy::menuOpens() {
 void ModePolicy::didWake() {
   refreshFromHardware();
   applyStoredFnState();
+}
+
+void ModePolicy::willSleep() {
+  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
+}
+
+void ModePolicy::yields() {
+  restoreGlobalFnState();
+  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::instanceTakeover);
+}
+
+void ModePolicy::willQuit() { restoreGlobalFnState(); }
+
+void ModePolicy::hasStopped() {
+  pruneLocalFnStates();
+  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
 }
 
 void ModePolicy::applyStoredFnState() {

@@ -46,8 +46,8 @@ struct ModesToOffer {
 /// A command's `source` is the keyboard that issued it; null for mouse and menu.
 class ModePolicy {
  public:
-  /// What it uses. `presenter` shows the mode; `stateLog` is the logger of the "state"
-  /// category.
+  /// What it uses. `presenter` shows the mode; the loggers are those of the categories
+  /// "state" and "app".
   struct Uses {
     FnStateController& fnStateController;
     StoredFnStates& storedFnStates;
@@ -56,6 +56,7 @@ class ModePolicy {
     MainQueue& mainQueue;
     ModePresenter& presenter;
     Logger& stateLog;
+    Logger& appLog;
   };
 
   explicit ModePolicy(const Uses& uses) : use_{uses} {}
@@ -67,6 +68,13 @@ class ModePolicy {
   bool isLocalScopeActive() const { return isLocalScopeActive_; }
 
   // What happened.
+
+  /// Older instances that don't answer are about to be forced out, which keeps them from
+  /// restoring the mode.
+  void takesOver();
+
+  /// A newer instance takes over.
+  void yields();
 
   /// Keyrow is in control of the keyboard now.
   void launched();
@@ -84,6 +92,13 @@ class ModePolicy {
 
   /// The Mac has woken up: the keyboard may have come back in another mode.
   void didWake();
+
+  /// The Mac is about to sleep.
+  void willSleep();
+
+  /// Keyrow is about to quit, and then has stopped everything.
+  void willQuit();
+  void hasStopped();
 
   // The user's commands.
 

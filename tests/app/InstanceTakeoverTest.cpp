@@ -29,7 +29,6 @@ const std::string restored =
 class InstanceTakeoverTest : public AppDelegateFixture {
  protected:
   std::unique_ptr<SimulatedProcess> older = std::make_unique<SimulatedProcess>(mac, 400);
-  StoredFnStates storedFnStates{process->platform().userDefaults};
 
   void SetUp() override {
     AppDelegateFixture::SetUp();
@@ -41,8 +40,6 @@ class InstanceTakeoverTest : public AppDelegateFixture {
   InstanceTakeover::Uses usesWith(Clock& clock) {
     const auto& platform = process->platform();
     return {.modePolicy = keyrow().modePolicy(),
-            .fnStateController = keyrow().fnStateController(),
-            .storedFnStates = storedFnStates,
             .application = platform.application,
             .bundle = platform.bundle,
             .clock = clock,

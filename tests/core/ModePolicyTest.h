@@ -118,7 +118,8 @@ class ModePolicyTest : public CoreTest {
                   .workspace = process.platform().workspace,
                   .mainQueue = process.platform().mainQueue,
                   .presenter = presenter,
-                  .stateLog = process.keyrow().diagnosticsLog().logger(LogCategory::state)}} {}
+                  .stateLog = process.keyrow().diagnosticsLog().logger(LogCategory::state),
+                  .appLog = process.keyrow().diagnosticsLog().logger(LogCategory::app)}} {}
 
     StoredFnStates storedFnStates;
     ModePolicy policy;
