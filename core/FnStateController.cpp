@@ -52,33 +52,44 @@ std::optional<bool> FnStateController::readSystemFnStatePreference() {
   return value ? value->boolValue() : std::nullopt;
 }
 
-void FnStateController::persistGlobalFnState(FnState state, FnStatePersistReason reason) {
+FnStateController::SynchronizedPreference FnStateController::readSynchronizedPreference() {
+  if (!use_.globalPreferences.synchronize()) {
+    return std::unexpected{KeyboardControllerError::readFailed};
+  }
+  const auto value = use_.globalPreferences.copyValue(fnStateDefaultsKey);
+  const auto isStandard = value ? value->boolValue() : std::nullopt;
+  return isStandard ? std::optional{fnStateFromPreference(*isStandard)} : std::nullopt;
+}
+
+bool FnStateController::persistGlobalFnState(FnState state, FnStatePersistReason reason) {
   const bool standard = state == FnState::standard;
   use_.globalPreferences.setValue(fnStateDefaultsKey, standard);
   if (!use_.globalPreferences.synchronize()) {
     use_.stateLog.error(stateLogText::failedToSynchronizePreference);
-    return;
+    return false;
   }
-  if (reason == FnStatePersistReason::quiet) return;
+  if (reason == FnStatePersistReason::quiet) return true;
   use_.stateLog.info("Persisted the global function key mode to NSUserDefaults for " +
                      std::string{persistReasonText(reason)} +
                      ": standardFunctionKeys=" + (standard ? "true" : "false"));
+  return true;
 }
 
-void FnStateController::persistStoredGlobalFnState(FnStatePersistReason reason) {
+std::optional<FnStateController::Persisted> FnStateController::persistStoredGlobalFnState(
+    FnStatePersistReason reason) {
   if (const auto stored = use_.storedFnStates.global()) {
-    persistGlobalFnState(*stored, reason);
-    return;
+    return Persisted{*stored, persistGlobalFnState(*stored, reason)};
   }
   const auto hardware = readFnState();
   if (!hardware) {
     use_.stateLog.error(std::string{stateLogText::failedToReadBeforePersisting} +
                         std::string{errorDescription(hardware.error())});
-    return;
+    return std::nullopt;
   }
-  persistGlobalFnState(*hardware, reason);
+  const bool isSynchronized = persistGlobalFnState(*hardware, reason);
   use_.stateLog.notice(
       "No stored global function key mode was found. Persisted the current hardware mode instead.");
+  return Persisted{*hardware, isSynchronized};
 }
 
 }  // namespace keyrow

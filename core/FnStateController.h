@@ -42,12 +42,24 @@ class FnStateController {
   /// and no Boolean.
   std::optional<bool> readSystemFnStatePreference();
 
-  /// Writes a mode into the system preference. Logs how that went; never fails.
-  void persistGlobalFnState(FnState state, FnStatePersistReason reason);
+  /// The mode of the system preference as others see it: absent when there is none, and
+  /// `readFailed` when it may be older than what others wrote.
+  using SynchronizedPreference = std::expected<std::optional<FnState>, KeyboardControllerError>;
+  SynchronizedPreference readSynchronizedPreference();
+
+  /// Writes a mode into the system preference, and logs how that went. False when others
+  /// cannot see it yet.
+  bool persistGlobalFnState(FnState state, FnStatePersistReason reason);
+
+  /// A mode that was written into the system preference, and whether others see it.
+  struct Persisted {
+    FnState state;
+    bool isSynchronized;
+  };
 
   /// Writes the stored global mode into the system preference, or the hardware's mode
-  /// when none is stored. Logs how that went; never fails.
-  void persistStoredGlobalFnState(FnStatePersistReason reason);
+  /// when none is stored. Logs how that went; absent when there is no mode to write.
+  std::optional<Persisted> persistStoredGlobalFnState(FnStatePersistReason reason);
 
  private:
   const Uses use_;

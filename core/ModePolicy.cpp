@@ -17,6 +17,18 @@ constexpr auto retryDelay = 350ms;
 constexpr std::string_view applyGlobalAction = "apply the stored global function key mode";
 constexpr std::string_view applyLocalAction = "apply the stored local function key mode";
 
+/// Where a mode was found that somebody has chosen, as the log names it.
+namespace origin {
+constexpr std::string_view appSwitch = "from hardware during app switch";
+constexpr std::string_view leavingSystemSettings = "from hardware after leaving System Settings";
+constexpr std::string_view command = "from hardware before a command";
+constexpr std::string_view takeover = "from hardware before instance takeover";
+constexpr std::string_view sleep = "from hardware before system sleep";
+constexpr std::string_view termination = "from hardware before application termination";
+constexpr std::string_view launch = "from System Settings at launch";
+constexpr std::string_view wake = "from System Settings at wake";
+}  // namespace origin
+
 bool isSystemSettings(const std::optional<std::string>& bundleIdentifier) {
   return bundleIdentifier == "com.apple.systempreferences" ||
          bundleIdentifier == "com.apple.SystemSettings";
@@ -24,7 +36,10 @@ bool isSystemSettings(const std::optional<std::string>& bundleIdentifier) {
 
 }  // namespace
 
+// What happened.
+
 void ModePolicy::takesOver() {
+  adoptByEvidence(origin::takeover);
   const auto preference = use_.fnStateController.readSystemFnStatePreference();
   const auto target =
       preference ? std::optional{fnStateFromPreference(*preference)} : use_.storedFnStates.global();
@@ -51,37 +66,75 @@ void ModePolicy::takesOver() {
       "Restored the global function key mode before forcing an older instance to exit.");
 }
 
+void ModePolicy::yields() {
+  adopt(origin::takeover, mayAdoptFromHardware());
+  restoreGlobalFnState();
+  persist(FnStatePersistReason::instanceTakeover);
+}
+
 void ModePolicy::launched() {
+  isInControl_ = true;
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
+  if (use_.storedFnStates.global()) {
+    // A Keyrow that was killed may have left an override's mode there.
+    leftover_ = Leftover{lastKnownFnState_};
+    adoptByEvidence(origin::launch);
+  } else {
+    notePreference(use_.fnStateController.readSynchronizedPreference());
+  }
+  // Once the override is applied, the hardware cannot tell any more.
+  if (overrideOf(lastActivatedBundleIdentifier_)) storedGlobalFnState();
   applyStoredFnState();
 }
 
 bool ModePolicy::switchedApplication() {
-  const bool leavesSystemSettings = syncAfterLeavingSystemSettings();
-  syncFromHardware();
+  if (!isInControl_) return false;
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
+  const auto previous = std::exchange(lastActivatedBundleIdentifier_, frontmost);
+  const bool leavesSystemSettings = isSystemSettings(previous) && !isSystemSettings(frontmost);
+  const auto origin = leavesSystemSettings ? origin::leavingSystemSettings : origin::appSwitch;
+  if (!adoptByEvidence(origin)) {
+    if (leavesSystemSettings) adoptFromHardware(currentFnState(), origin);
+    if (!isLocalScopeActive_) adoptFromHardware(currentFnState(), origin::appSwitch);
+  }
   applyStoredFnState();
   return leavesSystemSettings;
 }
 
-bool ModePolicy::syncAfterLeavingSystemSettings() {
-  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
-  const auto previous = std::exchange(lastActivatedBundleIdentifier_, frontmost);
-  if (!isSystemSettings(previous) || isSystemSettings(frontmost)) return false;
-  const auto hardware = currentFnState();
-  if (hardware && !isLeftover(*hardware)) {
-    syncStoredGlobalFnState(*hardware, "from hardware after leaving System Settings");
-  }
-  return true;
+void ModePolicy::willSleep() {
+  adopt(origin::sleep, mayAdoptFromHardware());
+  persist(FnStatePersistReason::systemSleep);
 }
 
-void ModePolicy::syncFromHardware() {
-  // While an override is in force the hardware holds the override's mode.
-  if (isLocalScopeActive_) return;
-  const auto hardware = currentFnState();
-  if (hardware && !isLeftover(*hardware)) {
-    syncStoredGlobalFnState(*hardware, "from hardware during app switch");
-  }
+void ModePolicy::didWake() {
+  // The hardware may have come back in a mode that nobody has chosen.
+  adopt(origin::wake, /*alsoFromHardware=*/false);
+  refreshFromHardware();
+  applyStoredFnState();
 }
+
+void ModePolicy::willQuit() {
+  adopt(origin::termination, mayAdoptFromHardware());
+  restoreGlobalFnState();
+}
+
+void ModePolicy::hasStopped() {
+  pruneLocalFnStates();
+  persist(FnStatePersistReason::applicationTermination);
+}
+
+ModesToOffer ModePolicy::menuOpens() {
+  // What it shows is to be what a command would depart from.
+  beforeCommand();
+  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
+  ModesToOffer modes{.global = globalOrCurrentFnState(),
+                     .local = overrideOf(frontmost),
+                     .hasFrontmostApplication = frontmost.has_value()};
+  if (!modes.local) modes.local = modes.global;
+  return modes;
+}
+
+// The user's commands.
 
 void ModePolicy::clicked() {
   if (isLocalScopeActive_) {
@@ -91,91 +144,59 @@ void ModePolicy::clicked() {
   }
 }
 
-ModesToOffer ModePolicy::menuOpens() {
-  ModesToOffer modes;
-  modes.global = globalOrCurrentFnState();
-  const auto frontmost = use_.workspace.frontmostBundleIdentifier();
-  modes.hasFrontmostApplication = frontmost.has_value();
-  modes.local = overrideOf(frontmost);
-  if (!modes.local) modes.local = globalOrCurrentFnState();
-  return modes;
-}
-
-void ModePolicy::didWake() {
-  refreshFromHardware();
-  applyStoredFnState();
-}
-
-void ModePolicy::willSleep() {
-  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::systemSleep);
-}
-
-void ModePolicy::yields() {
-  restoreGlobalFnState();
-  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::instanceTakeover);
-}
-
-void ModePolicy::willQuit() { restoreGlobalFnState(); }
-
-void ModePolicy::hasStopped() {
-  pruneLocalFnStates();
-  use_.fnStateController.persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
-}
-
-void ModePolicy::applyStoredFnState() {
-  if (const auto local = overrideOf(use_.workspace.frontmostBundleIdentifier())) {
-    if (apply(*local, applyLocalAction, nullptr)) setScope(true);
-    return;
-  }
-  const auto global = storedGlobalFnState();
-  if (!global) {
-    refreshFromHardware();
-    return;
-  }
-  if (apply(*global, applyGlobalAction, nullptr)) setScope(false);
-}
-
-void ModePolicy::syncStoredGlobalFnState(FnState state, std::string_view origin) {
-  if (use_.storedFnStates.global() == state) return;
-  use_.storedFnStates.setGlobal(state);
-  use_.stateLog.notice(std::string{stateLogText::synchronizedGlobal} + std::string{origin} + ": " +
-                       std::string{modeText(state)} + ".");
-}
-
 void ModePolicy::setGlobalFnState(FnState state, const KeyboardDeviceSource* source) {
+  beforeCommand();
+  setGlobal(state, source);
+}
+
+void ModePolicy::setGlobal(FnState state, const KeyboardDeviceSource* source) {
   const std::string mode{modeText(state)};
   if (!apply(state, "set the global function key mode to " + mode, source)) return;
-  use_.storedFnStates.setGlobal(state);
+  storeGlobal(state);
   setScope(false);
   use_.stateLog.notice(std::string{stateLogText::setGlobal} + mode + sourceSuffix(source) + ".");
 }
 
 void ModePolicy::toggleGlobalFnState(const KeyboardDeviceSource* source) {
-  if (const auto base = globalOrCurrentFnState()) setGlobalFnState(otherFnState(*base), source);
+  beforeCommand();
+  toggleGlobal(source);
+}
+
+void ModePolicy::toggleGlobal(const KeyboardDeviceSource* source) {
+  if (const auto base = globalOrCurrentFnState()) setGlobal(otherFnState(*base), source);
 }
 
 void ModePolicy::setLocalFnState(FnState state, const std::string& bundleIdentifier,
                                  const KeyboardDeviceSource* source) {
+  beforeCommand();
+  setLocal(state, bundleIdentifier, source);
+}
+
+void ModePolicy::setLocal(FnState state, const std::string& bundleIdentifier,
+                          const KeyboardDeviceSource* source) {
   const auto target = "local function key override for the frontmost app to " +
                       std::string{modeText(state)} + appSuffix(bundleIdentifier);
   if (!apply(state, "set a " + target, source)) return;
+  leftover_ = Leftover{state, /*isOfOverride=*/true};
   use_.storedFnStates.setLocal(bundleIdentifier, state);
   setScope(true);
   use_.stateLog.notice("Set a " + target + sourceSuffix(source) + ".");
 }
 
 void ModePolicy::toggleLocalOverride(const KeyboardDeviceSource* source) {
+  beforeCommand();
   const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   if (!frontmost) return;
   auto base = overrideOf(frontmost);
   if (!base) base = globalOrCurrentFnState();
-  if (base) setLocalFnState(otherFnState(*base), *frontmost, source);
+  if (base) setLocal(otherFnState(*base), *frontmost, source);
 }
 
 void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
+  beforeCommand();
   const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   if (!overrideOf(frontmost)) {
-    toggleGlobalFnState(source);
+    toggleGlobal(source);
     return;
   }
   const auto suffixes = appSuffix(*frontmost) + sourceSuffix(source);
@@ -192,6 +213,107 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
   use_.stateLog.notice(std::string{stateLogText::clearedOverride} + suffixes + ".");
 }
 
+// What somebody has chosen behind Keyrow's back.
+
+void ModePolicy::beforeCommand() { adopt(origin::command, mayAdoptFromHardware()); }
+
+bool ModePolicy::mayAdoptFromHardware() const {
+  return !isLocalScopeActive_ || isSystemSettings(lastActivatedBundleIdentifier_);
+}
+
+void ModePolicy::adopt(std::string_view origin, bool alsoFromHardware) {
+  if (!isInControl_) return;
+  if (adoptByEvidence(origin) || !alsoFromHardware) return;
+  const auto hardware = use_.fnStateController.readFnState();
+  if (hardware) adoptFromHardware(*hardware, origin);
+}
+
+bool ModePolicy::adoptByEvidence(std::string_view origin) {
+  const auto chosen = chosenInSystemSettings();
+  if (!chosen) return false;
+  leftover_.reset();
+  syncStoredGlobalFnState(*chosen, origin);
+  return true;
+}
+
+void ModePolicy::adoptFromHardware(std::optional<FnState> hardware, std::string_view origin) {
+  if (hardware && !isLeftover(*hardware)) syncStoredGlobalFnState(*hardware, origin);
+}
+
+void ModePolicy::syncStoredGlobalFnState(FnState state, std::string_view origin) {
+  if (use_.storedFnStates.global() == state) return;
+  storeGlobal(state);
+  use_.stateLog.notice(std::string{stateLogText::synchronizedGlobal} + std::string{origin} + ": " +
+                       std::string{modeText(state)} + ".");
+  // Before the launch there is nothing that could show it.
+  if (isInControl_ && lastKnownFnState_ != state) setLastKnownFnState(state);
+}
+
+/// The mode that the system preference and the hardware have in common, when Keyrow has
+/// neither seen it in the preference nor put it there. Counts once.
+std::optional<FnState> ModePolicy::chosenInSystemSettings() {
+  const auto preference = use_.fnStateController.readSynchronizedPreference();
+  const auto seen = lastSeenPreference();
+  if (!preference || !*preference || !seen || rawValue(**preference) == *seen) {
+    notePreference(preference);
+    return std::nullopt;
+  }
+  // Keyrow's own may have got there only now.
+  const bool isOwn = *preference == unwrittenPreference_;
+  const auto hardware = use_.fnStateController.readFnState();
+  // What cannot be decided now may be evidence later.
+  if (!hardware && !isOwn) return std::nullopt;
+  notePreference(preference);
+  return !isOwn && *hardware == **preference ? *preference : std::nullopt;
+}
+
+/// What is in the preference now is no evidence any more.
+void ModePolicy::notePreference(const SynchronizedPreference& preference) {
+  if (!preference) return;
+  unwrittenPreference_.reset();
+  if (*preference) {
+    keepPreference(rawValue(**preference));
+  } else if (!lastSeenPreference()) {
+    keepPreference(StoredFnStates::noPreference);
+  }
+}
+
+void ModePolicy::keepPreference(std::int64_t preference) {
+  unkeptPreference_.reset();
+  if (use_.storedFnStates.lastSeenPreference() == preference) return;
+  if (!use_.storedFnStates.setLastSeenPreference(preference)) unkeptPreference_ = preference;
+}
+
+std::optional<std::int64_t> ModePolicy::lastSeenPreference() const {
+  return unkeptPreference_ ? unkeptPreference_ : use_.storedFnStates.lastSeenPreference();
+}
+
+bool ModePolicy::isLeftover(FnState hardware) {
+  if (!leftover_) return false;
+  if (!leftover_->mode) leftover_->mode = hardware;
+  if (leftover_->mode == hardware) return true;
+  // Somebody has changed it: from now on this one is a choice, too.
+  leftover_.reset();
+  return false;
+}
+
+// What these come down to.
+
+void ModePolicy::applyStoredFnState() {
+  if (const auto local = overrideOf(use_.workspace.frontmostBundleIdentifier())) {
+    if (!apply(*local, applyLocalAction, nullptr)) return;
+    leftover_ = Leftover{*local, /*isOfOverride=*/true};
+    setScope(true);
+    return;
+  }
+  const auto global = storedGlobalFnState();
+  if (!global) {
+    refreshFromHardware();
+    return;
+  }
+  if (apply(*global, applyGlobalAction, nullptr)) setScope(false);
+}
+
 void ModePolicy::restoreGlobalFnState() {
   const auto global = storedGlobalFnState();
   if (!global) {
@@ -203,6 +325,7 @@ void ModePolicy::restoreGlobalFnState() {
                         std::string{errorDescription(written.error())});
     return;
   }
+  leftover_.reset();
   lastKnownFnState_ = global;
   setScope(false);
   use_.stateLog.notice("Restored the global function key mode before termination: " +
@@ -214,14 +337,39 @@ std::optional<FnState> ModePolicy::storedGlobalFnState() {
 
   if (const auto preference = use_.fnStateController.readSystemFnStatePreference()) {
     const auto state = fnStateFromPreference(*preference);
-    use_.storedFnStates.setGlobal(state);
+    storeGlobal(state);
     use_.stateLog.notice("Initialized the stored global function key mode from System Settings: " +
                          std::string{modeText(state)} + ".");
     return state;
   }
+  if (holdsOverride()) {
+    use_.stateLog.notice(stateLogText::overrideIsNotGlobal);
+    return std::nullopt;
+  }
   const auto hardware = currentFnState();
-  if (hardware) use_.storedFnStates.setGlobal(*hardware);
+  if (hardware) storeGlobal(*hardware);
   return hardware;
+}
+
+void ModePolicy::storeGlobal(FnState state) {
+  use_.storedFnStates.setGlobal(state);
+  if (isInControl_) notePreference(use_.fnStateController.readSynchronizedPreference());
+}
+
+/// Puts the global mode where System Settings shows it.
+void ModePolicy::persist(FnStatePersistReason reason) {
+  if (holdsOverride() && !use_.storedFnStates.global()) {
+    use_.stateLog.notice(stateLogText::overrideIsNotPersisted);
+    return;
+  }
+  const auto persisted = use_.fnStateController.persistStoredGlobalFnState(reason);
+  if (!persisted || !isInControl_) return;
+  unwrittenPreference_.reset();
+  if (persisted->isSynchronized) {
+    keepPreference(rawValue(persisted->state));
+  } else {
+    unwrittenPreference_ = persisted->state;
+  }
 }
 
 std::optional<FnState> ModePolicy::currentFnState() {
@@ -232,14 +380,11 @@ std::optional<FnState> ModePolicy::currentFnState() {
   return std::nullopt;
 }
 
+/// A read that fails is logged once, and tried once more.
 std::optional<FnState> ModePolicy::globalOrCurrentFnState() {
-  const auto stored = storedGlobalFnState();
-  return stored ? stored : currentFnState();
-}
-
-bool ModePolicy::isLeftover(FnState hardware) const {
-  return (isLocalScopeActive_ || hasFailedToApply_) &&
-         lastKnownFnState_.value_or(hardware) == hardware;
+  if (const auto stored = storedGlobalFnState()) return stored;
+  const auto hardware = use_.fnStateController.readFnState();
+  return hardware ? std::optional{*hardware} : std::nullopt;
 }
 
 void ModePolicy::refreshFromHardware() {
@@ -266,15 +411,23 @@ void ModePolicy::pruneLocalFnStates() {
 }
 
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {
-  const auto written = use_.fnStateController.writeFnState(state);
-  hasFailedToApply_ = !written;
-  if (!written) {
+  if (const auto written = use_.fnStateController.writeFnState(state); !written) {
     use_.stateLog.error("Failed to " + std::string{action} + ": " +
                         std::string{errorDescription(written.error())} + sourceSuffix(source));
+    rememberLeftover();
     return false;
   }
+  leftover_.reset();
   setLastKnownFnState(state);
   return true;
+}
+
+/// Whatever is there, it is not what was to be there.
+void ModePolicy::rememberLeftover() {
+  const auto hardware = use_.fnStateController.readFnState();
+  const auto before = leftover_.value_or(Leftover{lastKnownFnState_});
+  const auto mode = hardware ? std::optional{*hardware} : before.mode;
+  leftover_ = Leftover{mode, before.isOfOverride && (!before.mode || mode == before.mode)};
 }
 
 void ModePolicy::setScope(bool isLocal) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <list>
 #include <optional>
 #include <string>
@@ -8,6 +9,7 @@
 #include "core/AppSettings.h"
 #include "core/FnState.h"
 #include "core/FnStateController.h"
+#include "core/FnStatePersistReason.h"
 #include "core/KeyboardDeviceSource.h"
 #include "core/StoredFnStates.h"
 #include "platform/MainQueue.h"
@@ -42,6 +44,15 @@ struct ModesToOffer {
 /// global mode. Others tell it what happened, and show what it decided. Main thread only.
 /// Nothing fails outward: what goes wrong is logged, and a mode is stored only after the
 /// hardware took it.
+///
+/// The user may choose the global mode elsewhere, too. That is adopted for two reasons:
+///
+/// - There is evidence: the system preference is another one than Keyrow last saw or wrote
+///   there, and the hardware holds the same mode. So it was chosen in System Settings, and
+///   counts whatever override is in force.
+/// - The hardware holds a mode that is no leftover, where no override is in force or System
+///   Settings is in front. A leftover is the mode of an override, what was there before a
+///   write that failed, and what was there at launch.
 ///
 /// A command's `source` is the keyboard that issued it; null for mouse and menu.
 class ModePolicy {
@@ -126,7 +137,7 @@ class ModePolicy {
   void restoreGlobalFnState();
 
   /// The stored global mode. Where none is stored, the system preference's or else the
-  /// hardware's is stored first; absent when neither can be read.
+  /// hardware's is stored first, unless that is an override's; absent when there is neither.
   std::optional<FnState> storedGlobalFnState();
 
   /// Brings `lastKnownFnState` up to date with the hardware; retries a failed read at
@@ -137,24 +148,44 @@ class ModePolicy {
   void pruneLocalFnStates();
 
  private:
-  /// Adopts a mode found in the hardware as the stored global mode. `origin` tells the
-  /// log where it was found.
+  using SynchronizedPreference = FnStateController::SynchronizedPreference;
+
+  /// A mode in the hardware that nobody has chosen for all applications.
+  struct Leftover {
+    /// Absent while it has not been read.
+    std::optional<FnState> mode;
+    /// Whether it came of an override.
+    bool isOfOverride = false;
+  };
+
+  // What somebody has chosen behind Keyrow's back. `origin` tells the log where it was found.
+
+  void beforeCommand();
+  void adopt(std::string_view origin, bool alsoFromHardware);
+  bool adoptByEvidence(std::string_view origin);
+  void adoptFromHardware(std::optional<FnState> hardware, std::string_view origin);
   void syncStoredGlobalFnState(FnState state, std::string_view origin);
+  std::optional<FnState> chosenInSystemSettings();
+  void notePreference(const SynchronizedPreference& preference);
+  void keepPreference(std::int64_t preference);
+  std::optional<std::int64_t> lastSeenPreference() const;
+  bool isLeftover(FnState hardware);
+  bool holdsOverride() const { return leftover_ && leftover_->isOfOverride; }
+  bool mayAdoptFromHardware() const;
 
-  /// The hardware's mode; absent, and logged, when it cannot be read.
+  // What the commands do, once that is settled.
+
+  void setGlobal(FnState state, const KeyboardDeviceSource* source);
+  void toggleGlobal(const KeyboardDeviceSource* source);
+  void setLocal(FnState state, const std::string& bundleIdentifier,
+                const KeyboardDeviceSource* source);
+
   std::optional<FnState> currentFnState();
-
-  /// The stored global mode, or else the hardware's; absent when neither can be read.
   std::optional<FnState> globalOrCurrentFnState();
-
-  /// Whether a mode that is found in the hardware is one that nobody has chosen for all
-  /// applications: the override in force, or what was there before Keyrow failed to apply
-  /// another mode, such as the override of a Keyrow that was killed.
-  bool isLeftover(FnState hardware) const;
-
-  bool syncAfterLeavingSystemSettings();
-  void syncFromHardware();
+  void storeGlobal(FnState state);
+  void persist(FnStatePersistReason reason);
   bool apply(FnState state, std::string_view action, const KeyboardDeviceSource* source);
+  void rememberLeftover();
   void setScope(bool isLocal);
   void setLastKnownFnState(FnState state);
   std::optional<FnState> overrideOf(const std::optional<std::string>& bundleIdentifier) const;
@@ -165,12 +196,18 @@ class ModePolicy {
 
   const Uses use_;
 
+  /// It has been launched: from now on what it finds may be somebody's choice.
+  bool isInControl_ = false;
   std::optional<FnState> lastKnownFnState_;
   bool isLocalScopeActive_ = false;
   /// The application that was frontmost at the last activation, or at launch.
   std::optional<std::string> lastActivatedBundleIdentifier_;
-  /// The last mode that was to be applied could not be written.
-  bool hasFailedToApply_ = false;
+  /// What is in the hardware, unless it was chosen; absent when it was.
+  std::optional<Leftover> leftover_;
+  /// What was seen in the system preference and could not be kept.
+  std::optional<std::int64_t> unkeptPreference_;
+  /// What was written into the system preference and could not be synchronised.
+  std::optional<FnState> unwrittenPreference_;
   /// Consecutive failed hardware reads.
   int IOKitRetryCount_ = 0;
   /// Each retry removes itself.

@@ -59,4 +59,16 @@ std::vector<std::string> StoredFnStates::localBundleIdentifiers() const {
   return identifiers;
 }
 
+std::optional<std::int64_t> StoredFnStates::lastSeenPreference() const {
+  const auto object = userDefaults_.object(settingsKey::lastSeenFnStatePreference);
+  const auto* value = object ? object->integer() : nullptr;
+  if (!value || (*value != noPreference && !fnStateFromRawValue(*value))) return std::nullopt;
+  return *value;
+}
+
+bool StoredFnStates::setLastSeenPreference(std::int64_t preference) {
+  userDefaults_.setObject(settingsKey::lastSeenFnStatePreference, preference);
+  return lastSeenPreference() == preference;
+}
+
 }  // namespace keyrow

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,15 @@ class StoredFnStates {
 
   /// Every application that has an entry, also one whose value is no mode.
   std::vector<std::string> localBundleIdentifiers() const;
+
+  /// What is kept for `lastSeenPreference` where there was no preference.
+  static constexpr std::int64_t noPreference = -1;
+
+  /// The raw value of the mode that Keyrow last saw in the system preference or wrote
+  /// there, or `noPreference`; absent when nothing is kept.
+  std::optional<std::int64_t> lastSeenPreference() const;
+  /// False when it could not be kept.
+  bool setLastSeenPreference(std::int64_t preference);
 
  private:
   UserDefaults& userDefaults_;

@@ -6,6 +6,7 @@
 #include "reliability/Session.h"
 #include "reliability/StageChecks.h"
 #include "reliability/Sweeps.h"
+#include "sim/machine/ModeWords.h"
 #include "sim/ports/SimulatedMainRunLoop.h"
 
 namespace keyrow::reliability {
@@ -23,6 +24,18 @@ StoredModes storedModes(sim::Stage& stage) {
   const auto* overrides = local ? local->dictionary() : nullptr;
   return {.global = stage.storedFnStates().global(),
           .overrides = overrides ? *overrides : PropertyDictionary{}};
+}
+
+/// What was chosen there before Keyrow was killed, or while it did not run, and it has not seen.
+std::optional<FnState> chosenInSystemSettings(sim::Stage& stage) {
+  const auto seen = stage.storedFnStates().lastSeenPreference();
+  const auto preference = stage.mac.globalPreferences.value(GlobalPreferences::domain,
+                                                            FnStateController::fnStateDefaultsKey);
+  const auto isStandard = preference ? preference->boolValue() : std::nullopt;
+  if (!seen || !isStandard) return std::nullopt;
+  const auto mode = fnStateFromPreference(*isStandard);
+  const bool isAgreed = sim::modeOfWord(stage.mac.hid.modeName()) == mode;
+  return isAgreed && rawValue(mode) != *seen ? std::optional{mode} : std::nullopt;
 }
 
 struct Crash {
@@ -55,11 +68,13 @@ Crash playUntilCrash(const sim::Scenario& scenario, std::uint64_t point, Session
 std::string problemAfterRelaunch(sim::Stage& stage) {
   stage.mac.faults.clear();
   const auto before = storedModes(stage);
+  const auto chosen = chosenInSystemSettings(stage);
   stage.launchKeyrow();
   stage.mac.scheduler.runReady();
   const auto now = storedModes(stage);
 
-  if (before.global && now.global != before.global) return "the global mode is another one";
+  const auto expected = chosen && before.global ? chosen : before.global;
+  if (expected && now.global != expected) return "the global mode is another one";
   for (const auto& [app, mode] : before.overrides) {
     const auto found = now.overrides.find(app);
     const bool isLost = found == now.overrides.end() && stage.mac.applications.isInstalled(app);

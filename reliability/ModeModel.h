@@ -2,81 +2,86 @@
 
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
-#include <string_view>
 
 #include "core/FnState.h"
 
 namespace keyrow::reliability {
 
-/// What a user would say about Keyrow's modes, stated a second time and as simply as it
-/// goes: what is remembered, and for each command what comes of it. It knows of one Keyrow,
-/// of keyboards that can or cannot be read and written, and of nothing else that fails.
+/// The modes as they are on the machine.
+struct Modes {
+  /// What the keyboard holds; absent when that is no mode.
+  std::optional<FnState> hardware;
+  std::optional<FnState> preference;
+  /// What is stored.
+  std::optional<FnState> global;
+  std::map<std::string, FnState> overrides;
+  /// What the status item shows.
+  std::optional<FnState> shown;
+  bool isLocal = false;
+};
+
+/// What users may count on: the last mode that somebody chose for all applications, and that
+/// was taken, is the one that is found. It knows what users did, and nothing of how Keyrow
+/// finds out.
 class ModeModel {
  public:
-  using App = std::optional<std::string>;
+  /// The mode that was chosen last; absent where nobody was promised anything.
+  const std::optional<FnState>& chosen() const { return chosen_; }
 
-  /// What there is to compare.
-  struct State {
-    /// What the keyboard holds; absent when that is no mode.
-    std::optional<FnState> hardware = FnState::special;
-    std::optional<FnState> preference;
-    std::optional<FnState> global;
-    std::map<std::string, FnState> overrides;
-    /// What the status item shows.
-    std::optional<FnState> shown;
-    bool isLocal = false;
+  /// Whether Keyrow had no opportunity yet to notice that choice.
+  bool isUnseen() const { return isUnseen_; }
 
-    friend bool operator==(const State&, const State&) = default;
-  };
+  /// Somebody chose a mode with Keyrow, and the keyboard took it.
+  void chooseWithKeyrow(FnState mode) {
+    chosen_ = mode;
+    isUnseen_ = false;
+  }
 
-  State state;
-  bool canRead = true;
-  bool canWrite = true;
-  bool isRunning = false;
-  /// The last mode that was to be written could not be.
-  bool hasFailedToWrite = false;
-  App frontmost;
-  /// The application before the last switch, as Keyrow knows it.
-  App previous;
-  std::set<std::string> installed;
+  /// Somebody chose a mode in System Settings: keyboard and preference took it. Nobody can tell
+  /// where the preference is as Keyrow has last seen it.
+  void chooseInSystemSettings(FnState mode) {
+    if (mode == chosen_ && !isUnseen_) return;
+    forget();
+    if (!seenPreference_ || mode == *seenPreference_) return;
+    chosen_ = mode;
+    isUnseen_ = true;
+  }
 
-  bool wasInSystemSettings() const;
+  /// Something else has put a mode where Keyrow looks for choices. Nobody knows whether it was
+  /// one.
+  void meddle(std::optional<FnState> mode) {
+    if (mode != chosen_ || isUnseen_) forget();
+  }
 
-  void launch();
-  void quit();
-  /// Without any goodbye.
-  void kill();
-  void switchTo(const App& app);
-  void setGlobal(FnState mode);
-  void setOverride(FnState mode, const std::string& app);
-  void toggleGlobal();
-  void toggleOverride();
-  void clearOverride();
-  /// The item in the menu bar is clicked.
-  void click();
-  /// Its menu is opened: it has to know the modes that it offers.
-  void openMenu();
-  void sleep();
-  void wake();
-  /// System Settings, or the keyboard itself, changes the mode behind Keyrow's back.
-  void changeInSystemSettings(FnState mode);
-  void changeInHardware(std::optional<FnState> mode) { state.hardware = mode; }
+  /// Keyrow has had the opportunity to notice what was chosen, with this preference.
+  void look(std::optional<FnState> preference) {
+    isUnseen_ = false;
+    if (preference) seenPreference_ = preference;
+  }
+
+  /// Keyrow has had it, but could not see.
+  void miss() { seenPreference_.reset(); }
+
+  /// Nobody knows what Keyrow has noticed.
+  void loseTrack() {
+    forget();
+    seenPreference_.reset();
+  }
+
+  void forget() {
+    chosen_.reset();
+    isUnseen_ = false;
+  }
 
  private:
-  std::optional<FnState> readable() const { return canRead ? state.hardware : std::nullopt; }
-  std::optional<FnState> overrideInFront() const;
-  std::optional<FnState> global();
-  std::optional<FnState> globalOrHardware();
-  bool write(FnState mode);
-  void apply();
-  void refresh();
-  void adopt(std::optional<FnState> mode);
-  void prune();
+  std::optional<FnState> chosen_;
+  bool isUnseen_ = false;
+  /// The system preference when Keyrow looked last; absent where nobody knows.
+  std::optional<FnState> seenPreference_;
 };
 
 /// For messages.
-std::string text(const ModeModel::State& state);
+std::string text(const Modes& modes);
 
 }  // namespace keyrow::reliability

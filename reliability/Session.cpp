@@ -13,7 +13,6 @@
 #include "sim/scenario/EventPattern.h"
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/ScenarioPlayer.h"
-#include "ui/FnReplacementMenu.h"
 
 namespace keyrow::reliability {
 
@@ -30,10 +29,7 @@ bool isAnothersHand(const sim::Action& action) {
 }  // namespace
 
 Session::Session() {
-  model_.installed = {"com.apple.finder", "com.apple.systempreferences",
-                      "com.apple.SystemSettings"};
-  model_.state = actualState();
-  stage.mac.whenKeyrowQuits = [this] { farewells_.push_back(actualState()); };
+  stage.mac.whenKeyrowQuits = [this] { farewells_.push_back(actualModes()); };
 }
 
 std::string Session::play(const std::string& line) {
@@ -56,192 +52,167 @@ std::string Session::play(const sim::Step& step) {
 
   const auto* action = step.action();
   if (!action || outcome.kind == sim::Outcome::Kind::endless) return outcome.message;
-  if (outcome.kind != sim::Outcome::Kind::done && !stage.recentTimeline().empty()) {
-    // Though something about it was wrong, it was carried out.
-    adoptActual(/*isSwitch=*/false);
-  } else if (outcome.kind == sim::Outcome::Kind::done) {
-    const bool isKnown = !isCutShort && tellModel(*action, before) && followFrontmost();
-    const bool isDisturbedNow = wasDisturbed || isDisturbed();
-    if (!isKnown || isDisturbedNow) {
-      adoptActual(/*isSwitch=*/std::holds_alternative<sim::Front>(*action) && !isDisturbedNow);
-    } else {
-      ++comparedCount_;
-    }
+  const bool isCarriedOut = outcome.kind == sim::Outcome::Kind::done;
+  const bool isWithoutEffect = !isCarriedOut && stage.recentTimeline().empty();
+  std::string problem;
+  if (isCutShort || wasDisturbed || isDisturbed() || (!isCarriedOut && !isWithoutEffect)) {
+    model_.loseTrack();
+  } else if (isCarriedOut) {
+    problem = followChoice(*action, before);
   }
-  // A write that worked leaves no doubt.
-  if (!isDisturbed() && stage.mac.hid.writtenCount() > before.writtenCount && !hasFailedToWrite()) {
-    isWriteUncertain_ = false;
-  }
-  for (auto problem :
-       {compareWithModel(), wrongStorage(*action, before), wrongLoss(*action, before),
-        wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
-        wrongTap(*action, before, outcome.kind == sim::Outcome::Kind::done), keyPairs.takeProblem(),
-        leaks(stage)}) {
-    if (!problem.empty()) return problem;
+  for (auto other : {problem, wrongStorage(*action, before), wrongLoss(*action, before),
+                     wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
+                     wrongTap(*action, before, isCarriedOut), keyPairs.takeProblem(), leaks(stage)}) {
+    if (!other.empty()) return other;
   }
   return {};
 }
 
 std::string Session::end() {
+  const bool isPromised = model_.chosen() && !isDisturbed();
   auto problem = wrongComeback();
-  if (problem.empty()) problem = problemAfterQuit(stage);
+  if (!problem.empty()) return problem;
+  // What was chosen while it did not run, it finds at the next launch.
+  stage.mac.faults.clear();
+  if (isPromised && !stage.process()) stage.launchKeyrow();
+  problem = problemAfterQuit(stage);
   if (problem.empty() && stage.mac.eventTaps.stalledCount() > 0) problem = "keys are stalled";
-  return problem;
+  if (!problem.empty() || !isPromised) return problem;
+  return actualModes().global == model_.chosen() ? "" : "the chosen mode is lost at the end";
 }
 
 Session::Before Session::look() {
   auto* process = stage.process();
-  return {
-      .state = actualState(),
-      .runningProcess = process ? std::optional{process->processID()} : std::nullopt,
-      .runningCount = stage.runningCount(),
-      .shortcutTitle =
-          process ? process->simulatedPlatform().general.localShortcutTitle : std::string{},
-      .writtenCount = stage.mac.hid.writtenCount(),
-      .isAnythingHeld = stage.mac.keyboardFilters.isAnythingDown(),
-      .isTapWorking = stage.mac.eventTaps.state() == "working" && stage.mac.isAccessibilityGranted,
-      .isAsleep = stage.mac.power.isAsleep()};
+  const auto seen = stage.storedFnStates().lastSeenPreference();
+  const auto modes = actualModes();
+  return {.modes = modes,
+          .isPreferenceNews = seen && modes.preference && rawValue(*modes.preference) != *seen,
+          .runningProcess = process ? std::optional{process->processID()} : std::nullopt,
+          .runningCount = stage.runningCount(),
+          .frontmost = stage.mac.applications.frontmost(),
+          .writtenCount = stage.mac.hid.writtenCount(),
+          .isAsleep = stage.mac.power.isAsleep()};
 }
 
-ModeModel::State Session::actualState() {
-  ModeModel::State state;
-  state.hardware = sim::modeOfWord(stage.mac.hid.modeName());
+Modes Session::actualModes() {
+  Modes modes;
+  modes.hardware = sim::modeOfWord(stage.mac.hid.modeName());
   const auto preference = stage.mac.globalPreferences.value(GlobalPreferences::domain,
                                                             FnStateController::fnStateDefaultsKey);
   const auto isStandard = preference ? preference->boolValue() : std::nullopt;
-  if (isStandard) state.preference = fnStateFromPreference(*isStandard);
+  if (isStandard) modes.preference = fnStateFromPreference(*isStandard);
   const auto stored = stage.storedFnStates();
-  state.global = stored.global();
+  modes.global = stored.global();
   for (const auto& app : stored.localBundleIdentifiers()) {
-    if (const auto mode = stored.local(app)) state.overrides[app] = *mode;
+    if (const auto mode = stored.local(app)) modes.overrides[app] = *mode;
   }
   if (auto* process = stage.process()) {
     const auto& image = process->statusItem().image();
-    if (image == "fn") state.shown = FnState::standard;
-    if (image == "globe") state.shown = FnState::special;
-    state.isLocal = process->keyrow().modePolicy().isLocalScopeActive();
+    if (image == "fn") modes.shown = FnState::standard;
+    if (image == "globe") modes.shown = FnState::special;
+    modes.isLocal = process->keyrow().modePolicy().isLocalScopeActive();
   }
-  return state;
+  return modes;
 }
 
-/// Whether something is going on that the model knows nothing of.
+/// Whether something is going on in which no mode is promised: several instances, or one that
+/// does not answer.
 bool Session::isDisturbed() {
   auto* process = stage.process();
-  return isModelLeftOut_ || hasUnknownFault_ || stage.runningCount() > 1 ||
-         (process && process->isHanging());
+  return isModelLeftOut_ || stage.runningCount() > 1 || (process && process->isHanging());
 }
 
-bool Session::tellModel(const sim::Action& action, const Before& before) {
-  if (std::holds_alternative<sim::Repair>(action)) hasUnknownFault_ = false;
-  if (const auto* fail = std::get_if<sim::Fail>(&action); fail && !isKnownFault(*fail)) {
-    hasUnknownFault_ = true;
-    // What was not synchronized comes later, even after a repair.
-    if (fail->call == sim::PortCall::synchronizePreferences) isModelLeftOut_ = true;
-    return false;
-  }
-  if (const auto* takeover = std::get_if<sim::PostTakeover>(&action)) {
-    if (before.runningProcess && takeover->isMeantFor(*before.runningProcess)) model_.quit();
-    return true;
-  }
-  if (givesKeysAnotherMeaning(action, before)) areKeysUncertain_ = true;
-  if (const auto* press = std::get_if<sim::Press>(&action)) {
-    if (areKeysUncertain_) return false;
-    const bool isShortcut = isGlobalShortcut(press->keys) || isLocalShortcut(press->keys);
-    if (isShortcut && (!before.isTapWorking || isHidden(press->keys) || !model_.isRunning)) {
-      return true;
-    }
-  }
-  if (std::holds_alternative<sim::Front>(action) && !canFollowSwitch()) return false;
-  // Whoever cannot read now tries again later.
-  const bool canRead = model_.canRead && model_.state.hardware;
-  if (std::holds_alternative<sim::Launch>(action)) {
-    isShownUncertain_ = !canRead;
-    isPreviousUncertain_ = false;
-  } else if (!canRead) {
-    isShownUncertain_ = true;
-  }
-  // What held keys do while others are pressed, or time passes, is not for the model to say.
-  return happen(action, model_) && !before.isAnythingHeld;
+/// Tells the model what was chosen in a line, and gives what is wrong then.
+std::string Session::followChoice(const sim::Action& action, const Before& before) {
+  const auto meaning = happen(action, model_);
+  // A choice that cannot be stored, or not be read, is nobody's promise.
+  if (hasFailed(sim::PortCall::writeDefaults)) model_.loseTrack();
+  if (model_.isUnseen() && !canNotice()) model_.forget();
+  if (hasFailed(sim::PortCall::synchronizePreferences)) isModelLeftOut_ = true;
+
+  auto problem = wrongCommand(action);
+  const bool isCommand = hasLogged(stateLogText::setGlobal) ||
+                         hasLogged(stateLogText::setOverride) ||
+                         hasLogged(stateLogText::clearedOverride);
+  const bool isSwitch = stage.mac.applications.frontmost() != before.frontmost;
+  const bool isNoticed =
+      stage.process() ? meaning.isNoticed || isCommand || isSwitch : !farewells_.empty();
+  if (isNoticed && canLook(before)) model_.look(actualModes().preference);
+  if (isNoticed && !canLook(before)) model_.miss();
+  return problem.empty() ? wrongMode(meaning.isApplied) : problem;
 }
 
-/// Whether some other program keeps these keys to itself.
-bool Session::isHidden(const sim::Keys& keys) {
-  const auto keyboard = keys.keyboard ? stage.mac.keyboards.find(*keys.keyboard) : nullptr;
-  return stage.mac.isSecureInputOn() || (keyboard && keyboard->isExclusive);
+/// Whether Keyrow could see keyboard and preference in this line, and remember that.
+bool Session::canLook(const Before& before) {
+  return before.modes.hardware && !hasFailed(sim::PortCall::findService) &&
+         !hasFailed(sim::PortCall::readServiceProperty) &&
+         !hasFailed(sim::PortCall::copyPreference) &&
+         !hasFailed(sim::PortCall::synchronizePreferences) &&
+         !hasFailed(sim::PortCall::writeDefaults);
 }
 
-/// Whether keys are held from now on, or another key is or may become a shortcut.
-bool Session::givesKeysAnotherMeaning(const sim::Action& action, const Before& before) {
-  if (std::holds_alternative<sim::HoldDown>(action)) return true;
-  if (const auto* click = std::get_if<sim::ClickControl>(&action)) {
-    return click->title == before.shortcutTitle;
-  }
-  if (const auto* choose = std::get_if<sim::Choose>(&action)) {
-    return std::ranges::find(fnReplacementItems(), choose->title, &FnReplacementItem::title) !=
-           fnReplacementItems().end();
-  }
-  const auto* write = std::get_if<sim::WriteDefaults>(&action);
-  return write && (write->key == settingsKey::fnReplacementModifier ||
-                   write->key == settingsKey::localToggleShortcutKeyCode);
+/// Whether a choice in System Settings can still be found after this line.
+bool Session::canNotice() {
+  const auto now = actualModes();
+  const bool isOverwritten = now.hardware != model_.chosen() || now.preference != model_.chosen();
+  return !hasFailed(sim::PortCall::readServiceProperty) &&
+         !hasFailed(sim::PortCall::copyPreference) &&
+         !hasFailed(sim::PortCall::synchronizePreferences) &&
+         !(isOverwritten && hasFailed(sim::PortCall::findService));
 }
 
-/// Keyrow comes to the front when it shows its window; false when the model cannot follow.
-bool Session::followFrontmost() {
+/// Takes note of a global mode that was set with Keyrow. Whoever flips the mode gets the other
+/// one.
+std::string Session::wrongCommand(const sim::Action& action) {
+  std::vector<FnState> set;
+  for (const auto& entry : stage.recentLog()) {
+    if (!entry.message.starts_with(stateLogText::setGlobal)) continue;
+    const auto mode = std::string_view{entry.message}.substr(stateLogText::setGlobal.size());
+    set.push_back(mode.starts_with(modeText(FnState::standard)) ? FnState::standard
+                                                                : FnState::special);
+  }
+  if (set.empty()) return {};
+  const bool isFlip =
+      std::holds_alternative<sim::ClickItem>(action) || std::holds_alternative<sim::Press>(action);
+  const auto before = model_.chosen();
+  model_.chooseWithKeyrow(set.back());
+  if (hasFailed(sim::PortCall::writeDefaults)) model_.forget();
+  return isFlip && set.size() == 1 && before == set.back() ? "a flip has changed nothing" : "";
+}
+
+std::string Session::wrongMode(bool isApplied) {
+  const auto chosen = model_.chosen();
+  if (!chosen || model_.isUnseen()) return {};
+  ++promisedCount_;
+  const auto now = actualModes();
+  if (now.global != chosen) {
+    return "the chosen mode is " + sim::modeWord(chosen) + ", but there is: " + text(now);
+  }
+  if (!isApplied || !stage.process() || hasAnyFault()) return {};
   const auto& frontmost = stage.mac.applications.frontmost();
-  if (frontmost == model_.frontmost) return true;
-  if (!canFollowSwitch()) return false;
-  model_.switchTo(frontmost);
-  return true;
-}
-
-/// What an application switch does depends on the application before, and on what Keyrow has
-/// seen last in the hardware, where that may be something that it has left there.
-bool Session::canFollowSwitch() const {
-  const bool mayBeLeftover =
-      model_.hasFailedToWrite || (model_.state.isLocal && model_.wasInSystemSettings());
-  return !isPreviousUncertain_ && !isWriteUncertain_ && !(isShownUncertain_ && mayBeLeftover);
-}
-
-/// The model cannot tell, so it goes on from what there is. A switch tells Keyrow which
-/// application is the previous one.
-void Session::adoptActual(bool isSwitch) {
-  model_.state = actualState();
-  auto* process = stage.process();
-  model_.isRunning = process != nullptr;
-  model_.hasFailedToWrite = false;
-  isWriteUncertain_ = true;
-  model_.frontmost = stage.mac.applications.frontmost();
-  model_.previous = model_.frontmost;
-  isPreviousUncertain_ = !isSwitch;
-  isShownUncertain_ = true;
-}
-
-std::string Session::compareWithModel() {
-  auto actual = actualState();
-  auto expected = model_.state;
-  if (isShownUncertain_) actual.shown = expected.shown;
-  if (actual == expected) return {};
-  return "there is: " + text(actual) + "; there should be: " + text(expected);
+  const auto local = frontmost ? stage.storedFnStates().local(*frontmost) : std::nullopt;
+  if (now.hardware == (local ? local : chosen)) return {};
+  return "the keyboard is not in the mode of the application in front: " + text(now);
 }
 
 std::string Session::wrongStorage(const sim::Action& action, const Before& before) {
   hasFailedToSynchronize_ |= hasFailed(sim::PortCall::synchronizePreferences);
   if (isAnothersHand(action)) return {};
-  const auto now = actualState();
+  const auto now = actualModes();
   const auto written = stage.mac.hid.writtenValues(before.writtenCount);
   const auto wasWritten = [&](FnState mode) {
     return std::ranges::find(written, PropertyValue{rawValue(mode)}) != written.end();
   };
   for (const auto& [app, mode] : now.overrides) {
-    const auto found = before.state.overrides.find(app);
-    if (found != before.state.overrides.end() && found->second == mode) continue;
+    const auto found = before.modes.overrides.find(app);
+    if (found != before.modes.overrides.end() && found->second == mode) continue;
     if (!wasWritten(mode)) return "an override was stored for " + app + " that was never written";
   }
-  if (!now.global || now.global == before.state.global || wasWritten(*now.global)) return {};
+  if (!now.global || now.global == before.modes.global || wasWritten(*now.global)) return {};
   // What is adopted was there: in the keyboard, or in the system preference. Where that could
   // not be synchronized, a process sees what it last set or read there, however old.
   if (hasFailedToSynchronize_) return {};
-  for (const auto& seen : {before.state.hardware, now.hardware, before.state.preference}) {
+  for (const auto& seen : {before.modes.hardware, now.hardware, before.modes.preference}) {
     if (seen == now.global) return {};
   }
   return "a global mode was stored that was never there";
@@ -251,8 +222,8 @@ std::string Session::wrongLoss(const sim::Action& action, const Before& before) 
   if (isAnothersHand(action) || hasLogged(stateLogText::clearedOverride)) return {};
   // To Keyrow it looks as if the application had been removed.
   if (hasFailed(sim::PortCall::findApplication)) return {};
-  const auto now = actualState();
-  for (const auto& [app, mode] : before.state.overrides) {
+  const auto now = actualModes();
+  for (const auto& [app, mode] : before.modes.overrides) {
     if (!now.overrides.contains(app) && stage.mac.applications.isInstalled(app)) {
       return "the override of " + app + " is lost";
     }
@@ -260,13 +231,14 @@ std::string Session::wrongLoss(const sim::Action& action, const Before& before) 
   return {};
 }
 
-/// Whoever changes the mode by hand takes it from the override; whatever Keyrow writes that
-/// is not the global mode is an override's. Of two instances, one that hung cannot know what
-/// the other one wrote meanwhile.
+/// Whoever changes the mode by hand takes it from the override, and what the preference says
+/// that Keyrow has not seen there is no override's; whatever
+/// Keyrow writes that is not the global mode is an override's. Of two instances, one that hung
+/// cannot know what the other one wrote meanwhile.
 std::string Session::wrongAdoption(const sim::Action& action, const Before& before) {
   const bool wasOfOverride = isHardwareOfOverride_;
   const auto written = stage.mac.hid.writtenValues(before.writtenCount);
-  const auto global = actualState().global;
+  const auto global = actualModes().global;
   if (std::holds_alternative<sim::ChangeInSystemSettings>(action) ||
       std::holds_alternative<sim::ChangeHardware>(action)) {
     isHardwareOfOverride_ = false;
@@ -287,7 +259,7 @@ std::string Session::wrongAdoption(const sim::Action& action, const Before& befo
   });
   const bool isAdopted =
       told != log.end() && told->message.starts_with(stateLogText::synchronizedGlobal);
-  return isAdopted && wasOfOverride && global == before.state.hardware
+  return isAdopted && wasOfOverride && !before.isPreferenceNews && global == before.modes.hardware
              ? "an override became the global mode"
              : "";
 }
@@ -296,7 +268,7 @@ std::string Session::wrongImage() {
   auto* process = stage.process();
   if (!process || !process->statusItem().exists()) return {};
   const auto known = process->keyrow().modePolicy().lastKnownFnState();
-  if (!known || actualState().shown == known) return {};
+  if (!known || actualModes().shown == known) return {};
   return "the status item does not show what was last written or read";
 }
 
@@ -308,11 +280,11 @@ std::string Session::wrongFarewell(const Before& before) {
   const bool fellAsleep = stage.mac.power.isAsleep() && !before.isAsleep;
   auto* process = stage.process();
   const bool isAlone = before.runningCount == 1 && process && !process->isHanging();
-  return fellAsleep && isAlone ? wrongState(actualState(), /*isGone=*/false) : "";
+  return fellAsleep && isAlone ? wrongState(actualModes(), /*isGone=*/false) : "";
 }
 
 /// What is wrong with what a Keyrow left behind that has gone, or has fallen asleep.
-std::string Session::wrongState(const ModeModel::State& left, bool isGone) {
+std::string Session::wrongState(const Modes& left, bool isGone) {
   if (!left.global) return {};
   const bool mayPreferenceDiffer = hasLogged(stateLogText::failedToSynchronizePreference) ||
                                    hasLogged(stateLogText::failedToReadBeforePersisting);
@@ -406,10 +378,10 @@ bool Session::hasLogged(std::string_view beginning) {
   });
 }
 
-/// Whether a mode could not be written since the line began.
-bool Session::hasFailedToWrite() {
-  return hasFailed(sim::PortCall::findService) || hasFailed(sim::PortCall::openConnection) ||
-         hasFailed(sim::PortCall::setHidParameter);
+bool Session::hasAnyFault() {
+  return std::ranges::any_of(stage.recentTimeline(), [](const auto& event) {
+    return event.kind == sim::TimelineEvent::Kind::fault;
+  });
 }
 
 /// Whether this call has failed since the line began.

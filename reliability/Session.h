@@ -14,11 +14,11 @@
 namespace keyrow::reliability {
 
 /// Plays lines of the scenario language one after the other, and holds Keyrow to its
-/// promises after each: what is stored was written once, and stays; an override never becomes
-/// the global mode; the status item shows what was last written or read; whoever goes leaves
-/// the global mode behind; nothing stays open; the tap lives, or somebody has said why not; no tap
-/// lives without trust once Keyrow had a chance to see that. As
-/// long as nothing happens that `ModeModel` does not know, everything is as that says, too.
+/// promises after each: the last mode that somebody chose for all applications is the one that
+/// is found (see `ModeModel`); what is stored was written once, and stays; an override never
+/// becomes the global mode; the status item shows what was last written or read; whoever goes
+/// leaves the global mode behind; nothing stays open; the tap lives, or somebody has said why not;
+/// no tap lives without trust once Keyrow had a chance to see that.
 class Session {
  public:
   Session();
@@ -26,7 +26,7 @@ class Session {
   sim::Stage stage;
   KeyPairs keyPairs{stage.mac};
 
-  /// Leaves the model out: things will fail, or end, that it does not know.
+  /// Promises no chosen mode: things will fail, or end, at any point.
   void disturb() { isModelLeftOut_ = true; }
 
   /// Plays a line. Gives what is wrong afterwards; empty when all is well. A line that
@@ -39,34 +39,32 @@ class Session {
   /// then.
   std::string end();
 
-  /// How many lines were carried out of which the model knew what would come.
-  std::size_t comparedCount() const { return comparedCount_; }
+  /// After how many lines a chosen mode was promised.
+  std::size_t promisedCount() const { return promisedCount_; }
 
  private:
+  using App = std::optional<std::string>;
+
   /// What there was before a line, as far as its rules need it.
   struct Before {
-    ModeModel::State state;
+    Modes modes;
+    /// Keyrow has not seen yet what the system preference says.
+    bool isPreferenceNews = false;
     std::optional<sim::OpenHandles::ProcessID> runningProcess;
     int runningCount = 0;
-    /// What the button of the per-app shortcut says.
-    std::string shortcutTitle;
+    App frontmost;
     std::size_t writtenCount = 0;
-    bool isAnythingHeld = false;
-    bool isTapWorking = false;
     bool isAsleep = false;
   };
 
   Before look();
-  ModeModel::State actualState();
+  Modes actualModes();
   bool isDisturbed();
-  /// Lets the model do what the line does; false when it does not know the line.
-  bool tellModel(const sim::Action& action, const Before& before);
-  bool isHidden(const sim::Keys& keys);
-  static bool givesKeysAnotherMeaning(const sim::Action& action, const Before& before);
-  bool followFrontmost();
-  bool canFollowSwitch() const;
-  void adoptActual(bool isSwitch);
-  std::string compareWithModel();
+  std::string followChoice(const sim::Action& action, const Before& before);
+  std::string wrongCommand(const sim::Action& action);
+  bool canLook(const Before& before);
+  bool canNotice();
+  std::string wrongMode(bool isApplied);
 
   std::string wrongStorage(const sim::Action& action, const Before& before);
   std::string wrongLoss(const sim::Action& action, const Before& before);
@@ -74,10 +72,10 @@ class Session {
   std::string wrongImage();
   std::string wrongFarewell(const Before& before);
   std::string wrongTap(const sim::Action& action, const Before& before, bool isDone);
-  std::string wrongState(const ModeModel::State& left, bool isGone);
+  std::string wrongState(const Modes& left, bool isGone);
   bool hasLogged(std::string_view beginning);
   bool hasFailed(sim::PortCall call);
-  bool hasFailedToWrite();
+  bool hasAnyFault();
   bool mustHaveTap(const sim::Action& action, const Before& before);
   bool mustHaveStoppedTap(const sim::Action& action, const Before& before);
   void followTrust(const sim::Action& action);
@@ -85,17 +83,7 @@ class Session {
 
   ModeModel model_;
   bool isModelLeftOut_ = false;
-  std::size_t comparedCount_ = 0;
-  /// Something fails in a way that the model does not know, until the next repair.
-  bool hasUnknownFault_ = false;
-  /// Keyrow may know another previous application than the model.
-  bool isPreviousUncertain_ = false;
-  /// A failed reading is tried again later, and may change what is shown.
-  bool isShownUncertain_ = false;
-  /// The last mode that was to be written may have failed to be.
-  bool isWriteUncertain_ = false;
-  /// Keys are held, or settings were made, that give keys another meaning.
-  bool areKeysUncertain_ = false;
+  std::size_t promisedCount_ = 0;
   /// The process whose tap has worked, and has no excuse for not working.
   std::optional<sim::OpenHandles::ProcessID> tapOwner_;
   /// The process that was the last to have a working tap, dead or not.
@@ -111,7 +99,7 @@ class Session {
   /// The mode in the hardware came of an override that Keyrow wrote.
   bool isHardwareOfOverride_ = false;
   /// What each Keyrow left behind that has quit since the line began.
-  std::vector<ModeModel::State> farewells_;
+  std::vector<Modes> farewells_;
 };
 
 }  // namespace keyrow::reliability

@@ -15,8 +15,8 @@ struct SessionLines {
 /// How many lines a session had.
 struct PlayedLines {
   std::size_t count = 0;
-  /// Of them, those of which the model knew what would come.
-  std::size_t comparedCount = 0;
+  /// Of them, those after which a chosen mode was promised.
+  std::size_t promisedCount = 0;
 };
 
 /// Prints the session as a scenario that can be played.

@@ -21,7 +21,7 @@ class Progress {
 
   void add(const PlayedLines& lines) {
     done_ += lines.count;
-    compared_ += lines.comparedCount;
+    promised_ += lines.promisedCount;
     if (!isTerminal_ || Clock::now() - shown_ < std::chrono::milliseconds{200}) return;
     shown_ = Clock::now();
     std::cerr << '\r' << done_ << " of " << target_ << " steps, " << rate() << " a second "
@@ -33,7 +33,7 @@ class Progress {
   }
 
   /// In percent.
-  std::uint64_t comparedShare() const { return compared_ * 100 / done_; }
+  std::uint64_t promisedShare() const { return promised_ * 100 / done_; }
   std::uint64_t done() const { return done_; }
   std::uint64_t rate() const {
     const std::chrono::duration<double> elapsed = Clock::now() - start_;
@@ -46,7 +46,7 @@ class Progress {
   const Clock::time_point start_ = Clock::now();
   Clock::time_point shown_ = start_;
   std::uint64_t done_ = 0;
-  std::uint64_t compared_ = 0;
+  std::uint64_t promised_ = 0;
 };
 
 /// Hears of everything, and tells nobody.
@@ -84,7 +84,7 @@ bool soak(std::uint64_t steps, std::uint64_t seed) {
   }
   progress.finish();
   std::cout << progress.done() << " steps in " << sessions << " sessions from seed " << seed << ", "
-            << progress.comparedShare() << " % of them compared with the model, "
+            << progress.promisedShare() << " % of them with a chosen mode to find, "
             << "no promise broken (" << progress.rate() << " steps a second).\n";
   return true;
 }

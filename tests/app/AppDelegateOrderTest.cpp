@@ -57,8 +57,8 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           "observe CapsLockIndicatorSettingDidChange",
           "observe NSApplicationDidBecomeActiveNotification", "observe AccessibilityTrustDidChange",
           // The mode is applied.
-          "frontmost-application", "frontmost-application", "find-service", "open-connection",
-          "set-hid-parameter"));
+          "frontmost-application", "synchronize-preferences", "copy-preference", "write-defaults",
+          "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
 }
 
 TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
@@ -95,7 +95,8 @@ TEST_F(AppDelegateOrderTest, TerminatesInThisOrder) {
   EXPECT_THAT(
       mac.trace.take(),
       ElementsAre(
-          // The mode is restored.
+          // What was chosen elsewhere is adopted, and the mode restored.
+          "synchronize-preferences", "copy-preference", "find-service", "read-service-property",
           "find-service", "open-connection", "set-hid-parameter",
           "stop observing CapsLockIndicatorSettingDidChange",
           "stop observing com.apple.accessibility.api", "disable event tap", "invalidate event tap",
@@ -104,7 +105,7 @@ TEST_F(AppDelegateOrderTest, TerminatesInThisOrder) {
           // The override of an application that is not installed.
           "find-application", "write-defaults",
           // The mode is mirrored.
-          "synchronize-preferences"));
+          "synchronize-preferences", "write-defaults"));
 }
 
 }  // namespace

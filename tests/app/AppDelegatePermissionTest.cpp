@@ -260,9 +260,10 @@ TEST_F(AppDelegatePermissionTest, WakingUpStartsTheTapThatMayBeThereNow) {
 }
 
 TEST_F(AppDelegatePermissionTest, FallingAsleepMirrorsTheGlobalModeUnderAnOverride) {
+  setPreference(true);
+  process = std::make_unique<SimulatedProcess>(mac, 502);
   storeOverride(textEdit, FnState::standard);
   launchWithFrontmost(textEdit);
-  setPreference(true);
   mac.power.sleep();
   EXPECT_EQ(preference(), PropertyValue{false});
   EXPECT_EQ(mac.hid.modeName(), "standard");

@@ -97,7 +97,8 @@ TEST_P(SystemSettingsTest, LeavingItAdoptsTheHardwareModeEvenWhenItHasAnOverride
 }
 
 TEST_P(SystemSettingsTest, AFailedReadOnLeavingItIsMadeUpForByTheAppSwitch) {
-  changeModeInFront();
+  launchWithFrontmost(GetParam());
+  setHardware(FnState::standard);
   mac.faults.fail(PortCall::readServiceProperty, 1);
   mac.applications.activate(textEdit);
   EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
@@ -116,7 +117,7 @@ TEST_F(AppDelegateSystemSettingsTest, SwitchingBetweenTheTwoSystemSettingsIsNotL
   store("localFnState", PropertyDictionary{{systemSettings, 0}, {systemPreferences, 0}});
   launchWithFrontmost(systemSettings);
   for (const auto* identifier : {systemPreferences, systemSettings}) {
-    mac.changeModeInSystemSettings(true);
+    setHardware(FnState::standard);
     mac.applications.activate(identifier);
     EXPECT_EQ(stored("globalFnState"), PropertyValue{0}) << identifier;
   }

@@ -36,6 +36,7 @@ class AppDelegateTerminationTest : public SimulatedMacTest {
 };
 
 TEST_F(AppDelegateTerminationTest, GivesTheGlobalModeBackToHardwareAndSystemPreference) {
+  store("lastSeenFnStatePreference", 1);
   setPreference(true);
   process->terminate();
   EXPECT_EQ(mac.hid.modeName(), "special");

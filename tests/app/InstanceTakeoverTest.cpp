@@ -88,8 +88,9 @@ TEST_F(InstanceTakeoverTest, AnInstanceThatAnswersIsGoneAtTheFirstLook) {
 }
 
 TEST_F(InstanceTakeoverTest, TheOlderInstanceLeavesKeyboardAndPreferenceInTheGlobalMode) {
-  overrideInForce();
   setPreference(true);
+  mac.applications.activate(textEdit);
+  overrideInForce();
   post(PropertyDictionary{{"targetPID", 400}, {"sourcePID", 501}});
   EXPECT_TRUE(older->hasEnded());
   EXPECT_EQ(mac.hid.modeName(), "special");
@@ -258,8 +259,9 @@ TEST_F(InstanceTakeoverTest, AnOverrideInForceIsUndoneBeforeAnInstanceIsForcedOu
 }
 
 TEST_F(InstanceTakeoverTest, ThePreferenceOutweighsTheStoredMode) {
-  overrideInForce();
   setPreference(true);
+  mac.applications.activate(textEdit);
+  overrideInForce();
   takeWrittenModes();
   // The keyboard is in the mode that the preference names, so there is nothing to do.
   EXPECT_THAT(linesOfForcedTakeover(), ElementsAre());

@@ -63,9 +63,10 @@ class CoreTest : public SimulatedMacTest {
     EXPECT_EQ(mac.openHandles.count("HidConnection"), 0);
   }
 
-  /// All of Keyrow's settings, for example `{globalFnState=1}`.
+  /// All of Keyrow's settings, for example `{globalFnState=1}`, save what it keeps for itself.
   std::string storedSettings() const {
-    const auto stored = mac.defaults.domain(appIdentifier);
+    auto stored = mac.defaults.domain(appIdentifier);
+    stored.erase(std::string{settingsKey::lastSeenFnStatePreference});
     return stored.empty() ? "{}" : "{" + propertyText(PropertyValue{stored}) + "}";
   }
 

@@ -11,6 +11,12 @@ constexpr auto systemSettings = "com.apple.SystemSettings";
 /// Adopting a mode that is found in the hardware when applications are switched.
 class ModePolicySyncTest : public ModePolicyTest {
  protected:
+  /// Launches with this mode stored, and with no application in front.
+  void launch(FnState global) {
+    store("globalFnState", rawValue(global));
+    policy().launched();
+  }
+
   void switchTo(std::optional<std::string> bundleIdentifier) {
     bringToFront(std::move(bundleIdentifier));
     policy().switchedApplication();
@@ -18,8 +24,7 @@ class ModePolicySyncTest : public ModePolicyTest {
 };
 
 TEST_F(ModePolicySyncTest, StoresAndLogsNothingWithTheModeThatIsStored) {
-  store("globalFnState", 1);
-  setHardware(FnState::standard);
+  launch(FnState::standard);
   switchTo(systemSettings);
   beginHere();
   switchTo(safari);
@@ -28,13 +33,13 @@ TEST_F(ModePolicySyncTest, StoresAndLogsNothingWithTheModeThatIsStored) {
 }
 
 TEST_F(ModePolicySyncTest, StoresAnotherModeAndSaysWhereItWasFound) {
-  store("globalFnState", 1);
-  setHardware(FnState::standard);
+  launch(FnState::standard);
   switchTo(systemSettings);
   setHardware(FnState::special);
   beginHere();
   switchTo(safari);
-  EXPECT_THAT(happenings, ElementsAre("store globalFnState", "log", "show special", "show global"));
+  EXPECT_THAT(happenings, ElementsAre("store globalFnState", "log", "show special", "show special",
+                                      "show global"));
   setHardware(FnState::standard);
   switchTo(textEdit);
   EXPECT_THAT(newLogLines(),
@@ -46,7 +51,7 @@ TEST_F(ModePolicySyncTest, StoresAnotherModeAndSaysWhereItWasFound) {
 }
 
 TEST_F(ModePolicySyncTest, StoresTheModeWhereNoneIsStored) {
-  setPreference(true);
+  launch(FnState::special);
   auto values = nonIntegers();
   values.emplace_back(7);
   std::vector<std::optional<PropertyValue>> noModes{values.begin(), values.end()};
@@ -65,9 +70,8 @@ TEST_F(ModePolicySyncTest, StoresTheModeWhereNoneIsStored) {
 }
 
 TEST_F(ModePolicySyncTest, LetsTheOverrideOfTheNextApplicationHavePriority) {
-  store("globalFnState", 0);
   store("localFnState", PropertyDictionary{{textEdit, 0}});
-  switchTo(safari);
+  launch(FnState::special);
   setHardware(FnState::standard);
   beginHere();
   switchTo(textEdit);
@@ -77,7 +81,7 @@ TEST_F(ModePolicySyncTest, LetsTheOverrideOfTheNextApplicationHavePriority) {
 }
 
 TEST_F(ModePolicySyncTest, AdoptsNothingWhileAnOverrideIsInForce) {
-  store("globalFnState", 0);
+  launch(FnState::special);
   applyOverrideOfTextEdit(FnState::standard);
   beginHere();
   switchTo(std::nullopt);
@@ -89,9 +93,8 @@ TEST_F(ModePolicySyncTest, AdoptsNothingWhileAnOverrideIsInForce) {
 TEST_F(ModePolicySyncTest, KeepsTheModeStoredWhenItCannotApply) {
   for (const auto call : {PortCall::openConnection, PortCall::setHidParameter}) {
     SCOPED_TRACE(info(call).name);
-    store("globalFnState", 0);
-    setHardware(FnState::special);
-    switchTo(safari);
+    restart();
+    launch(FnState::special);
     setHardware(FnState::standard);
     mac.faults.fail(call, 1);
     beginHere();

@@ -15,8 +15,9 @@ namespace keyrow::sim {
 class ModePolicyTest : public CoreTest {
  protected:
   ModePolicyTest() {
-    mac.timeline.setListener(
-        [this](const TimelineEvent& event) { happenings.push_back(shortText(event)); });
+    mac.timeline.setListener([this](const TimelineEvent& event) {
+      if (isDeed(event)) happenings.push_back(shortText(event));
+    });
   }
 
   ModePolicy& policy() { return shown_->policy; }
@@ -89,6 +90,12 @@ class ModePolicyTest : public CoreTest {
     ModePolicyTest& test_;
   };
 
+  /// What Keyrow keeps for itself is left out.
+  static bool isDeed(const TimelineEvent& event) {
+    return event.kind != TimelineEvent::Kind::defaults ||
+           event.terms.front() != settingsKey::lastSeenFnStatePreference;
+  }
+
   static std::string shortText(const TimelineEvent& event) {
     switch (event.kind) {
       case TimelineEvent::Kind::hardware:
@@ -144,6 +151,10 @@ inline const KeyboardDeviceSource& externalKeyboard() {
   }();
   return keyboard;
 }
+
+inline constexpr auto overrideIsNotGlobal =
+    "state notice: The keyboard holds an app override's mode, which does not become the global "
+    "function key mode.";
 
 inline constexpr auto readFailure =
     "state error: Failed to read the current function key mode from hardware: Failed to read the "

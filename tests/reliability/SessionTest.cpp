@@ -37,18 +37,55 @@ class SessionTest : public ::testing::Test {
     session.stage.mac.defaults.setValue(std::string{appIdentifier}, key, std::move(value));
   }
 
+  void setHardware(int mode) { session.stage.mac.hid.setParameter("HIDFKeyMode", mode); }
+
   Session session;
 };
 
 TEST_F(SessionTest, SeesNothingWrongWhereNothingIs) {
   EXPECT_EQ(verdict([] {}), "");
   EXPECT_EQ(session.end(), "");
-  EXPECT_EQ(session.comparedCount(), 6U);
 }
 
-TEST_F(SessionTest, SeesAModeThatTheModelDoesNotExpect) {
-  const auto problem = verdict([this] { session.stage.mac.hid.setParameter("HIDFKeyMode", 0); });
-  EXPECT_TRUE(problem.starts_with("there is: hardware special,")) << problem;
+TEST_F(SessionTest, SeesAChosenModeThatIsLost) {
+  ASSERT_EQ(session.play("click right"), "");
+  ASSERT_EQ(session.play("choose \"Use F1-F12 by Default\""), "");
+  EXPECT_EQ(session.promisedCount(), 1U);
+  const auto problem = verdict([this] { setStored("globalFnState", 0); });
+  EXPECT_TRUE(problem.starts_with("the chosen mode is standard, but there is: ")) << problem;
+}
+
+TEST_F(SessionTest, SeesAtTheEndThatAChosenModeIsLost) {
+  ASSERT_EQ(session.play("sleep"), "");
+  ASSERT_EQ(session.play("system-settings standard"), "");
+  session.stage.mac.changeModeInSystemSettings(false);
+  EXPECT_EQ(session.end(), "the chosen mode is lost at the end");
+}
+
+TEST_F(SessionTest, SeesAKeyboardThatIsInTheWrongMode) {
+  ASSERT_EQ(session.play("sleep"), "");
+  ASSERT_EQ(session.play("system-settings standard"), "");
+  ASSERT_EQ(session.play("wake"), "");
+  ASSERT_EQ(session.play("front com.apple.finder"), "");
+  ASSERT_EQ(session.play("sleep"), "");
+  session.stage.mac.scheduler.schedule(0ms, [this] { setHardware(0); });
+  const auto problem = session.play("wake");
+  EXPECT_TRUE(problem.starts_with("the keyboard is not in the mode of the application in front"))
+      << problem;
+}
+
+TEST_F(SessionTest, SeesAFlipThatChangesNothing) {
+  ASSERT_EQ(session.play("front com.apple.finder"), "");
+  ASSERT_EQ(session.play("press fn+escape on none"), "");
+  ASSERT_EQ(session.play("press fn+escape on none"), "");
+  session.stage.mac.scheduler.schedule(0ms, [this] {
+    session.stage.process()
+        ->keyrow()
+        .diagnosticsLog()
+        .logger(LogCategory::state)
+        .notice(std::string{stateLogText::setGlobal} + std::string{modeText(FnState::special)});
+  });
+  EXPECT_EQ(session.play("click right"), "a flip has changed nothing");
 }
 
 TEST_F(SessionTest, SeesAnOverrideThatWasNeverWritten) {

@@ -189,7 +189,8 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"fail read-log many times", 15,
                   "expected always, N times or after N, found \"many\""},
         WrongLine{"defaults write globalFnStat 1", 16,
-                  "expected globalFnState, localFnState, fnReplacementModifier, "
+                  "expected globalFnState, localFnState, lastSeenFnStatePreference, "
+                  "fnReplacementModifier, "
                   "localToggleShortcutKeyCode, localToggleShortcutDisplayName, "
                   "localToggleShortcutMenuKeyEquivalent, hasPromptedAccessibility, "
                   "SUEnableAutomaticChecks, showCapsLockIndicator, "

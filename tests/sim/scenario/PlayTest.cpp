@@ -381,6 +381,7 @@ TEST(PlayTest, TheTimelineReadsLikeAStory) {
             "                  status image none -> globe\n"
             "                  defaults hasPromptedAccessibility none -> true\n"
             "                  tap missing -> working\n"
+            "                  defaults lastSeenFnStatePreference none -> -1\n"
             "                  defaults globalFnState none -> 0\n"
             "                  fault set-hid-parameter\n"
             "                  log state error \"Failed to apply the stored global function key "

@@ -51,7 +51,7 @@ TEST(PromptTest, ShowsARunningKeyrow) {
                                         "  permissions accessibility granted, input-monitoring "
                                         "granted\n"
                                         "  tap         working\n"
-                                        "  global      none\n"
+                                        "  global      special function keys\n"
                                         "  override    com.apple.finder: standard function keys\n"
                                         "  keyrow      501, override in force\n"
                                         "  status      [fn] blue dot, \"Local F-Key Mode\"\n"
