@@ -7,6 +7,17 @@
 
 namespace keyrow {
 
+namespace {
+
+bool isYes(std::string text) {
+  for (auto& character : text) {
+    if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
+  }
+  return text == "1" || text == "yes" || text == "true";
+}
+
+}  // namespace
+
 void AppSettings::set(BooleanSetting setting, bool isOn) {
   const auto& row = rowOf(setting);
   use_.userDefaults.setObject(row.key, isOn);
@@ -75,9 +86,11 @@ LocalToggleShortcut AppSettings::makeLocalToggleShortcut(
 }
 
 bool AppSettings::boolean(std::string_view key) const {
-  // A number counts too: `defaults write` stores one readily.
   const auto object = use_.userDefaults.object(key);
-  return object && object->boolValue().value_or(false);
+  if (!object) return false;
+  // An unmarked value of `defaults write` is a text.
+  const auto* text = object->string();
+  return text ? isYes(*text) : object->boolValue().value_or(false);
 }
 
 std::optional<std::string> AppSettings::string(std::string_view key) const {

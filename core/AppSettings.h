@@ -69,7 +69,8 @@ class AppSettings {
 
   explicit AppSettings(const Uses& uses) : use_{uses} {}
 
-  /// Whether a Boolean that is true, or a number other than 0, is stored.
+  /// Whether a Boolean that is true is stored, a number other than 0, or one of the texts "1",
+  /// "YES" and "true" in any case.
   bool isOn(BooleanSetting setting) const { return boolean(rowOf(setting).key); }
 
   /// Stores it, and then posts its notification.

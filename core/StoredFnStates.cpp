@@ -6,11 +6,6 @@ namespace keyrow {
 
 namespace {
 
-std::optional<FnState> fnStateFrom(const PropertyValue& value) {
-  const auto* raw = value.integer();
-  return raw ? fnStateFromRawValue(*raw) : std::nullopt;
-}
-
 PropertyDictionary overrides(UserDefaults& userDefaults) {
   const auto object = userDefaults.object(settingsKey::localFnState);
   const auto* dictionary = object ? object->dictionary() : nullptr;
@@ -19,9 +14,20 @@ PropertyDictionary overrides(UserDefaults& userDefaults) {
 
 }  // namespace
 
+std::optional<FnState> storedFnState(const PropertyValue& value) {
+  for (const auto state : {FnState::special, FnState::standard}) {
+    const auto raw = rawValue(state);
+    if (value == PropertyValue{raw} || value == PropertyValue{static_cast<double>(raw)} ||
+        value == PropertyValue{raw != 0} || value == PropertyValue{std::to_string(raw)}) {
+      return state;
+    }
+  }
+  return std::nullopt;
+}
+
 std::optional<FnState> StoredFnStates::global() const {
   const auto object = userDefaults_.object(settingsKey::globalFnState);
-  return object ? fnStateFrom(*object) : std::nullopt;
+  return object ? storedFnState(*object) : std::nullopt;
 }
 
 void StoredFnStates::setGlobal(FnState state) {
@@ -31,7 +37,7 @@ void StoredFnStates::setGlobal(FnState state) {
 std::optional<FnState> StoredFnStates::local(std::string_view bundleIdentifier) const {
   const auto stored = overrides(userDefaults_);
   const auto entry = stored.find(bundleIdentifier);
-  return entry == stored.end() ? std::nullopt : fnStateFrom(entry->second);
+  return entry == stored.end() ? std::nullopt : storedFnState(entry->second);
 }
 
 void StoredFnStates::setLocal(std::string_view bundleIdentifier, FnState state) {

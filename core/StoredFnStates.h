@@ -7,13 +7,18 @@
 #include <vector>
 
 #include "core/FnState.h"
+#include "platform/PropertyValue.h"
 #include "platform/UserDefaults.h"
 
 namespace keyrow {
 
+/// The mode that a stored value stands for: the number 0 or 1, a Boolean, or the text "0" or
+/// "1", which is what `defaults write` stores for an unmarked number; absent for all else.
+std::optional<FnState> storedFnState(const PropertyValue& value);
+
 /// The modes that the user chose, in the user defaults: the global mode and one
-/// override per application. A value of another type, or an integer that is no mode,
-/// reads as absent; it is kept until something is written in its place.
+/// override per application. A value that is no mode reads as absent; it is kept until
+/// something is written in its place.
 class StoredFnStates {
  public:
   explicit StoredFnStates(UserDefaults& userDefaults) : userDefaults_{userDefaults} {}

@@ -29,8 +29,11 @@ using fuzz::without;
 
 /// The mode that a stored value stands for.
 std::optional<FnState> modeOf(const std::optional<PropertyValue>& value) {
-  if (value == PropertyValue{0}) return FnState::special;
-  if (value == PropertyValue{1}) return FnState::standard;
+  const auto isOneOf = [&](std::initializer_list<PropertyValue> values) {
+    return value && std::ranges::find(values, *value) != values.end();
+  };
+  if (isOneOf({0, 0.0, false, "0"})) return FnState::special;
+  if (isOneOf({1, 1.0, true, "1"})) return FnState::standard;
   return std::nullopt;
 }
 
@@ -207,7 +210,7 @@ class Settings {
 
   void checkModes() {
     require(states.global() == modeOf(stored(settingsKey::globalFnState)),
-            "only the integers 0 and 1 are a global mode");
+            "only 0 and 1 are a global mode");
     const auto entries = overrides();
     for (const auto& [application, value] : entries) {
       require(states.local(application) == modeOf(value), "only 0 and 1 are an override");
@@ -233,8 +236,14 @@ class Settings {
 
   void checkBoolean(bool read, std::string_view key) const {
     const auto value = stored(key);
-    require(read == (value && value->boolValue() == true),
-            "a Boolean is true for true and for a number other than 0");
+    const auto* text = value ? value->string() : nullptr;
+    if (!text) {
+      require(read == (value && value->boolValue() == true),
+              "a Boolean is true for true and for a number other than 0");
+    } else if (read) {
+      require(text->size() <= 4 && text->find_first_not_of("1YESyesTRUEtrue") == std::string::npos,
+              "of all texts only 1, YES and true are true");
+    }
   }
 
   void checkReplacement() {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "core/AppSettings.h"
-#include "core/FnState.h"
+#include "core/StoredFnStates.h"
 #include "sim/machine/ModeWords.h"
 #include "sim/machine/PropertyText.h"
 
@@ -55,8 +55,7 @@ bool PropertyStore::tellOverrides(const std::optional<PropertyValue>& before,
     if (!value) return true;
     if (!value->dictionary()) return false;
     return std::ranges::all_of(*value->dictionary(), [&](const auto& entry) {
-      const auto* raw = entry.second.integer();
-      const auto mode = raw ? fnStateFromRawValue(*raw) : std::nullopt;
+      const auto mode = storedFnState(entry.second);
       auto& change = changes.try_emplace(entry.first, "none", "none").first->second;
       change.*side = modeWord(mode);
       return mode.has_value();

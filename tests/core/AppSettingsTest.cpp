@@ -73,7 +73,7 @@ TEST_P(BooleanSettingTest, TellsAlsoOfAWriteThatChangesNothing) {
   EXPECT_EQ(posted.size(), 2U);
 }
 
-TEST_P(BooleanSettingTest, ReadsBooleansAndNumbersAndTakesAllElseForAbsent) {
+TEST_P(BooleanSettingTest, ReadsBooleansNumbersAndWhatTheToolStoresForThem) {
   const std::vector<std::pair<PropertyValue, bool>> readings{
       {true, true},
       {false, false},
@@ -83,9 +83,20 @@ TEST_P(BooleanSettingTest, ReadsBooleansAndNumbersAndTakesAllElseForAbsent) {
       {-1, true},
       {0.5, true},
       {0.0, false},
-      {"true", false},
-      {"1", false},
-      {"YES", false},
+      {"true", true},
+      {"TRUE", true},
+      {"1", true},
+      {"YES", true},
+      {"yes", true},
+      {"Yes", true},
+      {"0", false},
+      {"NO", false},
+      {"no", false},
+      {"false", false},
+      {"y", false},
+      {"2", false},
+      {" 1", false},
+      {"on", false},
       {"", false},
       {PropertyDictionary{}, false},
       {PropertyDictionary{{"value", true}}, false}};

@@ -34,6 +34,31 @@ inline std::string testName(PortCall call) {
   return name;
 }
 
+/// Values that are no modes.
+inline std::vector<PropertyValue> nonModes() {
+  return {"",
+          "one",
+          "2",
+          "00",
+          " 1",
+          "1.0",
+          "true",
+          "YES",
+          "standard",
+          PropertyDictionary{},
+          0.5,
+          50.0,
+          -1.0,
+          2,
+          -1,
+          7,
+          PropertyDictionary{{"value", 1}}};
+}
+
+/// Values that stand for the standard mode, and for the special one.
+inline std::vector<PropertyValue> standardModes() { return {1, 1.0, true, "1"}; }
+inline std::vector<PropertyValue> specialModes() { return {0, 0.0, false, "0"}; }
+
 /// Values that a setting which is an integer must not take for one.
 inline std::vector<PropertyValue> nonIntegers() {
   return {false, true, 0.0,  1.0,

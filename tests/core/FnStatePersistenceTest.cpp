@@ -136,7 +136,7 @@ TEST_F(FnStatePersistenceTest, SaysAlsoQuietlyThatNoModeWasStored) {
 
 TEST_F(FnStatePersistenceTest, MirrorsTheHardwareWhenWhatIsStoredIsNoMode) {
   setHardware(FnState::standard);
-  auto values = nonIntegers();
+  auto values = nonModes();
   values.insert(values.end(), {7, -1, 2});
   for (const auto& value : values) {
     SCOPED_TRACE(propertyText(value));

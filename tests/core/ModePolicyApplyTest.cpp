@@ -53,7 +53,7 @@ TEST_F(ModePolicyApplyTest, AppliesTheGlobalModeWhereThereIsNoOverride) {
 }
 
 TEST_F(ModePolicyApplyTest, TakesAnOverrideThatIsNoModeForNone) {
-  auto values = nonIntegers();
+  auto values = nonModes();
   values.emplace_back(5);
   store("globalFnState", 1);
   bringToFront(textEdit);

@@ -39,7 +39,7 @@ TEST_F(ModePolicyGlobalModeTest, InitialisesTheStoredGlobalModeFromEitherPrefere
 }
 
 TEST_F(ModePolicyGlobalModeTest, InitialisesTheStoredGlobalModeAfreshWhereWhatIsStoredIsNoMode) {
-  auto values = nonIntegers();
+  auto values = nonModes();
   values.insert(values.end(), {7, -1});
   for (const auto& value : values) {
     SCOPED_TRACE(propertyText(value));

@@ -52,7 +52,7 @@ TEST_F(ModePolicySyncTest, StoresAnotherModeAndSaysWhereItWasFound) {
 
 TEST_F(ModePolicySyncTest, StoresTheModeWhereNoneIsStored) {
   launch(FnState::special);
-  auto values = nonIntegers();
+  auto values = nonModes();
   values.emplace_back(7);
   std::vector<std::optional<PropertyValue>> noModes{values.begin(), values.end()};
   noModes.emplace_back(std::nullopt);

@@ -36,8 +36,8 @@ TEST_F(StoredFnStatesTest, StoresTheGlobalModeAsItsRawValue) {
   EXPECT_EQ(states.global(), FnState::special);
 }
 
-TEST_F(StoredFnStatesTest, TakesNothingButTheIntegersZeroAndOneForAGlobalMode) {
-  auto values = nonIntegers();
+TEST_F(StoredFnStatesTest, TakesNothingButAModeForAGlobalMode) {
+  auto values = nonModes();
   values.insert(values.end(), {7, 2, -1, 256, std::int64_t{1} << 32});
   for (const auto& value : values) {
     SCOPED_TRACE(propertyText(value));
@@ -47,6 +47,18 @@ TEST_F(StoredFnStatesTest, TakesNothingButTheIntegersZeroAndOneForAGlobalMode) {
   }
   states.setGlobal(FnState::standard);
   EXPECT_EQ(states.global(), FnState::standard);
+}
+
+TEST_F(StoredFnStatesTest, ReadsAModeHoweverTheToolHasStoredIt) {
+  for (const auto state : {FnState::special, FnState::standard}) {
+    for (const auto& value : state == FnState::special ? specialModes() : standardModes()) {
+      SCOPED_TRACE(propertyText(value));
+      store("globalFnState", value);
+      storeOverrides(PropertyDictionary{{textEdit, value}});
+      EXPECT_EQ(states.global(), state);
+      EXPECT_EQ(states.local(textEdit), state);
+    }
+  }
 }
 
 TEST_F(StoredFnStatesTest, ReadsWhatWasStoredBehindItsBack) {
@@ -68,8 +80,8 @@ TEST_F(StoredFnStatesTest, ReadsTheOverrideOfTheApplicationThatIsAskedFor) {
   }
 }
 
-TEST_F(StoredFnStatesTest, TakesNothingButTheIntegersZeroAndOneForAnOverride) {
-  auto values = nonIntegers();
+TEST_F(StoredFnStatesTest, TakesNothingButAModeForAnOverride) {
+  auto values = nonModes();
   values.insert(values.end(), {5, 2, -1});
   for (const auto& value : values) {
     SCOPED_TRACE(propertyText(value));
@@ -112,7 +124,7 @@ TEST_F(StoredFnStatesTest, StoresAnOverrideAsItsRawValueInOneWrite) {
 
 TEST_F(StoredFnStatesTest, KeepsEveryOtherEntryAsItIsWhenItSetsOrRemovesAnOverride) {
   PropertyDictionary others{{safari, 0}, {"org.future.app", 5}};
-  for (std::size_t index = 0; const auto& value : nonIntegers()) {
+  for (std::size_t index = 0; const auto& value : nonModes()) {
     others.emplace("org.other." + std::to_string(index++), value);
   }
   storeOverrides(others);
