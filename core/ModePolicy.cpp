@@ -74,6 +74,10 @@ void ModePolicy::yields() {
 
 void ModePolicy::launched() {
   isInControl_ = true;
+  noteStore();
+  // Never inside the notice: what it tells of may be half done.
+  storeObserver_ =
+      use_.storedFnStates.observe([this] { use_.mainQueue.async([this] { obeyStore(); }); });
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   if (use_.storedFnStates.global()) {
     // A Keyrow that was killed may have left an override's mode there.
@@ -89,6 +93,7 @@ void ModePolicy::launched() {
 
 bool ModePolicy::switchedApplication() {
   if (!isInControl_) return false;
+  obeyStore();
   const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   const auto previous = std::exchange(lastActivatedBundleIdentifier_, frontmost);
   const bool leavesSystemSettings = isSystemSettings(previous) && !isSystemSettings(frontmost);
@@ -179,6 +184,7 @@ void ModePolicy::setLocal(FnState state, const std::string& bundleIdentifier,
   if (!apply(state, "set a " + target, source)) return;
   leftover_ = Leftover{state, /*isOfOverride=*/true};
   use_.storedFnStates.setLocal(bundleIdentifier, state);
+  noteStore();
   setScope(true);
   use_.stateLog.notice("Set a " + target + sourceSuffix(source) + ".");
 }
@@ -210,6 +216,7 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
   if (!apply(*global, applyGlobalAction, source)) return;
   setScope(false);
   use_.storedFnStates.removeLocal(*frontmost);
+  noteStore();
   use_.stateLog.notice(std::string{stateLogText::clearedOverride} + suffixes + ".");
 }
 
@@ -223,6 +230,7 @@ bool ModePolicy::mayAdoptFromHardware() const {
 
 void ModePolicy::adopt(std::string_view origin, bool alsoFromHardware) {
   if (!isInControl_) return;
+  obeyStore();
   if (adoptByEvidence(origin) || !alsoFromHardware) return;
   const auto hardware = use_.fnStateController.readFnState();
   if (hardware) adoptFromHardware(*hardware, origin);
@@ -297,6 +305,28 @@ bool ModePolicy::isLeftover(FnState hardware) {
   return false;
 }
 
+/// Writes what was stored into the hardware, and stores nothing, save a global mode where that is
+/// gone.
+void ModePolicy::obeyStore() {
+  if (!isInControl_) return;
+  const auto before = std::exchange(seenStore_, use_.storedFnStates.all());
+  if (seenStore_ == before) return;
+
+  if (seenStore_.global != before.global) {
+    // What is in the hardware, and in the preference, is older.
+    rememberLeftover();
+    notePreference(use_.fnStateController.readSynchronizedPreference());
+    if (!seenStore_.global) storedGlobalFnState();
+  }
+  const auto modeOf =
+      [frontmost = use_.workspace.frontmostBundleIdentifier()](const StoredFnStates::All& stored) {
+        const auto found = frontmost ? stored.overrides.find(*frontmost) : stored.overrides.end();
+        const bool isLocal = found != stored.overrides.end();
+        return std::pair{isLocal, isLocal ? std::optional{found->second} : stored.global};
+      };
+  if (modeOf(seenStore_) != modeOf(before)) applyStoredFnState();
+}
+
 // What these come down to.
 
 void ModePolicy::applyStoredFnState() {
@@ -353,6 +383,7 @@ std::optional<FnState> ModePolicy::storedGlobalFnState() {
 
 void ModePolicy::storeGlobal(FnState state) {
   use_.storedFnStates.setGlobal(state);
+  noteStore();
   if (isInControl_) notePreference(use_.fnStateController.readSynchronizedPreference());
 }
 
@@ -408,6 +439,7 @@ void ModePolicy::pruneLocalFnStates() {
     return use_.workspace.isApplicationInstalled(identifier);
   });
   use_.storedFnStates.removeLocals(identifiers);
+  noteStore();
 }
 
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {

@@ -45,7 +45,8 @@ struct ModesToOffer {
 /// Nothing fails outward: what goes wrong is logged, and a mode is stored only after the
 /// hardware took it.
 ///
-/// The user may choose the global mode elsewhere, too. That is adopted for two reasons:
+/// The user may choose modes elsewhere, too. What another process stores is obeyed as soon as it
+/// is known, and before anything else. A global mode is adopted for two reasons:
 ///
 /// - There is evidence: the system preference is another one than Keyrow last saw or wrote
 ///   there, and the hardware holds the same mode. So it was chosen in System Settings, and
@@ -173,6 +174,11 @@ class ModePolicy {
   bool holdsOverride() const { return leftover_ && leftover_->isOfOverride; }
   bool mayAdoptFromHardware() const;
 
+  // What another process has stored.
+
+  void obeyStore();
+  void noteStore() { seenStore_ = use_.storedFnStates.all(); }
+
   // What the commands do, once that is settled.
 
   void setGlobal(FnState state, const KeyboardDeviceSource* source);
@@ -204,6 +210,9 @@ class ModePolicy {
   std::optional<std::string> lastActivatedBundleIdentifier_;
   /// What is in the hardware, unless it was chosen; absent when it was.
   std::optional<Leftover> leftover_;
+  /// What Keyrow has last stored or seen in the store.
+  StoredFnStates::All seenStore_;
+  ObserverToken storeObserver_;
   /// What was seen in the system preference and could not be kept.
   std::optional<std::int64_t> unkeptPreference_;
   /// What was written into the system preference and could not be synchronised.

@@ -65,6 +65,14 @@ std::vector<std::string> StoredFnStates::localBundleIdentifiers() const {
   return identifiers;
 }
 
+StoredFnStates::All StoredFnStates::all() const {
+  All stored{.global = global(), .overrides = {}};
+  for (const auto& [identifier, value] : overrides(userDefaults_)) {
+    if (const auto state = storedFnState(value)) stored.overrides.emplace(identifier, *state);
+  }
+  return stored;
+}
+
 std::optional<std::int64_t> StoredFnStates::lastSeenPreference() const {
   const auto object = userDefaults_.object(settingsKey::lastSeenFnStatePreference);
   const auto* value = object ? object->integer() : nullptr;

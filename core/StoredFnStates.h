@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/FnState.h"
@@ -38,6 +41,21 @@ class StoredFnStates {
 
   /// Every application that has an entry, also one whose value is no mode.
   std::vector<std::string> localBundleIdentifiers() const;
+
+  /// All that is stored.
+  struct All {
+    std::optional<FnState> global;
+    std::map<std::string, FnState, std::less<>> overrides;
+
+    friend bool operator==(const All&, const All&) = default;
+  };
+  All all() const;
+
+  /// Runs `handler` after each change, until the token is destroyed: in the call that made it,
+  /// or, where another process did, late and on any thread.
+  ObserverToken observe(std::function<void()> handler) {
+    return userDefaults_.observeChanges(std::move(handler));
+  }
 
   /// What is kept for `lastSeenPreference` where there was no preference.
   static constexpr std::int64_t noPreference = -1;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 
 #include "platform/Port.h"
 #include "platform/PropertyValue.h"
+#include "platform/Registration.h"
 
 namespace keyrow {
 
@@ -19,6 +21,11 @@ class UserDefaults : public Port {
   /// A number that has changed whenever any value has changed, whoever changed it. What
   /// was read after this number was asked for holds as long as it stays the same.
   virtual std::uint64_t changeCount() = 0;
+
+  /// Runs `handler` after each change of one of Keyrow's values, until the token is destroyed
+  /// (key-value observing). A change of this process is told before the call that made it
+  /// returns; that of another one comes from any thread, and may come late.
+  virtual ObserverToken observeChanges(std::function<void()> handler) = 0;
 
   virtual void setObject(std::string_view key, const PropertyValue& value) = 0;
   virtual void removeObject(std::string_view key) = 0;

@@ -41,22 +41,35 @@ class ModeModel {
   /// Somebody chose a mode in System Settings: keyboard and preference took it. Nobody can tell
   /// where the preference is as Keyrow has last seen it.
   void chooseInSystemSettings(FnState mode) {
+    isPreferenceUnseen_ = true;
     if (mode == chosen_ && !isUnseen_) return;
     forget();
-    if (!seenPreference_ || mode == *seenPreference_) return;
+    if (isStoreUnseen_ || !seenPreference_ || mode == *seenPreference_) return;
     chosen_ = mode;
     isUnseen_ = true;
   }
 
+  /// Somebody stored a mode with the command line, and that took it. Where Keyrow has not seen an
+  /// older choice yet, nobody can tell which is which.
+  void store(FnState mode) {
+    forget();
+    if (!isPreferenceUnseen_) chosen_ = mode;
+    isStoreUnseen_ = true;
+  }
+
+  /// Keyrow has heard of what was stored.
+  void hear() { isStoreUnseen_ = false; }
+
   /// Something else has put a mode where Keyrow looks for choices. Nobody knows whether it was
   /// one.
   void meddle(std::optional<FnState> mode) {
+    isPreferenceUnseen_ = true;
     if (mode != chosen_ || isUnseen_) forget();
   }
 
   /// Keyrow has had the opportunity to notice what was chosen, with this preference.
   void look(std::optional<FnState> preference) {
-    isUnseen_ = false;
+    isUnseen_ = isStoreUnseen_ = isPreferenceUnseen_ = false;
     if (preference) seenPreference_ = preference;
   }
 
@@ -77,6 +90,10 @@ class ModeModel {
  private:
   std::optional<FnState> chosen_;
   bool isUnseen_ = false;
+  /// Keyboard or preference have been changed since Keyrow looked last.
+  bool isPreferenceUnseen_ = false;
+  /// Keyrow has not heard yet of what was stored last.
+  bool isStoreUnseen_ = false;
   /// The system preference when Keyrow looked last; absent where nobody knows.
   std::optional<FnState> seenPreference_;
 };

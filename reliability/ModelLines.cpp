@@ -1,6 +1,9 @@
 #include "reliability/ModelLines.h"
 
+#include <chrono>
+
 #include "core/AppSettings.h"
+#include "core/StoredFnStates.h"
 
 namespace keyrow::reliability {
 
@@ -32,8 +35,12 @@ struct Happening {
     return nothing;
   }
   Meaning operator()(const sim::WriteDefaults& line) const {
-    if (line.key == settingsKey::globalFnState ||
-        line.key == settingsKey::lastSeenFnStatePreference) {
+    if (line.key == settingsKey::lastSeenFnStatePreference) model.loseTrack();
+    if (line.key != settingsKey::globalFnState) return nothing;
+    const auto mode = line.value ? storedFnState(*line.value) : std::nullopt;
+    if (mode) {
+      model.store(*mode);
+    } else {
       model.forget();
     }
     return nothing;
@@ -54,7 +61,10 @@ struct Happening {
   Meaning operator()(const sim::CloseWindow&) const { return nothing; }
   Meaning operator()(const sim::SelectTab&) const { return nothing; }
   Meaning operator()(const sim::Answer&) const { return nothing; }
-  Meaning operator()(const sim::Wait&) const { return nothing; }
+  Meaning operator()(const sim::Wait& line) const {
+    if (line.duration >= std::chrono::seconds{1}) model.hear();
+    return nothing;
+  }
   Meaning operator()(const sim::Sleep&) const { return noticed; }
   Meaning operator()(const sim::Wake&) const { return applied; }
   Meaning operator()(const sim::ChangePermission&) const { return nothing; }

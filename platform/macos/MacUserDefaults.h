@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -12,9 +13,8 @@
 
 /// Observes Keyrow's keys in user defaults.
 @interface KeyrowDefaultsObserver : NSObject
-/// `changeCount` has to outlive the observer.
-- (instancetype)initWithDefaults:(NSUserDefaults*)defaults
-                     changeCount:(std::atomic<std::uint64_t>&)changeCount;
+/// Runs `handler` at each change, on the thread that tells of it, until it is invalidated.
+- (instancetype)initWithDefaults:(NSUserDefaults*)defaults handler:(std::function<void()>)handler;
 - (void)invalidate;
 @end
 
@@ -28,6 +28,7 @@ class MacUserDefaults final : public UserDefaults {
 
   std::uint64_t changeCount() override { return changeCount_; }
   std::optional<PropertyValue> object(std::string_view key) override;
+  ObserverToken observeChanges(std::function<void()> handler) override;
   void setObject(std::string_view key, const PropertyValue& value) override;
   void removeObject(std::string_view key) override;
 

@@ -1,20 +1,22 @@
 #include "platform/macos/MacUserDefaults.h"
 
+#include <utility>
+
 #include "core/AppSettings.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/NotificationObserver.h"
+#include "platform/macos/RevocableHandler.h"
 
 @implementation KeyrowDefaultsObserver {
   NSUserDefaults* _defaults;
-  std::atomic<std::uint64_t>* _changeCount;
+  std::function<void()> _handler;
 }
 
-- (instancetype)initWithDefaults:(NSUserDefaults*)defaults
-                     changeCount:(std::atomic<std::uint64_t>&)changeCount {
+- (instancetype)initWithDefaults:(NSUserDefaults*)defaults handler:(std::function<void()>)handler {
   self = [super init];
   if (!self) return nil;
   _defaults = defaults;
-  _changeCount = &changeCount;
+  _handler = std::move(handler);
   for (const auto key : keyrow::settingsKey::all) {
     [_defaults addObserver:self forKeyPath:keyrow::macos::nsString(key) options:0 context:nullptr];
   }
@@ -31,7 +33,7 @@
                       ofObject:(id)object
                         change:(NSDictionary*)change
                        context:(void*)context {
-  ++*_changeCount;
+  _handler();
 }
 
 @end
@@ -41,7 +43,7 @@ namespace keyrow::macos {
 MacUserDefaults::MacUserDefaults(NSUserDefaults* defaults)
     : defaults_{defaults},
       observer_{[[KeyrowDefaultsObserver alloc] initWithDefaults:defaults
-                                                     changeCount:changeCount_]},
+                                                         handler:[this] { ++changeCount_; }]},
       changeObserver_{observeNotification(NSNotificationCenter.defaultCenter,
                                           NSUserDefaultsDidChangeNotification, /*queue=*/nil,
                                           [this] { ++changeCount_; })} {}
@@ -51,6 +53,14 @@ MacUserDefaults::~MacUserDefaults() { [observer_ invalidate]; }
 std::optional<PropertyValue> MacUserDefaults::object(std::string_view key) {
   const id object = [defaults_ objectForKey:nsString(key)];
   return propertyValue((__bridge CFTypeRef)object);
+}
+
+ObserverToken MacUserDefaults::observeChanges(std::function<void()> handler) {
+  // Another thread may be about to tell while the observer is removed.
+  const RevocableHandler<> revocable{std::move(handler)};
+  KeyrowDefaultsObserver* const observer =
+      [[KeyrowDefaultsObserver alloc] initWithDefaults:defaults_ handler:revocable.caller()];
+  return ObserverToken{[observer, revocable] { [observer invalidate]; }};
 }
 
 void MacUserDefaults::setObject(std::string_view key, const PropertyValue& value) {

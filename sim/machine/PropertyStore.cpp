@@ -21,12 +21,19 @@ std::optional<PropertyValue> PropertyStore::value(std::string_view domain,
 
 void PropertyStore::setValue(std::string_view domain, std::string_view key,
                              std::optional<PropertyValue> value) {
+  if (!change(domain, key, std::move(value))) return;
+  const auto observed = observers_.find(domain);
+  if (observed != observers_.end()) observed->second.notify();
+}
+
+bool PropertyStore::change(std::string_view domain, std::string_view key,
+                           std::optional<PropertyValue> value) {
   const std::scoped_lock guard{mutex_};
   ++writeCount_;
   auto& values = domains_[std::string{domain}];
   const auto found = values.find(key);
   const auto before = found == values.end() ? std::nullopt : std::optional{found->second};
-  if (before == value) return;
+  if (before == value) return false;
 
   tell(key, before, value);
   if (value) {
@@ -35,6 +42,11 @@ void PropertyStore::setValue(std::string_view domain, std::string_view key,
     values.erase(found);
   }
   ++changeCount_;
+  return true;
+}
+
+Registration PropertyStore::observe(std::string_view domain, std::function<void()> handler) {
+  return observers_[std::string{domain}].add(std::move(handler));
 }
 
 void PropertyStore::tell(std::string_view key, const std::optional<PropertyValue>& before,

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -9,6 +10,7 @@
 #include <string_view>
 
 #include "platform/PropertyValue.h"
+#include "sim/machine/ObserverList.h"
 #include "sim/machine/Timeline.h"
 
 namespace keyrow::sim {
@@ -29,6 +31,9 @@ class PropertyStore {
   /// All values of a domain.
   PropertyDictionary domain(std::string_view domain) const;
 
+  /// Calls `handler` after every change of a value in this domain.
+  Registration observe(std::string_view domain, std::function<void()> handler);
+
   /// Grows with every change.
   std::uint64_t changeCount() const { return changeCount_; }
 
@@ -36,6 +41,8 @@ class PropertyStore {
   int writeCount() const;
 
  private:
+  /// False where the value is there already.
+  bool change(std::string_view domain, std::string_view key, std::optional<PropertyValue> value);
   void tell(std::string_view key, const std::optional<PropertyValue>& before,
             const std::optional<PropertyValue>& after);
   bool tellOverrides(const std::optional<PropertyValue>& before,
@@ -47,6 +54,8 @@ class PropertyStore {
   mutable std::mutex mutex_;
   std::map<std::string, PropertyDictionary, std::less<>> domains_;
   int writeCount_ = 0;
+  /// Main thread only.
+  std::map<std::string, ObserverList<>, std::less<>> observers_;
   std::atomic<std::uint64_t> changeCount_{0};
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -8,7 +10,8 @@
 
 namespace keyrow::sim {
 
-/// The user defaults of one application.
+/// The user defaults of one application, as a process sees them: of what others write it hears
+/// late.
 class SimulatedUserDefaults final : public UserDefaults {
  public:
   SimulatedUserDefaults(SimulatedMac& mac, std::string domain)
@@ -18,16 +21,17 @@ class SimulatedUserDefaults final : public UserDefaults {
     return mac_.defaults.value(domain_, key);
   }
   std::uint64_t changeCount() override { return mac_.defaults.changeCount(); }
-  void setObject(std::string_view key, const PropertyValue& value) override {
-    if (mac_.call(PortCall::writeDefaults)) mac_.defaults.setValue(domain_, key, value);
-  }
-  void removeObject(std::string_view key) override {
-    if (mac_.call(PortCall::writeDefaults)) mac_.defaults.setValue(domain_, key, std::nullopt);
-  }
+  ObserverToken observeChanges(std::function<void()> handler) override;
+  void setObject(std::string_view key, const PropertyValue& value) override { write(key, value); }
+  void removeObject(std::string_view key) override { write(key, std::nullopt); }
 
  private:
+  void write(std::string_view key, std::optional<PropertyValue> value);
+
   SimulatedMac& mac_;
   const std::string domain_;
+  /// Whether a change is this process's own.
+  bool isWriting_ = false;
 };
 
 }  // namespace keyrow::sim

@@ -113,16 +113,16 @@ TEST_F(AppDelegateTest, AdoptsAModeFoundInTheHardwareBeforeApplyingTheNewAppsOve
   EXPECT_THAT(takeWrittenModes(), ElementsAre(1));
 }
 
-TEST_F(AppDelegateTest, AdoptsTheHardwareModeWhenNoneIsStored) {
+TEST_F(AppDelegateTest, SettlesTheHardwareModeWhenNoneIsStoredAnyMore) {
   launchWithFrontmost(safari);
   setHardware(FnState::standard);
   store("globalFnState", std::nullopt);
   takeWrittenModes();
   mac.applications.activate(textEdit);
   EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
-  // Adopting writes nothing, only applying does.
-  EXPECT_THAT(takeWrittenModes(), ElementsAre(1));
-  EXPECT_THAT(logLines(), ElementsAre(switchedApps));
+  // What is deleted is applied anew, and so is what belongs to the new application.
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(1, 1));
+  EXPECT_THAT(logLines(), ElementsAre());
 }
 
 TEST_F(AppDelegateTest, DoesNotAdoptTheHardwareModeWhileAnOverrideIsInForce) {

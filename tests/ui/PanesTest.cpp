@@ -219,8 +219,8 @@ TEST_F(PanesTest, WithoutAMailServiceTheLinkCarriesTheText) {
 }
 
 TEST_F(PanesTest, SettingsOfTheWrongTypeReadAsTheirAbsentValue) {
-  const std::vector<PropertyValue> values{"on", PropertyDictionary{{"a", 1}},
-                                          PropertyDictionary{}, "", "7"};
+  const std::vector<PropertyValue> values{"on", PropertyDictionary{{"a", 1}}, PropertyDictionary{},
+                                          "", "7"};
   for (const auto key : settingsKey::all) {
     for (const auto& value : values) {
       store(key, value);

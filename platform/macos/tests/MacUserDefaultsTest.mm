@@ -118,6 +118,18 @@ TEST_F(MacUserDefaultsTest, CountsWritesThroughAnotherObject) {
   }
 }
 
+TEST_F(MacUserDefaultsTest, TellsOfItsOwnWritesInsideTheCall) {
+  int told = 0;
+  auto observer = defaults.observeChanges([&] { ++told; });
+  defaults.setObject(key, 1);
+  EXPECT_EQ(told, 1);
+  defaults.removeObject(key);
+  EXPECT_EQ(told, 2);
+  observer = {};
+  defaults.setObject(key, 1);
+  EXPECT_EQ(told, 2);
+}
+
 TEST_F(MacUserDefaultsTest, CountsWritesOfAnotherProcess) {
   // By then whatever emptying the suite has set off is over.
   eventually([] { return false; }, /*seconds=*/0.5);

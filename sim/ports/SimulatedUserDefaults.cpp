@@ -1,0 +1,35 @@
+#include "sim/ports/SimulatedUserDefaults.h"
+
+#include <chrono>
+#include <memory>
+
+namespace keyrow::sim {
+
+namespace {
+
+/// How late a process hears of what others write.
+constexpr std::chrono::milliseconds lateness{300};
+
+}  // namespace
+
+ObserverToken SimulatedUserDefaults::observeChanges(std::function<void()> handler) {
+  const auto held = std::make_shared<const std::function<void()>>(std::move(handler));
+  return mac_.defaults.observe(domain_, [this, held] {
+    if (isWriting_) {
+      (*held)();
+      return;
+    }
+    mac_.scheduler.schedule(lateness, [weak = std::weak_ptr{held}] {
+      if (const auto observer = weak.lock()) (*observer)();
+    });
+  });
+}
+
+void SimulatedUserDefaults::write(std::string_view key, std::optional<PropertyValue> value) {
+  if (!mac_.call(PortCall::writeDefaults)) return;
+  isWriting_ = true;
+  mac_.defaults.setValue(domain_, key, std::move(value));
+  isWriting_ = false;
+}
+
+}  // namespace keyrow::sim
