@@ -34,6 +34,7 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                    .settings = settings_,
                    .workspace = platform.workspace,
                    .mainQueue = platform.mainQueue,
+                   .clock = platform.clock,
                    .presenter = statusBarController_,
                    .stateLog = diagnosticsLog_.logger(LogCategory::state),
                    .appLog = diagnosticsLog_.logger(LogCategory::app)}},

@@ -14,6 +14,9 @@ using namespace std::chrono_literals;
 /// The n-th retry of a failed hardware read waits n times as long.
 constexpr auto retryDelay = 350ms;
 
+/// An application that is being updated is missing for a while.
+constexpr auto updateTime = 1min;
+
 constexpr std::string_view applyGlobalAction = "apply the stored global function key mode";
 constexpr std::string_view applyLocalAction = "apply the stored local function key mode";
 
@@ -434,12 +437,27 @@ void ModePolicy::refreshFromHardware() {
 }
 
 void ModePolicy::pruneLocalFnStates() {
-  auto identifiers = use_.storedFnStates.localBundleIdentifiers();
-  std::erase_if(identifiers, [this](const std::string& identifier) {
-    return use_.workspace.isApplicationInstalled(identifier);
-  });
-  use_.storedFnStates.removeLocals(identifiers);
+  const auto now = use_.clock.uptime();
+  std::vector<std::string> gone;
+  std::map<std::string, std::chrono::nanoseconds> missing;
+  for (auto& identifier : use_.storedFnStates.localBundleIdentifiers()) {
+    if (use_.workspace.isApplicationInstalled(identifier)) continue;
+    const auto found = missingSince_.find(identifier);
+    const auto since = found == missingSince_.end() ? now : found->second;
+    if (now - since >= updateTime) {
+      gone.push_back(std::move(identifier));
+    } else {
+      missing.emplace(std::move(identifier), since);
+    }
+  }
+  missingSince_ = std::move(missing);
+  if (gone.empty()) return;
+  use_.storedFnStates.removeLocals(gone);
   noteStore();
+  std::string which;
+  for (const auto& identifier : gone) which += appSuffix(identifier);
+  use_.stateLog.notice("Removed the overrides of apps that are not installed any more: " +
+                       std::to_string(gone.size()) + which + ".");
 }
 
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <list>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +14,7 @@
 #include "core/FnStatePersistReason.h"
 #include "core/KeyboardDeviceSource.h"
 #include "core/StoredFnStates.h"
+#include "platform/Clock.h"
 #include "platform/MainQueue.h"
 #include "platform/SystemLog.h"
 #include "platform/Workspace.h"
@@ -66,6 +69,7 @@ class ModePolicy {
     const AppSettings& settings;
     Workspace& workspace;
     MainQueue& mainQueue;
+    Clock& clock;
     ModePresenter& presenter;
     Logger& stateLog;
     Logger& appLog;
@@ -145,7 +149,7 @@ class ModePolicy {
   /// most three times, 0.35, 0.7 and 1.05 s apart.
   void refreshFromHardware();
 
-  /// Forgets the overrides of applications that are no longer installed.
+  /// Forgets the overrides of applications that are missing, and were so a minute ago.
   void pruneLocalFnStates();
 
  private:
@@ -213,6 +217,8 @@ class ModePolicy {
   /// What Keyrow has last stored or seen in the store.
   StoredFnStates::All seenStore_;
   ObserverToken storeObserver_;
+  /// Since when an application with an override is missing.
+  std::map<std::string, std::chrono::nanoseconds> missingSince_;
   /// What was seen in the system preference and could not be kept.
   std::optional<std::int64_t> unkeptPreference_;
   /// What was written into the system preference and could not be synchronised.

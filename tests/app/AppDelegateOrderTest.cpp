@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -45,8 +46,8 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           // Its first pane shows the permission, and follows it.
           "is process trusted", "observe NSApplicationDidBecomeActiveNotification",
           "observe AccessibilityTrustDidChange", "start updater",
-          // The override of an application that is not installed.
-          "find-application", "write-defaults",
+          // An override whose application is not installed.
+          "find-application",
           // Whether anything has to be asked, and whether a manager may be opened.
           "check input monitoring", "check input monitoring", "open-hid-manager",
           // The prompt, then the tap.
@@ -89,7 +90,7 @@ TEST_F(AppDelegateOrderTest, TakesOverBeforeItShowsAnything) {
 
 TEST_F(AppDelegateOrderTest, TerminatesInThisOrder) {
   process->launch();
-  storeOverride("com.example.gone", FnState::standard);
+  mac.scheduler.advance(std::chrono::minutes{1});
   mac.trace.start();
   process->terminate();
   EXPECT_THAT(

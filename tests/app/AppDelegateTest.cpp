@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <memory>
 
 #include "tests/app/AppDelegateFixture.h"
@@ -38,12 +39,13 @@ TEST_F(AppDelegateTest, InitializesTheGlobalModeAtTheFirstLaunch) {
   EXPECT_EQ(stored("globalFnState"), PropertyValue{1});
 }
 
-TEST_F(AppDelegateTest, DropsOverridesOfMissingAppsAtLaunch) {
+TEST_F(AppDelegateTest, DropsOverridesOfAppsThatAreMissingFromLaunchToTermination) {
   store("localFnState", PropertyDictionary{{"com.example.Gone", 1}, {textEdit, 1}});
   launchWithFrontmost("com.example.Gone");
+  EXPECT_EQ(mac.hid.modeName(), "standard");
+  mac.scheduler.advance(std::chrono::minutes{1});
+  process->terminate();
   EXPECT_EQ(stored("localFnState"), (PropertyDictionary{{textEdit, 1}}));
-  // Dropped before the mode was applied.
-  EXPECT_EQ(mac.hid.modeName(), "special");
 }
 
 TEST_F(AppDelegateTest, ListensToKeyboardsFromLaunchToTermination) {

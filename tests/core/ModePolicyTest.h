@@ -124,6 +124,7 @@ class ModePolicyTest : public CoreTest {
                   .settings = process.keyrow().settings(),
                   .workspace = process.platform().workspace,
                   .mainQueue = process.platform().mainQueue,
+                  .clock = process.platform().clock,
                   .presenter = presenter,
                   .stateLog = process.keyrow().diagnosticsLog().logger(LogCategory::state),
                   .appLog = process.keyrow().diagnosticsLog().logger(LogCategory::app)}} {}
