@@ -92,6 +92,8 @@ void StatusBarController::updateScopeIndicator() {
 }
 
 void StatusBarController::hideCapsLockIndicator() {
+  // When the setting is on again, whatever the state is has to be shown.
+  lastCapsLockLockedState_.reset();
   use_.view.setCapsLockIndicatorHidden(true);
   isCapsLockIndicatorVisible_ = false;
   updateScopeIndicator();
