@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "core/LogText.h"
+
 namespace keyrow {
 
 namespace {
@@ -36,7 +38,9 @@ std::string orNil(std::optional<Number> value) {
   return value ? std::to_string(*value) : "nil";
 }
 
-std::string orNil(const std::optional<std::string>& value) { return value.value_or("nil"); }
+std::string orNil(const std::optional<std::string>& value) {
+  return value ? inOneLine(*value) : "nil";
+}
 
 }  // namespace
 
@@ -88,8 +92,8 @@ std::string KeyboardDeviceSource::inputSourceLabel(bool enhancedDiagnostics) con
 
   auto name = manufacturer.value_or("");
   if (product && !product->empty()) name += (name.empty() ? "" : " ") + *product;
-  if (!name.empty()) label += " (" + name + ")";
-  if (transport && !transport->empty()) label += ", transport=" + *transport;
+  if (!name.empty()) label += " (" + inOneLine(name) + ")";
+  if (transport && !transport->empty()) label += ", transport=" + inOneLine(*transport);
   return label;
 }
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <utility>
 
+#include "core/LogText.h"
 #include "core/StateLogTexts.h"
 
 namespace keyrow {
@@ -497,7 +498,7 @@ std::optional<FnState> ModePolicy::overrideOf(
 
 std::string ModePolicy::appSuffix(std::string_view bundleIdentifier) const {
   if (!use_.settings.isOn(BooleanSetting::enhancedDiagnosticsEnabled)) return {};
-  return " app=" + std::string{bundleIdentifier};
+  return " app=" + inOneLine(bundleIdentifier);
 }
 
 std::string ModePolicy::sourceSuffix(const KeyboardDeviceSource* source) const {
