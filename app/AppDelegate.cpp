@@ -8,19 +8,26 @@ namespace keyrow {
 
 void AppDelegate::applicationDidFinishLaunching() {
   use_.instanceTakeover.registerInstanceTakeoverObserver();
+  use_.modePolicy.willLaunch();
   use_.instanceTakeover.takeOverPreviousInstances();
   use_.statusBarController.setUp();
   use_.settingsWindowController.createWindow();
   use_.updater.start();
   use_.modePolicy.pruneLocalFnStates();
-  use_.keyboardMonitoring.start();
+  if (use_.modePolicy.isSessionActive()) use_.keyboardMonitoring.start();
   promptForAccessibilityIfNeeded();
-  use_.eventTapKeeper.start();
+  if (use_.modePolicy.isSessionActive()) use_.eventTapKeeper.start();
   installAppActivationObserver();
   wakeObserver_ = use_.workspace.observeDidWake([this] { handleWake(); });
   sleepObserver_ = use_.workspace.observeWillSleep([this] { use_.modePolicy.willSleep(); });
-  use_.capsLockMonitor.observeCapsLockIndicatorSetting();
-  use_.capsLockMonitor.applyCapsLockIndicatorSetting();
+  sessionResignObserver_ =
+      use_.workspace.observeSessionDidResignActive([this] { handleSessionResign(); });
+  sessionActivationObserver_ =
+      use_.workspace.observeSessionDidBecomeActive([this] { handleSessionActivation(); });
+  if (use_.modePolicy.isSessionActive()) {
+    use_.capsLockMonitor.observeCapsLockIndicatorSetting();
+    use_.capsLockMonitor.applyCapsLockIndicatorSetting();
+  }
   installAppActiveObserver();
   use_.modePolicy.launched();
 }
@@ -44,7 +51,7 @@ bool AppDelegate::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
 }
 
 void AppDelegate::handleApplicationActivation() {
-  use_.eventTapKeeper.look();
+  if (use_.modePolicy.isSessionActive()) use_.eventTapKeeper.look();
   if (use_.modePolicy.switchedApplication()) use_.keyboardMonitoring.permissionsMayHaveChanged();
   use_.capsLockMonitor.refreshCapsLockIfEnabled();
 }
@@ -52,7 +59,24 @@ void AppDelegate::handleApplicationActivation() {
 void AppDelegate::handleWake() {
   use_.modePolicy.didWake();
   use_.capsLockMonitor.refreshCapsLockIfEnabled();
-  use_.eventTapKeeper.handleWake();
+  if (use_.modePolicy.isSessionActive()) use_.eventTapKeeper.handleWake();
+}
+
+void AppDelegate::handleSessionResign() {
+  if (!use_.modePolicy.isSessionActive()) return;
+  use_.modePolicy.sessionResigned();
+  use_.capsLockMonitor.tearDownCapsLockMonitoring();
+  use_.eventTapKeeper.stop();
+  use_.keyboardMonitoring.stop();
+}
+
+void AppDelegate::handleSessionActivation() {
+  if (use_.modePolicy.isSessionActive()) return;
+  use_.modePolicy.sessionBecameActive();
+  use_.keyboardMonitoring.start();
+  use_.capsLockMonitor.observeCapsLockIndicatorSetting();
+  use_.capsLockMonitor.applyCapsLockIndicatorSetting();
+  use_.eventTapKeeper.start();
 }
 
 void AppDelegate::installAppActivationObserver() {
@@ -61,11 +85,13 @@ void AppDelegate::installAppActivationObserver() {
 
 void AppDelegate::installAppActiveObserver() {
   appActiveObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive, [this] {
+    if (!use_.modePolicy.isSessionActive()) return;
     use_.eventTapKeeper.look();
     use_.keyboardMonitoring.permissionsMayHaveChanged();
   });
-  trustObserver_ = use_.notificationCenter.addObserver(
-      accessibilityTrustDidChange, [this] { use_.keyboardMonitoring.permissionsMayHaveChanged(); });
+  trustObserver_ = use_.notificationCenter.addObserver(accessibilityTrustDidChange, [this] {
+    if (use_.modePolicy.isSessionActive()) use_.keyboardMonitoring.permissionsMayHaveChanged();
+  });
 }
 
 void AppDelegate::promptForAccessibilityIfNeeded() {

@@ -56,6 +56,8 @@ class AppDelegate {
  private:
   void handleApplicationActivation();
   void handleWake();
+  void handleSessionResign();
+  void handleSessionActivation();
   void installAppActivationObserver();
   void installAppActiveObserver();
   void promptForAccessibilityIfNeeded();
@@ -67,6 +69,8 @@ class AppDelegate {
   ObserverToken activationObserver_;
   ObserverToken wakeObserver_;
   ObserverToken sleepObserver_;
+  ObserverToken sessionResignObserver_;
+  ObserverToken sessionActivationObserver_;
 };
 
 }  // namespace keyrow

@@ -67,12 +67,21 @@ void EventTapKeeper::tapWasDisabled(std::uint32_t eventType) {
   tryLater();
 }
 
-void EventTapKeeper::stopAndWait() {
+void EventTapKeeper::stop() {
   trustObserver_ = {};
   looks_.clear();
+  retryCount_ = 0;
   retry_ = {};
   endOfRest_ = {};
+  restDuration_ = firstRest;
+  isOnProbation_ = false;
   endOfProbation_ = {};
+  state_ = State::untrusted;
+  use_.eventTapController.stopEventTap();
+}
+
+void EventTapKeeper::stopAndWait() {
+  stop();
   use_.eventTapController.stopEventTapAndWait();
 }
 

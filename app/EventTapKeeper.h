@@ -52,7 +52,10 @@ class EventTapKeeper {
   /// The system has disabled the tap, which `eventType` announced.
   void tapWasDisabled(std::uint32_t eventType);
 
-  /// Ends the tap for good, and waits for its workers.
+  /// Ends the tap until it is started again.
+  void stop();
+
+  /// The same, and waits for the workers.
   void stopAndWait();
 
  private:

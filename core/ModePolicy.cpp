@@ -15,6 +15,9 @@ using namespace std::chrono_literals;
 /// The n-th retry of a failed hardware read waits n times as long.
 constexpr auto retryDelay = 350ms;
 
+/// How long two users' Keyrows may disagree when their sessions change places.
+constexpr auto switchingTime = 1s;
+
 /// An application that is being updated is missing for a while.
 constexpr auto updateTime = 1min;
 
@@ -30,6 +33,7 @@ constexpr std::string_view takeover = "from hardware before instance takeover";
 constexpr std::string_view sleep = "from hardware before system sleep";
 constexpr std::string_view termination = "from hardware before application termination";
 constexpr std::string_view launch = "from System Settings at launch";
+constexpr std::string_view session = "from System Settings at a change of session";
 constexpr std::string_view wake = "from System Settings at wake";
 }  // namespace origin
 
@@ -42,7 +46,10 @@ bool isSystemSettings(const std::optional<std::string>& bundleIdentifier) {
 
 // What happened.
 
+void ModePolicy::willLaunch() { isSessionActive_ = use_.workspace.isSessionActive(); }
+
 void ModePolicy::takesOver() {
+  if (!isSessionActive_) return;
   adoptByEvidence(origin::takeover);
   const auto preference = use_.fnStateController.readSystemFnStatePreference();
   const auto target =
@@ -82,6 +89,7 @@ void ModePolicy::launched() {
   // Never inside the notice: what it tells of may be half done.
   storeObserver_ =
       use_.storedFnStates.observe([this] { use_.mainQueue.async([this] { obeyStore(); }); });
+  if (!isSessionActive_) return;
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   if (use_.storedFnStates.global()) {
     // A Keyrow that was killed may have left an override's mode there.
@@ -96,7 +104,7 @@ void ModePolicy::launched() {
 }
 
 bool ModePolicy::switchedApplication() {
-  if (!isInControl_) return false;
+  if (!isFollowing()) return false;
   obeyStore();
   const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   const auto previous = std::exchange(lastActivatedBundleIdentifier_, frontmost);
@@ -116,9 +124,43 @@ void ModePolicy::willSleep() {
 }
 
 void ModePolicy::didWake() {
+  if (!isSessionActive_) return;
   // The hardware may have come back in a mode that nobody has chosen.
   adopt(origin::wake, /*alsoFromHardware=*/false);
   refreshFromHardware();
+  applyStoredFnState();
+}
+
+void ModePolicy::sessionResigned() {
+  if (isFollowing()) {
+    // The keyboard alone proves nothing: the other user's Keyrow may have written it already.
+    adopt(origin::session, /*alsoFromHardware=*/false);
+    // The next user finds the keyboard as this one leaves it.
+    const auto global = storedGlobalFnState();
+    if (global && apply(*global, applyGlobalAction, nullptr)) setScope(false);
+    persist(FnStatePersistReason::quiet);
+  }
+  isSessionActive_ = false;
+  secondLook_ = {};
+  retries_.clear();
+  IOKitRetryCount_ = 0;
+}
+
+void ModePolicy::sessionBecameActive() {
+  isSessionActive_ = true;
+  if (!isInControl_) return;
+  // What the keyboard holds is the other user's.
+  lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
+  noteStore();
+  applyStoredFnState();
+  secondLook_ = use_.mainQueue.after(switchingTime, [this] { lookAgain(); });
+}
+
+/// The other user's Keyrow may have written its mode after this one.
+void ModePolicy::lookAgain() {
+  adopt(origin::session, /*alsoFromHardware=*/false);
+  const auto hardware = use_.fnStateController.readFnState();
+  if (hardware && *hardware == lastKnownFnState_) return;
   applyStoredFnState();
 }
 
@@ -233,7 +275,7 @@ bool ModePolicy::mayAdoptFromHardware() const {
 }
 
 void ModePolicy::adopt(std::string_view origin, bool alsoFromHardware) {
-  if (!isInControl_) return;
+  if (!isFollowing()) return;
   obeyStore();
   if (adoptByEvidence(origin) || !alsoFromHardware) return;
   const auto hardware = use_.fnStateController.readFnState();
@@ -312,7 +354,7 @@ bool ModePolicy::isLeftover(FnState hardware) {
 /// Writes what was stored into the hardware, and stores nothing, save a global mode where that is
 /// gone.
 void ModePolicy::obeyStore() {
-  if (!isInControl_) return;
+  if (!isFollowing()) return;
   const auto before = std::exchange(seenStore_, use_.storedFnStates.all());
   if (seenStore_ == before) return;
 
@@ -349,6 +391,7 @@ void ModePolicy::applyStoredFnState() {
 }
 
 void ModePolicy::restoreGlobalFnState() {
+  if (!isSessionActive_) return;
   const auto global = storedGlobalFnState();
   if (!global) {
     use_.stateLog.notice(stateLogText::cannotRestoreGlobal);
@@ -376,6 +419,8 @@ std::optional<FnState> ModePolicy::storedGlobalFnState() {
                          std::string{modeText(state)} + ".");
     return state;
   }
+  // The keyboard is in another user's hands.
+  if (!isSessionActive_) return std::nullopt;
   if (holdsOverride()) {
     use_.stateLog.notice(stateLogText::overrideIsNotGlobal);
     return std::nullopt;
@@ -393,6 +438,7 @@ void ModePolicy::storeGlobal(FnState state) {
 
 /// Puts the global mode where System Settings shows it.
 void ModePolicy::persist(FnStatePersistReason reason) {
+  if (!isSessionActive_ && !use_.storedFnStates.global()) return;
   if (holdsOverride() && !use_.storedFnStates.global()) {
     use_.stateLog.notice(stateLogText::overrideIsNotPersisted);
     return;
@@ -462,6 +508,7 @@ void ModePolicy::pruneLocalFnStates() {
 }
 
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {
+  if (!isSessionActive_) return false;
   if (const auto written = use_.fnStateController.writeFnState(state); !written) {
     use_.stateLog.error("Failed to " + std::string{action} + ": " +
                         std::string{errorDescription(written.error())} + sourceSuffix(source));

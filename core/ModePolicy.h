@@ -83,7 +83,18 @@ class ModePolicy {
   /// Whether the mode in force came from an override.
   bool isLocalScopeActive() const { return isLocalScopeActive_; }
 
+  /// Whether this user's session is in front, as far as is known.
+  bool isSessionActive() const { return isSessionActive_; }
+
   // What happened.
+
+  /// Keyrow is about to launch: in a session that may not be the one in front.
+  void willLaunch();
+
+  /// Another user's session comes to the front. Until this one is back, nothing is written into
+  /// the hardware, and nothing is adopted.
+  void sessionResigned();
+  void sessionBecameActive();
 
   /// Older instances that don't answer are about to be forced out, which keeps them from
   /// restoring the mode.
@@ -181,6 +192,8 @@ class ModePolicy {
   // What another process has stored.
 
   void obeyStore();
+  void lookAgain();
+  bool isFollowing() const { return isInControl_ && isSessionActive_; }
   void noteStore() { seenStore_ = use_.storedFnStates.all(); }
 
   // What the commands do, once that is settled.
@@ -208,6 +221,7 @@ class ModePolicy {
 
   /// It has been launched: from now on what it finds may be somebody's choice.
   bool isInControl_ = false;
+  bool isSessionActive_ = true;
   std::optional<FnState> lastKnownFnState_;
   bool isLocalScopeActive_ = false;
   /// The application that was frontmost at the last activation, or at launch.
@@ -225,6 +239,8 @@ class ModePolicy {
   std::optional<FnState> unwrittenPreference_;
   /// Consecutive failed hardware reads.
   int IOKitRetryCount_ = 0;
+  /// After the session has come back.
+  DelayedCall secondLook_;
   /// Each retry removes itself.
   std::list<DelayedCall> retries_;
 };

@@ -37,7 +37,18 @@ class Workspace : public Port {
   /// (`NSWorkspaceDidWakeNotification`).
   virtual ObserverToken observeDidWake(std::function<void()> handler) = 0;
 
-  /// The running applications with this bundle identifier, this one among them.
+  /// Whether this user's session has the screen and the keyboards (`kCGSessionOnConsoleKey`).
+  virtual bool isSessionActive() = 0;
+
+  /// Runs `handler` on the main queue after another user's session has come in its place, or
+  /// before (`NSWorkspaceSessionDidResignActiveNotification`).
+  virtual ObserverToken observeSessionDidResignActive(std::function<void()> handler) = 0;
+
+  /// Runs `handler` on the main queue when this user's session is back
+  /// (`NSWorkspaceSessionDidBecomeActiveNotification`).
+  virtual ObserverToken observeSessionDidBecomeActive(std::function<void()> handler) = 0;
+
+  /// The running applications of this user with this bundle identifier, this one among them.
   virtual std::vector<std::unique_ptr<RunningApplication>> runningApplications(
       std::string_view bundleIdentifier) = 0;
 

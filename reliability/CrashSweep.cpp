@@ -19,8 +19,7 @@ struct StoredModes {
 };
 
 StoredModes storedModes(sim::Stage& stage) {
-  const auto local =
-      stage.mac.defaults.value(std::string{appIdentifier}, settingsKey::localFnState);
+  const auto local = stage.mac.defaults.value(stage.keyrowDomain(), settingsKey::localFnState);
   const auto* overrides = local ? local->dictionary() : nullptr;
   return {.global = stage.storedFnStates().global(),
           .overrides = overrides ? *overrides : PropertyDictionary{}};
@@ -29,7 +28,7 @@ StoredModes storedModes(sim::Stage& stage) {
 /// What was chosen there before Keyrow was killed, or while it did not run, and it has not seen.
 std::optional<FnState> chosenInSystemSettings(sim::Stage& stage) {
   const auto seen = stage.storedFnStates().lastSeenPreference();
-  const auto preference = stage.mac.globalPreferences.value(GlobalPreferences::domain,
+  const auto preference = stage.mac.globalPreferences.value(stage.globalDomain(),
                                                             FnStateController::fnStateDefaultsKey);
   const auto isStandard = preference ? preference->boolValue() : std::nullopt;
   if (!seen || !isStandard) return std::nullopt;
@@ -50,7 +49,7 @@ Crash playUntilCrash(const sim::Scenario& scenario, std::uint64_t point, Session
   Crash crash;
   session.disturb();
   session.stage.mac.crashPoints.arm(point, [&] {
-    if (session.stage.runningCount() != 1) return;
+    if (session.stage.runningCount() != 1 || !session.stage.process()) return;
     crash.isKilled = true;
     session.stage.process()->kill();
     throw sim::ProcessEnded{};

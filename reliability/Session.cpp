@@ -38,7 +38,7 @@ std::string Session::play(const std::string& line) {
 }
 
 std::string Session::play(const sim::Step& step) {
-  const auto before = look();
+  auto before = look();
   farewells_.clear();
   const bool wasDisturbed = isDisturbed();
   sim::Outcome outcome;
@@ -52,6 +52,8 @@ std::string Session::play(const sim::Step& step) {
 
   const auto* action = step.action();
   if (!action || outcome.kind == sim::Outcome::Kind::endless) return outcome.message;
+  // What is compared from now on is another user's.
+  if (std::holds_alternative<sim::SwitchUser>(*action)) before = look();
   const bool isCarriedOut = outcome.kind == sim::Outcome::Kind::done;
   const bool isWithoutEffect = !isCarriedOut && stage.recentTimeline().empty();
   std::string problem;
@@ -97,7 +99,7 @@ Session::Before Session::look() {
 Modes Session::actualModes() {
   Modes modes;
   modes.hardware = sim::modeOfWord(stage.mac.hid.modeName());
-  const auto preference = stage.mac.globalPreferences.value(GlobalPreferences::domain,
+  const auto preference = stage.mac.globalPreferences.value(stage.globalDomain(),
                                                             FnStateController::fnStateDefaultsKey);
   const auto isStandard = preference ? preference->boolValue() : std::nullopt;
   if (isStandard) modes.preference = fnStateFromPreference(*isStandard);
@@ -301,7 +303,7 @@ std::string Session::wrongState(const Modes& left, bool isGone) {
 
 std::string Session::wrongTap(const sim::Action& action, const Before& before, bool isDone) {
   auto* process = stage.process();
-  const bool isAlone = stage.runningCount() == 1 && !process->isHanging();
+  const bool isAlone = process && stage.runningCount() == 1 && !process->isHanging();
   if (isDone) followTrust(action);
   isTapResting_ |= hasLogged(inputLogText::stoppedTapAfterTimeouts);
   if (stage.mac.eventTaps.enabledCount() > 0) {
@@ -309,7 +311,7 @@ std::string Session::wrongTap(const sim::Action& action, const Before& before, b
     isTapExplained_ = isTapResting_ = false;
     // Of several instances, it may be any one's.
     tapOwner_.reset();
-    if (stage.runningCount() == 1) tapOwner_ = tapStarter_ = process->processID();
+    if (process && stage.runningCount() == 1) tapOwner_ = tapStarter_ = process->processID();
     return {};
   }
   const bool isExplained =
@@ -362,7 +364,7 @@ std::string Session::wrongComeback() {
   mac.faults.clear();
   auto* process = stage.process();
   if (!process || stage.runningCount() > 1 || process->isHanging()) return {};
-  if (!mac.isAccessibilityGranted) return {};
+  if (!mac.isAccessibilityGranted || !process->keyrow().modePolicy().isSessionActive()) return {};
   mac.scheduler.advance(std::chrono::seconds{8});
   if (!process->platform().accessibility.isProcessTrusted()) return {};
   if (!mac.power.isAsleep()) mac.power.sleep();

@@ -42,7 +42,7 @@ std::string problemAfterQuit(sim::Stage& stage) {
   if (stage.mac.hid.parameter("HIDFKeyMode") != PropertyValue{rawValue(*global)}) {
     return "the hardware is not in the global mode";
   }
-  if (stage.mac.globalPreferences.value(GlobalPreferences::domain,
+  if (stage.mac.globalPreferences.value(stage.globalDomain(),
                                         FnStateController::fnStateDefaultsKey) !=
       PropertyValue{*global == FnState::standard}) {
     return "the system preference is not the global mode";

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/NotificationObserver.h"
 
@@ -51,6 +52,26 @@ ObserverToken MacWorkspace::observeDidWake(std::function<void()> handler) {
   return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
                              NSWorkspaceDidWakeNotification, NSOperationQueue.mainQueue,
                              std::move(handler));
+}
+
+bool MacWorkspace::isSessionActive() {
+  // Without a dictionary there is no window server, and nobody else to have the screen.
+  const auto session = CFRef<CFDictionaryRef>::adopt(CGSessionCopyCurrentDictionary());
+  if (!session) return true;
+  const void* const isOnConsole = CFDictionaryGetValue(session.get(), kCGSessionOnConsoleKey);
+  return !isOnConsole || isOnConsole == kCFBooleanTrue;
+}
+
+ObserverToken MacWorkspace::observeSessionDidResignActive(std::function<void()> handler) {
+  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                             NSWorkspaceSessionDidResignActiveNotification,
+                             NSOperationQueue.mainQueue, std::move(handler));
+}
+
+ObserverToken MacWorkspace::observeSessionDidBecomeActive(std::function<void()> handler) {
+  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                             NSWorkspaceSessionDidBecomeActiveNotification,
+                             NSOperationQueue.mainQueue, std::move(handler));
 }
 
 std::vector<std::unique_ptr<RunningApplication>> MacWorkspace::runningApplications(

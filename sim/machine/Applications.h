@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "sim/machine/ObserverList.h"
@@ -17,6 +18,8 @@ namespace keyrow::sim {
 struct RunningProcess {
   std::int32_t processIdentifier = 0;
   std::optional<std::string> bundleIdentifier;
+  /// Whose it is.
+  std::string user;
   bool isTerminated = false;
   /// Asks it to quit; false when that cannot be sent.
   std::function<bool()> terminate;
@@ -36,6 +39,12 @@ class Applications {
 
   /// The frontmost application; absent when there is none or it has no identifier.
   const std::optional<std::string>& frontmost() const { return frontmost_; }
+
+  /// Another user's application is in front now, which is no activation. Gives the one before.
+  std::optional<std::string> exchangeFrontmost(std::optional<std::string> bundleIdentifier) {
+    isFrontmostUnnamed_ = false;
+    return std::exchange(frontmost_, std::move(bundleIdentifier));
+  }
 
   /// The same in words, for none or one without an identifier, too.
   std::string nameOfFrontmost() const;

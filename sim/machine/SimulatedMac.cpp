@@ -31,8 +31,8 @@ bool SimulatedMac::call(PortCall call) {
 
 void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
   hid.setParameter("HIDFKeyMode", standardFunctionKeys ? 1 : 0);
-  globalPreferences.setValue(GlobalPreferences::domain, "com.apple.keyboard.fnState",
-                             standardFunctionKeys);
+  globalPreferences.setValue(Sessions::domain(sessions.active(), GlobalPreferences::domain),
+                             "com.apple.keyboard.fnState", standardFunctionKeys);
 }
 
 void SimulatedMac::changeAccessibility(bool isGranted,

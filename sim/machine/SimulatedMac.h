@@ -31,6 +31,7 @@
 #include "sim/machine/PropertyStore.h"
 #include "sim/machine/Scheduler.h"
 #include "sim/machine/Screen.h"
+#include "sim/machine/Sessions.h"
 #include "sim/machine/Timeline.h"
 #include "sim/machine/UnifiedLog.h"
 
@@ -55,6 +56,7 @@ class SimulatedMac {
   PropertyStore defaults{timeline, TimelineEvent::Kind::defaults};
   UnifiedLog log{timeline};
   Applications applications;
+  Sessions sessions{applications};
   Keyboards keyboards;
   KeyboardFilters keyboardFilters{*this};
   DistributedNotifications distributedNotifications{scheduler};

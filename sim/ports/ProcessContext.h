@@ -17,6 +17,8 @@ struct ProcessContext {
   OpenHandles::ProcessID processID = 0;
   /// Absent for a process without a bundle.
   std::optional<std::string> bundleIdentifier;
+  /// In whose session it runs.
+  std::string user{Sessions::firstUser};
   std::shared_ptr<MainThread> mainThread = std::make_shared<MainThread>();
 
   /// Wraps an observer's handler: it runs in the process's main thread, and as long as

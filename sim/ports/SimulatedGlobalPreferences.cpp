@@ -18,9 +18,9 @@ void SimulatedGlobalPreferences::setValue(std::string_view key, const PropertyVa
 bool SimulatedGlobalPreferences::synchronize() {
   if (!mac_.call(PortCall::synchronizePreferences)) return false;
   const std::scoped_lock guard{mutex_};
-  for (const auto& [key, value] : changes_) mac_.globalPreferences.setValue(domain, key, value);
+  for (const auto& [key, value] : changes_) mac_.globalPreferences.setValue(domain_, key, value);
   changes_.clear();
-  copy_ = mac_.globalPreferences.domain(domain);
+  copy_ = mac_.globalPreferences.domain(domain_);
   return true;
 }
 

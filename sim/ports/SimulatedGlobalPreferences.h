@@ -1,6 +1,8 @@
 #pragma once
 
 #include <mutex>
+#include <string>
+#include <utility>
 
 #include "platform/GlobalPreferences.h"
 #include "sim/machine/SimulatedMac.h"
@@ -11,8 +13,9 @@ namespace keyrow::sim {
 /// only in `synchronize`.
 class SimulatedGlobalPreferences final : public GlobalPreferences {
  public:
-  explicit SimulatedGlobalPreferences(SimulatedMac& mac)
-      : mac_{mac}, copy_{mac.globalPreferences.domain(domain)} {}
+  /// `userDomain` is the global domain of the process's user.
+  SimulatedGlobalPreferences(SimulatedMac& mac, std::string userDomain)
+      : mac_{mac}, domain_{std::move(userDomain)}, copy_{mac.globalPreferences.domain(domain_)} {}
 
   std::optional<PropertyValue> copyValue(std::string_view key) override;
   void setValue(std::string_view key, const PropertyValue& value) override;
@@ -20,6 +23,7 @@ class SimulatedGlobalPreferences final : public GlobalPreferences {
 
  private:
   SimulatedMac& mac_;
+  const std::string domain_;
   /// Guards the fields below.
   std::mutex mutex_;
   PropertyDictionary copy_;

@@ -4,10 +4,14 @@ namespace keyrow::sim {
 
 SimulatedProcess::SimulatedProcess(SimulatedMac& mac, OpenHandles::ProcessID processID,
                                    const std::optional<std::string>& bundleIdentifier)
-    : context_{.mac = mac, .processID = processID, .bundleIdentifier = bundleIdentifier},
+    : context_{.mac = mac,
+               .processID = processID,
+               .bundleIdentifier = bundleIdentifier,
+               .user = mac.sessions.active()},
       contents_{std::make_shared<Contents>(context_, [this] { terminate(); })} {
   running_->processIdentifier = processID;
   running_->bundleIdentifier = bundleIdentifier;
+  running_->user = context_.user;
   running_->terminate = [this] {
     if (hang_ && hang_ != Hang::reachable) return false;
     context_.mac.scheduler.schedule(Scheduler::Duration{0}, [this, thread = context_.mainThread] {

@@ -35,6 +35,7 @@ class SimulatedProcess {
   SimulatedProcess& operator=(const SimulatedProcess&) = delete;
 
   OpenHandles::ProcessID processID() const { return context_.processID; }
+  const std::string& user() const { return context_.user; }
 
   /// Whether it has ended; what follows is there until the machine gets to tidy up.
   bool hasEnded() const { return context_.mainThread->hasEnded(); }

@@ -31,7 +31,7 @@ class Application final : public RunningApplication {
 
 std::optional<std::string> SimulatedWorkspace::frontmostBundleIdentifier() {
   if (!context_.mac.call(PortCall::frontmostApplication)) return std::nullopt;
-  return context_.mac.applications.frontmost();
+  return context_.mac.sessions.frontmost(context_.user);
 }
 
 bool SimulatedWorkspace::isApplicationInstalled(std::string_view bundleIdentifier) {
@@ -41,7 +41,9 @@ bool SimulatedWorkspace::isApplicationInstalled(std::string_view bundleIdentifie
 
 ObserverToken SimulatedWorkspace::observeActivation(std::function<void()> handler) {
   return context_.mac.applications.observeActivation(
-      context_.observer("activation", std::move(handler)));
+      [this, tell = context_.observer("activation", std::move(handler))] {
+        if (isSessionActive()) tell();
+      });
 }
 
 ObserverToken SimulatedWorkspace::observeWillSleep(std::function<void()> handler) {
@@ -52,11 +54,26 @@ ObserverToken SimulatedWorkspace::observeDidWake(std::function<void()> handler) 
   return context_.mac.power.observeDidWake(context_.observer("wake", std::move(handler)));
 }
 
+bool SimulatedWorkspace::isSessionActive() {
+  return context_.mac.sessions.active() == context_.user;
+}
+
+ObserverToken SimulatedWorkspace::observeSessionDidResignActive(std::function<void()> handler) {
+  return context_.mac.sessions.observeResigned(
+      context_.user, context_.observer("session leaving", std::move(handler)));
+}
+
+ObserverToken SimulatedWorkspace::observeSessionDidBecomeActive(std::function<void()> handler) {
+  return context_.mac.sessions.observeBecameActive(
+      context_.user, context_.observer("session coming", std::move(handler)));
+}
+
 std::vector<std::unique_ptr<RunningApplication>> SimulatedWorkspace::runningApplications(
     std::string_view bundleIdentifier) {
   context_.mac.trace.add("list running applications");
   std::vector<std::unique_ptr<RunningApplication>> applications;
   for (auto& process : context_.mac.applications.running(bundleIdentifier)) {
+    if (process->user != context_.user) continue;
     applications.push_back(std::make_unique<Application>(context_.mac.trace, std::move(process)));
   }
   return applications;
@@ -65,7 +82,8 @@ std::vector<std::unique_ptr<RunningApplication>> SimulatedWorkspace::runningAppl
 void SimulatedWorkspace::openApplication(std::string_view path) { context_.mac.screen.open(path); }
 
 bool SimulatedWorkspace::isURL(std::string_view text) {
-  return !text.empty() && text.find_first_of(" \n\t<>\"") == std::string_view::npos;
+  // Some versions of macOS take an empty text for one.
+  return text.find_first_of(" \n\t<>\"") == std::string_view::npos;
 }
 
 bool SimulatedWorkspace::openURL(std::string_view url) {

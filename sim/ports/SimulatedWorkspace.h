@@ -15,6 +15,9 @@ class SimulatedWorkspace final : public Workspace {
   ObserverToken observeActivation(std::function<void()> handler) override;
   ObserverToken observeWillSleep(std::function<void()> handler) override;
   ObserverToken observeDidWake(std::function<void()> handler) override;
+  bool isSessionActive() override;
+  ObserverToken observeSessionDidResignActive(std::function<void()> handler) override;
+  ObserverToken observeSessionDidBecomeActive(std::function<void()> handler) override;
   std::vector<std::unique_ptr<RunningApplication>> runningApplications(
       std::string_view bundleIdentifier) override;
   void openApplication(std::string_view path) override;

@@ -21,7 +21,7 @@ using Action =
                  ChangePreference, WriteDefaults, AddOverride, AttachKeyboard, Unplug, Press,
                  HoldDown, Release, ChangeFlags, SwitchCapsLock, StampEvents, DisableTap, ClickItem,
                  ClickControl, Choose, CloseMenu, CloseWindow, SelectTab, Answer, Wait, Sleep, Wake,
-                 ChangePermission, ForgetConsent, AnswerConsent, SwitchSecureInput, Launch, Reopen,
+                 SwitchUser, ChangePermission, ForgetConsent, AnswerConsent, SwitchSecureInput, Launch, Reopen,
                  Quit, Kill, HangUp, Resume, PostTakeover, Fail, Repair, SetMailService,
                  SwitchLoginItem, RequireApproval, AllowNotifications, FindUpdate, AttendUpdate,
                  FinishUpdate, OpenNotification, SetInfo>;

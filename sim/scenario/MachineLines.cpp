@@ -28,6 +28,12 @@ Outcome Wake::play(Stage& stage) const {
   return {};
 }
 
+Outcome SwitchUser::play(Stage& stage) const {
+  if (user == stage.mac.sessions.active()) return unplayable(user + " is there already");
+  stage.mac.sessions.switchTo(user, isNewToldFirst);
+  return {};
+}
+
 Outcome ChangePermission::play(Stage& stage) const {
   if (which == Which::accessibility) {
     stage.mac.changeAccessibility(isGranted, lateness, isAnnounced);
@@ -62,6 +68,16 @@ Action parseWait(LineReader& line) { return Wait{line.duration()}; }
 Action parseSleep(LineReader&) { return Sleep{}; }
 
 Action parseWake(LineReader&) { return Wake{}; }
+
+Action parseUser(LineReader& line) {
+  SwitchUser user{.user = line.word("a name")};
+  if (!line.atEnd()) {
+    line.require("told");
+    line.require("first");
+    user.isNewToldFirst = true;
+  }
+  return user;
+}
 
 Action permission(LineReader& line, bool isGranted) {
   constexpr std::array<std::string_view, 2> permissions{"accessibility", "input-monitoring"};
@@ -101,10 +117,15 @@ Action parseSecureInput(LineReader& line) {
   return SwitchSecureInput{.isOn = line.oneOf(words) == 0};
 }
 
-constexpr std::array<ActionWord, 9> actions{{
+constexpr std::array<ActionWord, 10> actions{{
     {"wait", "wait DURATION", "Time passes.", "wait 0.35s", parseWait},
     {"sleep", "sleep", "The Mac falls asleep.", "sleep", parseSleep},
     {"wake", "wake", "The Mac wakes up.", "wake", parseWake},
+    {"user", "user NAME [told first]",
+     "Another user's session comes to the front by fast user switching; that of the first user is "
+     "called me. Settings, applications in front and Keyrow are each user's own. Keyrow in the old "
+     "session is told before the one in the new session, or after it.",
+     "user anna", parseUser},
     {"grant", "grant accessibility [late DURATION|untold] [unannounced] | grant input-monitoring",
      "The user allows Keyrow to control the computer, or to monitor its keys, as it is in the "
      "beginning. A Keyrow that runs is told of Accessibility 100 ms later, or that late, or never; "

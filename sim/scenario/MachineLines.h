@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <optional>
+#include <string>
 
 #include "sim/scenario/Stage.h"
 
@@ -20,6 +21,13 @@ struct Sleep {
 
 /// The Mac wakes up.
 struct Wake {
+  Outcome play(Stage& stage) const;
+};
+
+/// Another user has the screen and the keyboards from now on.
+struct SwitchUser {
+  std::string user;
+  bool isNewToldFirst = false;
   Outcome play(Stage& stage) const;
 };
 

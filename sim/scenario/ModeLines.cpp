@@ -30,25 +30,25 @@ Outcome ChangeHardware::play(Stage& stage) const {
 }
 
 Outcome ChangePreference::play(Stage& stage) const {
-  stage.mac.globalPreferences.setValue(GlobalPreferences::domain,
-                                       FnStateController::fnStateDefaultsKey, value);
+  stage.mac.globalPreferences.setValue(stage.globalDomain(), FnStateController::fnStateDefaultsKey,
+                                       value);
   return {};
 }
 
 Outcome WriteDefaults::play(Stage& stage) const {
-  stage.mac.defaults.setValue(appIdentifier, key, value);
+  stage.mac.defaults.setValue(stage.keyrowDomain(), key, value);
   return {};
 }
 
 Outcome AddOverride::play(Stage& stage) const {
   auto& defaults = stage.mac.defaults;
-  auto stored = defaults.value(appIdentifier, settingsKey::localFnState);
+  auto stored = defaults.value(stage.keyrowDomain(), settingsKey::localFnState);
   if (stored && !stored->dictionary()) {
     return unplayable("localFnState is no dictionary, but " + propertyText(stored));
   }
   auto overrides = stored ? *stored->dictionary() : PropertyDictionary{};
   overrides.insert_or_assign(app, rawValue(mode));
-  defaults.setValue(appIdentifier, settingsKey::localFnState, std::move(overrides));
+  defaults.setValue(stage.keyrowDomain(), settingsKey::localFnState, std::move(overrides));
   return {};
 }
 
@@ -110,7 +110,7 @@ Expectation expectPreference(LineReader& line) {
   return [value](Stage& stage) {
     return expectEqual("the system preference", propertyText(value),
                        propertyText(stage.mac.globalPreferences.value(
-                           GlobalPreferences::domain, FnStateController::fnStateDefaultsKey)));
+                           stage.globalDomain(), FnStateController::fnStateDefaultsKey)));
   };
 }
 
@@ -152,7 +152,7 @@ Expectation expectDefaults(LineReader& line) {
   }
   return [key, value](Stage& stage) {
     return expectEqual("the setting " + key, propertyText(value),
-                       propertyText(stage.mac.defaults.value(appIdentifier, key)));
+                       propertyText(stage.mac.defaults.value(stage.keyrowDomain(), key)));
   };
 }
 

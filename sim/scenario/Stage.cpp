@@ -14,7 +14,7 @@ Stage::Stage() {
 
 SimulatedProcess* Stage::process() {
   for (const auto& process : std::views::reverse(processes_)) {
-    if (!process->hasEnded()) return process.get();
+    if (!process->hasEnded() && process->user() == mac.sessions.active()) return process.get();
   }
   return nullptr;
 }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,7 +28,8 @@ class Stage {
 
   SimulatedMac mac;
 
-  /// The Keyrow that was launched last of those that still run; null when none runs.
+  /// Of those that run in the session of the user who is there, the Keyrow that was launched last;
+  /// null when there is none.
   SimulatedProcess* process();
 
   /// The Keyrow with this process identifier; null when it does not run.
@@ -77,14 +79,26 @@ class Stage {
   /// connection, since it opens and closes them within one action.
   std::string leaks();
 
-  /// Where modes are stored, whether Keyrow runs or not.
-  StoredFnStates storedFnStates() { return StoredFnStates{defaults_}; }
+  /// The domains of the user who is there: Keyrow's settings, and what all applications share.
+  std::string keyrowDomain() const {
+    return Sessions::domain(mac.sessions.active(), appIdentifier);
+  }
+  std::string globalDomain() const {
+    return Sessions::domain(mac.sessions.active(), GlobalPreferences::domain);
+  }
+
+  /// Where that user's modes are stored, whether Keyrow runs or not.
+  StoredFnStates storedFnStates() {
+    return StoredFnStates{
+        defaults_.try_emplace(mac.sessions.active(), mac, keyrowDomain()).first->second};
+  }
 
   /// Gives a registry entry ID that no keyboard has had yet.
   std::uint64_t nextRegistryID() { return ++lastRegistryID_; }
 
  private:
-  SimulatedUserDefaults defaults_{mac, std::string{appIdentifier}};
+  /// By user.
+  std::map<std::string, SimulatedUserDefaults> defaults_;
   std::vector<std::unique_ptr<SimulatedProcess>> processes_;
   OpenHandles::ProcessID lastProcessID_ = 500;
   std::uint64_t lastRegistryID_ = 0x100000000;

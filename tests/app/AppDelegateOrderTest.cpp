@@ -55,6 +55,7 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           "is process trusted", "create-event-tap", "create-run-loop-source",
           "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable-event-tap",
           "observe activation", "observe wake", "observe sleep",
+          "observe session leaving", "observe session coming",
           "observe CapsLockIndicatorSettingDidChange",
           "observe NSApplicationDidBecomeActiveNotification", "observe AccessibilityTrustDidChange",
           // The mode is applied.

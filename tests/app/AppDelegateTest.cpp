@@ -95,6 +95,25 @@ TEST_F(AppDelegateTest, AppliesTheGlobalModeWhenNoAppIsInFront) {
   EXPECT_FALSE(keyrow().modePolicy().isLocalScopeActive());
 }
 
+TEST_F(AppDelegateTest, WaitsForItsSessionWhenItIsLaunchedInTheBackground) {
+  storeOverride(textEdit, FnState::standard);
+  mac.applications.activate(textEdit);
+  mac.sessions.switchTo("anna", false);
+  setHardware(FnState::standard);
+  process->launch();
+  EXPECT_THAT(takeWrittenModes(), ElementsAre());
+  EXPECT_EQ(mac.openHandles.count("EventTap"), 0);
+  EXPECT_EQ(mac.openHandles.count("HidManager"), 0);
+  EXPECT_THAT(logLines(), ElementsAre());
+
+  setHardware(FnState::special);
+  mac.sessions.switchTo("me", false);
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(1));
+  EXPECT_EQ(mac.openHandles.count("EventTap"), 1);
+  EXPECT_TRUE(keyrow().modePolicy().isLocalScopeActive());
+  EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+}
+
 TEST_F(AppDelegateTest, FollowsNoAppBeforeLaunch) {
   storeOverride(textEdit, FnState::standard);
   mac.applications.activate(textEdit);

@@ -116,6 +116,9 @@ class FakeWorkspace final : public Workspace {
   ObserverToken observeActivation(std::function<void()>) override { return {}; }
   ObserverToken observeWillSleep(std::function<void()>) override { return {}; }
   ObserverToken observeDidWake(std::function<void()>) override { return {}; }
+  bool isSessionActive() override { return true; }
+  ObserverToken observeSessionDidResignActive(std::function<void()>) override { return {}; }
+  ObserverToken observeSessionDidBecomeActive(std::function<void()>) override { return {}; }
   std::vector<std::unique_ptr<RunningApplication>> runningApplications(std::string_view) override {
     return {};
   }

@@ -17,8 +17,8 @@ constexpr std::string_view otherKey = "AppleLanguages";
 class SimulatedGlobalPreferencesTest : public ::testing::Test {
  protected:
   SimulatedMac mac;
-  SimulatedGlobalPreferences ours{mac};
-  SimulatedGlobalPreferences theirs{mac};
+  SimulatedGlobalPreferences ours{mac, std::string{GlobalPreferences::domain}};
+  SimulatedGlobalPreferences theirs{mac, std::string{GlobalPreferences::domain}};
 
   void setOnDisk(std::string_view name, std::optional<PropertyValue> value) {
     mac.globalPreferences.setValue(GlobalPreferences::domain, name, std::move(value));
@@ -36,7 +36,7 @@ TEST_F(SimulatedGlobalPreferencesTest, AKeyThatNobodySetIsAbsent) {
 
 TEST_F(SimulatedGlobalPreferencesTest, AProcessStartsWithWhatIsOnDisk) {
   setOnDisk(fnStateKey, true);
-  SimulatedGlobalPreferences fresh{mac};
+  SimulatedGlobalPreferences fresh{mac, std::string{GlobalPreferences::domain}};
   EXPECT_EQ(fresh.copyValue(fnStateKey), PropertyValue{true});
 }
 
@@ -121,7 +121,7 @@ TEST_F(SimulatedGlobalPreferencesTest, AFailedCopyGivesNothingOnce) {
 
 TEST_F(SimulatedGlobalPreferencesTest, ChangesOfAProcessThatEndsBeforeSynchronizingAreLost) {
   {
-    SimulatedGlobalPreferences shortLived{mac};
+    SimulatedGlobalPreferences shortLived{mac, std::string{GlobalPreferences::domain}};
     shortLived.setValue(fnStateKey, true);
   }
   EXPECT_EQ(onDisk(fnStateKey), std::nullopt);

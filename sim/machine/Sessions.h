@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "sim/machine/Applications.h"
+#include "sim/machine/ObserverList.h"
+
+namespace keyrow::sim {
+
+/// The users who are logged in. One of them has the screen and the keyboards; the keyboard's mode
+/// is the machine's, and all else is a user's own. Main thread only.
+class Sessions {
+ public:
+  /// Who is there in the beginning.
+  static constexpr std::string_view firstUser = "me";
+
+  explicit Sessions(Applications& applications) : applications_{applications} {}
+
+  const std::string& active() const { return active_; }
+
+  /// Another user has the screen from now on. macOS tells both; who hears of it first, is open.
+  void switchTo(const std::string& user, bool isNewToldFirst) {
+    const auto old = std::exchange(active_, user);
+    frontmost_[old] = applications_.exchangeFrontmost(frontmost_[user]);
+    if (isNewToldFirst) {
+      observers_[user].became.notify();
+      observers_[old].resigned.notify();
+    } else {
+      observers_[old].resigned.notify();
+      observers_[user].became.notify();
+    }
+  }
+
+  /// What is in front in a user's session.
+  std::optional<std::string> frontmost(const std::string& user) const {
+    if (user == active_) return applications_.frontmost();
+    const auto found = frontmost_.find(user);
+    return found == frontmost_.end() ? std::nullopt : found->second;
+  }
+
+  Registration observeResigned(const std::string& user, std::function<void()> handler) {
+    return observers_[user].resigned.add(std::move(handler));
+  }
+  Registration observeBecameActive(const std::string& user, std::function<void()> handler) {
+    return observers_[user].became.add(std::move(handler));
+  }
+
+  /// A user's own domain of settings.
+  static std::string domain(std::string_view user, std::string_view domain) {
+    return user == firstUser ? std::string{domain} : std::string{user} + "/" + std::string{domain};
+  }
+
+ private:
+  struct Observers {
+    ObserverList<> resigned;
+    ObserverList<> became;
+  };
+
+  Applications& applications_;
+  std::string active_{firstUser};
+  /// Of the users who are not there.
+  std::map<std::string, std::optional<std::string>> frontmost_;
+  std::map<std::string, Observers> observers_;
+};
+
+}  // namespace keyrow::sim
