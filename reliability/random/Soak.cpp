@@ -77,7 +77,8 @@ bool soak(std::uint64_t steps, std::uint64_t seed) {
     if (!result.is<rc::detail::SuccessResult>()) {
       progress.finish();
       rc::detail::printResultMessage(result, std::cout);
-      std::cout << "\nAfter " << progress.done() << " steps, with seed " << batch << ".\n";
+      std::cout << "\nAfter " << progress.done() << " steps, with seed " << batch
+                << ". The same again: script/soak 1 " << batch << '\n';
       return false;
     }
     sessions += sessionsPerBatch;
