@@ -37,6 +37,7 @@ void SimulatedStatusItemView::setScopeIndicator(bool hidden,
 void SimulatedStatusItemView::setHighlighted(bool highlighted) { isHighlighted_ = highlighted; }
 
 void SimulatedStatusItemView::popUpMenu(const std::vector<MenuItem>& items) {
+  wasHighlightedForMenu_ = isHighlighted_;
   if (!exists()) return;
   if (!menu_) context_.mainThread->beginTracking();
   menu_ = items;

@@ -35,6 +35,8 @@ class SimulatedStatusItemView final : public StatusItemView {
   /// The same as scenarios write it: a quoted text, or none.
   std::string toolTipText() const;
   bool isHighlighted() const { return isHighlighted_; }
+  /// Whether it was when the menu opened: on a Mac the menu closes before that call returns.
+  bool wasHighlightedForMenu() const { return wasHighlightedForMenu_; }
   /// The items of the open menu; null when none is open.
   const std::vector<MenuItem>* menu() const { return menu_ ? &*menu_ : nullptr; }
 
@@ -53,6 +55,7 @@ class SimulatedStatusItemView final : public StatusItemView {
   bool isScopeIndicatorHidden_ = true;
   std::optional<std::string> scopeToolTip_;
   bool isHighlighted_ = false;
+  bool wasHighlightedForMenu_ = false;
   std::optional<std::vector<MenuItem>> menu_;
 };
 

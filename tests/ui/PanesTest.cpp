@@ -89,6 +89,11 @@ TEST_F(PanesTest, ResetIsOnlyOfferedForAnotherShortcutOrAnotherName) {
   general().actions().toggleLocalShortcutCapture();
   EXPECT_TRUE(general().isResetEnabled);
   EXPECT_EQ(general().localShortcutTitle, "Fn + §");
+  // What only the menu shows is no other shortcut.
+  keyrow().settings().setLocalToggleShortcut({50, "`", std::nullopt});
+  general().actions().toggleLocalShortcutCapture();
+  general().actions().toggleLocalShortcutCapture();
+  EXPECT_FALSE(general().isResetEnabled);
   keyrow().settings().setLocalToggleShortcut({10, "`", std::nullopt});
   general().actions().toggleLocalShortcutCapture();
   general().actions().toggleLocalShortcutCapture();

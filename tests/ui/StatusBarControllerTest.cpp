@@ -142,6 +142,7 @@ TEST_F(StatusBarControllerTest, ARightClickOpensAMenuThatIsBuiltAnew) {
   item().click(ClickEvent::rightMouseDown);
   ASSERT_NE(item().menu(), nullptr);
   EXPECT_TRUE(item().isHighlighted());
+  EXPECT_TRUE(item().wasHighlightedForMenu());
   EXPECT_EQ((*item().menu())[1].title, "Use F1-F12 by Default");
   item().closeMenu();
   keyrow().modePolicy().setGlobalFnState(FnState::standard, nullptr);
@@ -230,6 +231,17 @@ TEST_F(StatusBarControllerTest, WakingUpAppliesTheStoredModeAgain) {
   EXPECT_EQ(mac.hid.modeName(), "special");
   EXPECT_EQ(item().image(), "globe");
   EXPECT_EQ(stored("globalFnState"), PropertyValue{0});
+}
+
+TEST(StatusBarControllerWithoutItemTest, ShowsCapsLockAsSoonAsItIsSetUp) {
+  SimulatedMac mac;
+  mac.isCapsLockOn = true;
+  mac.defaults.setValue(appIdentifier, "showCapsLockIndicator", true);
+  SimulatedProcess process{mac, 501};
+  // Before the first mode is known, which would bring it, too.
+  mac.faults.fail(PortCall::readServiceProperty, Faults::always);
+  process.keyrow().statusBarController().setUp();
+  EXPECT_EQ(process.statusItem().dot(), "caps-lock");
 }
 
 TEST(StatusBarControllerWithoutItemTest, SkipsWhatHasNoItem) {
