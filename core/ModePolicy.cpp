@@ -34,6 +34,7 @@ constexpr std::string_view sleep = "from hardware before system sleep";
 constexpr std::string_view termination = "from hardware before application termination";
 constexpr std::string_view launch = "from System Settings at launch";
 constexpr std::string_view session = "from System Settings at a change of session";
+constexpr std::string_view store = "from System Settings before a stored override";
 constexpr std::string_view wake = "from System Settings at wake";
 }  // namespace origin
 
@@ -180,7 +181,9 @@ ModesToOffer ModePolicy::menuOpens() {
   const auto frontmost = use_.workspace.frontmostBundleIdentifier();
   ModesToOffer modes{.global = globalOrCurrentFnState(),
                      .local = overrideOf(frontmost),
-                     .hasFrontmostApplication = frontmost.has_value()};
+                     .hasFrontmostApplication = frontmost.has_value(),
+                     .isGlobalManaged = use_.storedFnStates.isGlobalManaged(),
+                     .isLocalManaged = use_.storedFnStates.areLocalsManaged()};
   if (!modes.local) modes.local = modes.global;
   return modes;
 }
@@ -201,6 +204,7 @@ void ModePolicy::setGlobalFnState(FnState state, const KeyboardDeviceSource* sou
 }
 
 void ModePolicy::setGlobal(FnState state, const KeyboardDeviceSource* source) {
+  if (!mayChangeGlobal()) return;
   const std::string mode{modeText(state)};
   if (!apply(state, "set the global function key mode to " + mode, source)) return;
   storeGlobal(state);
@@ -225,6 +229,7 @@ void ModePolicy::setLocalFnState(FnState state, const std::string& bundleIdentif
 
 void ModePolicy::setLocal(FnState state, const std::string& bundleIdentifier,
                           const KeyboardDeviceSource* source) {
+  if (!mayChangeLocals()) return;
   const auto target = "local function key override for the frontmost app to " +
                       std::string{modeText(state)} + appSuffix(bundleIdentifier);
   if (!apply(state, "set a " + target, source)) return;
@@ -251,6 +256,7 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
     toggleGlobal(source);
     return;
   }
+  if (!mayChangeLocals()) return;
   const auto suffixes = appSuffix(*frontmost) + sourceSuffix(source);
   const auto global = storedGlobalFnState();
   if (!global) {
@@ -264,6 +270,23 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
   use_.storedFnStates.removeLocal(*frontmost);
   noteStore();
   use_.stateLog.notice(std::string{stateLogText::clearedOverride} + suffixes + ".");
+}
+
+bool ModePolicy::mayChangeGlobal() {
+  return !refusesManaged(use_.storedFnStates.isGlobalManaged(), hasSaidGlobalIsManaged_,
+                         "The global function key mode is");
+}
+
+bool ModePolicy::mayChangeLocals() {
+  return !refusesManaged(use_.storedFnStates.areLocalsManaged(), hasSaidLocalsAreManaged_,
+                         "The app overrides are");
+}
+
+bool ModePolicy::refusesManaged(bool isManaged, bool& hasSaid, std::string_view what) {
+  if (isManaged && !std::exchange(hasSaid, true)) {
+    use_.stateLog.notice(std::string{what} + " managed by an administrator and cannot be changed.");
+  }
+  return isManaged;
 }
 
 // What somebody has chosen behind Keyrow's back.
@@ -295,7 +318,7 @@ void ModePolicy::adoptFromHardware(std::optional<FnState> hardware, std::string_
 }
 
 void ModePolicy::syncStoredGlobalFnState(FnState state, std::string_view origin) {
-  if (use_.storedFnStates.global() == state) return;
+  if (use_.storedFnStates.global() == state || !mayChangeGlobal()) return;
   storeGlobal(state);
   use_.stateLog.notice(std::string{stateLogText::synchronizedGlobal} + std::string{origin} + ": " +
                        std::string{modeText(state)} + ".");
@@ -363,6 +386,9 @@ void ModePolicy::obeyStore() {
     rememberLeftover();
     notePreference(use_.fnStateController.readSynchronizedPreference());
     if (!seenStore_.global) storedGlobalFnState();
+  } else {
+    // An override says nothing about a mode that was chosen for all applications.
+    adoptByEvidence(origin::store);
   }
   const auto modeOf =
       [frontmost = use_.workspace.frontmostBundleIdentifier()](const StoredFnStates::All& stored) {
@@ -431,6 +457,7 @@ std::optional<FnState> ModePolicy::storedGlobalFnState() {
 }
 
 void ModePolicy::storeGlobal(FnState state) {
+  if (!mayChangeGlobal()) return;
   use_.storedFnStates.setGlobal(state);
   noteStore();
   if (isInControl_) notePreference(use_.fnStateController.readSynchronizedPreference());
@@ -484,6 +511,7 @@ void ModePolicy::refreshFromHardware() {
 }
 
 void ModePolicy::pruneLocalFnStates() {
+  if (use_.storedFnStates.areLocalsManaged()) return;
   const auto now = use_.clock.uptime();
   std::vector<std::string> gone;
   std::map<std::string, std::chrono::nanoseconds> missing;

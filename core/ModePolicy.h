@@ -41,6 +41,9 @@ struct ModesToOffer {
   std::optional<FnState> local;
   /// Whether there is an application that can have an override.
   bool hasFrontmostApplication = false;
+  /// Whether an administrator manages them, so that they cannot be changed.
+  bool isGlobalManaged = false;
+  bool isLocalManaged = false;
 };
 
 /// Decides which mode applies: the frontmost application's override, or else the
@@ -189,6 +192,10 @@ class ModePolicy {
   bool holdsOverride() const { return leftover_ && leftover_->isOfOverride; }
   bool mayAdoptFromHardware() const;
 
+  bool mayChangeGlobal();
+  bool mayChangeLocals();
+  bool refusesManaged(bool isManaged, bool& hasSaid, std::string_view what);
+
   // What another process has stored.
 
   void obeyStore();
@@ -241,6 +248,9 @@ class ModePolicy {
   int IOKitRetryCount_ = 0;
   /// After the session has come back.
   DelayedCall secondLook_;
+  /// The log has said that an administrator manages them.
+  bool hasSaidGlobalIsManaged_ = false;
+  bool hasSaidLocalsAreManaged_ = false;
   /// Each retry removes itself.
   std::list<DelayedCall> retries_;
 };

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/AppSettings.h"
 #include "core/FnState.h"
 #include "platform/PropertyValue.h"
 #include "platform/UserDefaults.h"
@@ -41,6 +42,11 @@ class StoredFnStates {
 
   /// Every application that has an entry, also one whose value is no mode.
   std::vector<std::string> localBundleIdentifiers() const;
+
+  /// Whether an administrator manages the global mode, or the overrides: then setting them has
+  /// no effect.
+  bool isGlobalManaged() const { return userDefaults_.isManaged(settingsKey::globalFnState); }
+  bool areLocalsManaged() const { return userDefaults_.isManaged(settingsKey::localFnState); }
 
   /// All that is stored.
   struct All {

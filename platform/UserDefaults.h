@@ -22,6 +22,10 @@ class UserDefaults : public Port {
   /// was read after this number was asked for holds as long as it stays the same.
   virtual std::uint64_t changeCount() = 0;
 
+  /// Whether an administrator manages this key, so that nothing else can be stored there
+  /// (`objectIsForcedForKey:`).
+  virtual bool isManaged(std::string_view key) = 0;
+
   /// Runs `handler` after each change of one of Keyrow's values, until the token is destroyed
   /// (key-value observing). A change of this process is told before the call that made it
   /// returns; that of another one comes from any thread, and may come late.

@@ -31,7 +31,7 @@ std::optional<FnState> chosenInSystemSettings(sim::Stage& stage) {
   const auto preference = stage.mac.globalPreferences.value(stage.globalDomain(),
                                                             FnStateController::fnStateDefaultsKey);
   const auto isStandard = preference ? preference->boolValue() : std::nullopt;
-  if (!seen || !isStandard) return std::nullopt;
+  if (!seen || !isStandard || stage.storedFnStates().isGlobalManaged()) return std::nullopt;
   const auto mode = fnStateFromPreference(*isStandard);
   const bool isAgreed = sim::modeOfWord(stage.mac.hid.modeName()) == mode;
   return isAgreed && rawValue(mode) != *seen ? std::optional{mode} : std::nullopt;

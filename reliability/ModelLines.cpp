@@ -45,6 +45,10 @@ struct Happening {
     }
     return nothing;
   }
+  Meaning operator()(const sim::ManageSetting&) const {
+    model.loseTrack();
+    return nothing;
+  }
   Meaning operator()(const sim::AddOverride&) const { return nothing; }
   Meaning operator()(const sim::AttachKeyboard&) const { return nothing; }
   Meaning operator()(const sim::Unplug&) const { return nothing; }

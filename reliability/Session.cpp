@@ -22,6 +22,7 @@ namespace {
 bool isAnothersHand(const sim::Action& action) {
   const auto* write = std::get_if<sim::WriteDefaults>(&action);
   return std::holds_alternative<sim::AddOverride>(action) ||
+         std::holds_alternative<sim::ManageSetting>(action) ||
          (write &&
           (write->key == settingsKey::globalFnState || write->key == settingsKey::localFnState));
 }

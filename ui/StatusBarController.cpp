@@ -105,6 +105,8 @@ void StatusBarController::popUpMenu() {
   state.globalBase = modes.global;
   state.localBase = modes.local;
   state.hasFrontmostApplication = modes.hasFrontmostApplication;
+  state.isGlobalManaged = modes.isGlobalManaged;
+  state.isLocalManaged = modes.isLocalManaged;
   state.shortcutKey = use_.settings.localToggleShortcut().displayName;
   state.fnReplacementModifier = use_.settings.fnReplacementModifier();
 

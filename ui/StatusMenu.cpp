@@ -53,7 +53,8 @@ std::vector<MenuItem> makeStatusMenu(const StatusMenuState& state) {
 
   auto local = switchItem(localTitles, MenuAction::handleMenuLocalSwitch, MenuKeyModifier::shift,
                           state.localBase);
-  local.isEnabled = local.isEnabled && state.hasFrontmostApplication;
+  global.isEnabled = global.isEnabled && !state.isGlobalManaged;
+  local.isEnabled = local.isEnabled && state.hasFrontmostApplication && !state.isLocalManaged;
   local.toolTip = "Creates or toggles an app-specific override for the frontmost app. Shortcut: " +
                   shortcutText(state);
 

@@ -54,6 +54,9 @@ struct StatusMenuState {
   std::optional<FnState> localBase;
   /// Whether there is an application that can have an override.
   bool hasFrontmostApplication = false;
+  /// Whether an administrator manages the modes, so that they cannot be changed.
+  bool isGlobalManaged = false;
+  bool isLocalManaged = false;
   /// How the key of the per-app shortcut is shown.
   std::string shortcutKey;
   std::optional<FnReplacementModifier> fnReplacementModifier;

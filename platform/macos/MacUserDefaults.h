@@ -28,6 +28,7 @@ class MacUserDefaults final : public UserDefaults {
 
   std::uint64_t changeCount() override { return changeCount_; }
   std::optional<PropertyValue> object(std::string_view key) override;
+  bool isManaged(std::string_view key) override;
   ObserverToken observeChanges(std::function<void()> handler) override;
   void setObject(std::string_view key, const PropertyValue& value) override;
   void removeObject(std::string_view key) override;

@@ -55,6 +55,10 @@ std::optional<PropertyValue> MacUserDefaults::object(std::string_view key) {
   return propertyValue((__bridge CFTypeRef)object);
 }
 
+bool MacUserDefaults::isManaged(std::string_view key) {
+  return [defaults_ objectIsForcedForKey:nsString(key)];
+}
+
 ObserverToken MacUserDefaults::observeChanges(std::function<void()> handler) {
   // Another thread may be about to tell while the observer is removed.
   const RevocableHandler<> revocable{std::move(handler)};

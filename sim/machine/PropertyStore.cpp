@@ -13,15 +13,47 @@ namespace keyrow::sim {
 std::optional<PropertyValue> PropertyStore::value(std::string_view domain,
                                                   std::string_view key) const {
   const std::scoped_lock guard{mutex_};
-  const auto values = domains_.find(domain);
-  if (values == domains_.end()) return std::nullopt;
-  const auto found = values->second.find(key);
-  return found == values->second.end() ? std::nullopt : std::optional{found->second};
+  for (const auto* all : {&managed_, &domains_}) {
+    const auto values = all->find(domain);
+    if (values == all->end()) continue;
+    const auto found = values->second.find(key);
+    if (found != values->second.end()) return found->second;
+  }
+  return std::nullopt;
 }
 
 void PropertyStore::setValue(std::string_view domain, std::string_view key,
                              std::optional<PropertyValue> value) {
   if (!change(domain, key, std::move(value))) return;
+  notify(domain);
+}
+
+void PropertyStore::manage(std::string_view domain, std::string_view key,
+                           std::optional<PropertyValue> managed) {
+  const auto before = value(domain, key);
+  {
+    const std::scoped_lock guard{mutex_};
+    auto& values = managed_[std::string{domain}];
+    if (managed) {
+      values.insert_or_assign(std::string{key}, *std::move(managed));
+    } else {
+      values.erase(std::string{key});
+    }
+  }
+  const auto now = value(domain, key);
+  if (now == before) return;
+  tell(key, before, now);
+  ++changeCount_;
+  notify(domain);
+}
+
+bool PropertyStore::isManaged(std::string_view domain, std::string_view key) const {
+  const std::scoped_lock guard{mutex_};
+  const auto values = managed_.find(domain);
+  return values != managed_.end() && values->second.contains(key);
+}
+
+void PropertyStore::notify(std::string_view domain) const {
   const auto observed = observers_.find(domain);
   if (observed != observers_.end()) observed->second.notify();
 }
@@ -35,12 +67,15 @@ bool PropertyStore::change(std::string_view domain, std::string_view key,
   const auto before = found == values.end() ? std::nullopt : std::optional{found->second};
   if (before == value) return false;
 
-  tell(key, before, value);
+  const auto managed = managed_.find(domain);
+  const bool isManaged = managed != managed_.end() && managed->second.contains(key);
+  if (!isManaged) tell(key, before, value);
   if (value) {
     values.insert_or_assign(std::string{key}, *std::move(value));
   } else {
     values.erase(found);
   }
+  if (isManaged) return false;
   ++changeCount_;
   return true;
 }

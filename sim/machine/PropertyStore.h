@@ -28,6 +28,11 @@ class PropertyStore {
   /// Sets the value, or removes it when it is absent.
   void setValue(std::string_view domain, std::string_view key, std::optional<PropertyValue> value);
 
+  /// From now on an administrator manages this value, whatever else is stored there; no more
+  /// where it is absent.
+  void manage(std::string_view domain, std::string_view key, std::optional<PropertyValue> value);
+  bool isManaged(std::string_view domain, std::string_view key) const;
+
   /// All values of a domain.
   PropertyDictionary domain(std::string_view domain) const;
 
@@ -41,7 +46,8 @@ class PropertyStore {
   int writeCount() const;
 
  private:
-  /// False where the value is there already.
+  void notify(std::string_view domain) const;
+  /// False where that makes no difference.
   bool change(std::string_view domain, std::string_view key, std::optional<PropertyValue> value);
   void tell(std::string_view key, const std::optional<PropertyValue>& before,
             const std::optional<PropertyValue>& after);
@@ -53,6 +59,8 @@ class PropertyStore {
   /// Guards the fields below.
   mutable std::mutex mutex_;
   std::map<std::string, PropertyDictionary, std::less<>> domains_;
+  /// What administrators manage.
+  std::map<std::string, PropertyDictionary, std::less<>> managed_;
   int writeCount_ = 0;
   /// Main thread only.
   std::map<std::string, ObserverList<>, std::less<>> observers_;

@@ -21,6 +21,7 @@ class SimulatedUserDefaults final : public UserDefaults {
     return mac_.defaults.value(domain_, key);
   }
   std::uint64_t changeCount() override { return mac_.defaults.changeCount(); }
+  bool isManaged(std::string_view key) override { return mac_.defaults.isManaged(domain_, key); }
   ObserverToken observeChanges(std::function<void()> handler) override;
   void setObject(std::string_view key, const PropertyValue& value) override { write(key, value); }
   void removeObject(std::string_view key) override { write(key, std::nullopt); }

@@ -40,6 +40,11 @@ Outcome WriteDefaults::play(Stage& stage) const {
   return {};
 }
 
+Outcome ManageSetting::play(Stage& stage) const {
+  stage.mac.defaults.manage(stage.keyrowDomain(), key, value);
+  return {};
+}
+
 Outcome AddOverride::play(Stage& stage) const {
   auto& defaults = stage.mac.defaults;
   auto stored = defaults.value(stage.keyrowDomain(), settingsKey::localFnState);
@@ -87,6 +92,11 @@ Action parseDefaults(LineReader& line) {
   }
   auto key = settingKey(line);
   return WriteDefaults{std::move(key), verb == 0 ? std::optional{line.value()} : std::nullopt};
+}
+
+Action parseManaged(LineReader& line) {
+  auto key = settingKey(line);
+  return ManageSetting{std::move(key), line.valueOrNone()};
 }
 
 Expectation expectHardware(LineReader& line) {
@@ -156,7 +166,7 @@ Expectation expectDefaults(LineReader& line) {
   };
 }
 
-constexpr std::array<ActionWord, 4> actions{{
+constexpr std::array<ActionWord, 5> actions{{
     {"system-settings", "system-settings special|standard",
      "The user changes the mode in System Settings, behind Keyrow's back; hardware and preference "
      "follow.",
@@ -173,6 +183,11 @@ constexpr std::array<ActionWord, 4> actions{{
      "Somebody writes one of Keyrow's settings, with the tool of that name: just this value, "
      "deletes it, or adds one override to those that are stored.",
      "defaults add localFnState com.apple.TextEdit=standard", parseDefaults},
+    {"managed", "managed KEY VALUE|none",
+     "An administrator manages one of Keyrow's settings with a profile: nobody can change it, "
+     "until "
+     "the profile is gone.",
+     "managed globalFnState 1", parseManaged},
 }};
 
 constexpr std::array<ExpectationWord, 6> expectations{{

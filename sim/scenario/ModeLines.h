@@ -41,6 +41,13 @@ struct WriteDefaults {
   Outcome play(Stage& stage) const;
 };
 
+/// An administrator manages one of Keyrow's settings, or does no more where there is no value.
+struct ManageSetting {
+  std::string key;
+  std::optional<PropertyValue> value;
+  Outcome play(Stage& stage) const;
+};
+
 /// Something else adds an override to those that are stored.
 struct AddOverride {
   std::string app;

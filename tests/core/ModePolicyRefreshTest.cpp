@@ -245,8 +245,10 @@ TEST_F(ModePolicyRefreshTest, ForgetsARetryThatHasRun) {
                       .settings = keyrow().settings(),
                       .workspace = process->platform().workspace,
                       .mainQueue = queue,
+                      .clock = process->platform().clock,
                       .presenter = keyrow().statusBarController(),
-                      .stateLog = keyrow().diagnosticsLog().logger(LogCategory::state)}};
+                      .stateLog = keyrow().diagnosticsLog().logger(LogCategory::state),
+                      .appLog = keyrow().diagnosticsLog().logger(LogCategory::app)}};
   failReads(1);
   patient.refreshFromHardware();
   EXPECT_EQ(queue.held, 1);

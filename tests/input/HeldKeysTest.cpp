@@ -13,9 +13,9 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using namespace keyEventType;
 constexpr auto fnFlag = keyEventFlag::secondaryFn;
-constexpr std::uint16_t keyF5 = 96;
-constexpr std::uint16_t keyF8 = 100;
-constexpr std::uint16_t keyF12 = 111;
+constexpr std::uint16_t heldF5 = 96;
+constexpr std::uint16_t heldF8 = 100;
+constexpr std::uint16_t heldF12 = 111;
 
 /// How a key's repeats and its release follow its press. Keys of the top row are translated.
 class HeldKeysTest : public KeyEventFixture {
@@ -36,7 +36,7 @@ class HeldKeysTest : public KeyEventFixture {
 };
 
 TEST_F(HeldKeysTest, ARepeatWhosePressWasNotSeenPasses) {
-  for (const auto keyCode : {keyA, keyF12, keyEscape, keyGrave}) {
+  for (const auto keyCode : {keyA, heldF12, keyEscape, keyGrave}) {
     EXPECT_TRUE(passesRepeat(keyCode, fnFlag)) << keyCode;
   }
   EXPECT_THAT(takeMediaKeys(), IsEmpty());
@@ -47,34 +47,34 @@ TEST_F(HeldKeysTest, AReleaseWhosePressWasNotSeenIsDecidedByItself) {
   EXPECT_TRUE(passes(keyUp, keyA));
   EXPECT_FALSE(passes(keyUp, keyGrave, fnFlag));
   EXPECT_TRUE(passes(keyUp, keyGrave));
-  EXPECT_FALSE(passes(keyUp, keyF12));
+  EXPECT_FALSE(passes(keyUp, heldF12));
   EXPECT_THAT(takeMediaKeys(), ElementsAre(0x0B00));
 }
 
 TEST_F(HeldKeysTest, AReleaseThatComesTwiceReleasesTheMediaKeyOnce) {
-  EXPECT_FALSE(passes(keyDown, keyF12));
-  EXPECT_FALSE(passesRepeat(keyF12));
-  EXPECT_FALSE(passes(keyUp, keyF12));
-  EXPECT_FALSE(passes(keyUp, keyF12));
+  EXPECT_FALSE(passes(keyDown, heldF12));
+  EXPECT_FALSE(passesRepeat(heldF12));
+  EXPECT_FALSE(passes(keyUp, heldF12));
+  EXPECT_FALSE(passes(keyUp, heldF12));
   EXPECT_THAT(takeMediaKeys(), ElementsAre(0x0A00, 0x0A01, 0x0B00));
   // After that it cannot repeat.
-  EXPECT_FALSE(passesRepeat(keyF12));
+  EXPECT_FALSE(passesRepeat(heldF12));
   EXPECT_THAT(takeMediaKeys(), IsEmpty());
 }
 
 TEST_F(HeldKeysTest, APressIsDecidedAnewAndLetsTheMediaKeyUpFirst) {
-  EXPECT_FALSE(passes(keyDown, keyF12));
-  EXPECT_FALSE(passes(keyDown, keyF12));
+  EXPECT_FALSE(passes(keyDown, heldF12));
+  EXPECT_FALSE(passes(keyDown, heldF12));
   EXPECT_THAT(takeMediaKeys(), ElementsAre(0x0A00, 0x0B00, 0x0A00));
   store("applyFnModeToExternalFunctionKeys", false);
-  EXPECT_TRUE(passes(keyDown, keyF12));
-  EXPECT_TRUE(passes(keyUp, keyF12));
+  EXPECT_TRUE(passes(keyDown, heldF12));
+  EXPECT_TRUE(passes(keyUp, heldF12));
   EXPECT_THAT(takeMediaKeys(), ElementsAre(0x0B00));
 }
 
 TEST_F(HeldKeysTest, WhatIsForgottenComesUp) {
-  EXPECT_FALSE(passes(keyDown, keyF12));
-  EXPECT_FALSE(passes(keyDown, keyF8));
+  EXPECT_FALSE(passes(keyDown, heldF12));
+  EXPECT_FALSE(passes(keyDown, heldF8));
   EXPECT_FALSE(passes(keyDown, keyGrave, fnFlag));
   takeMediaKeys();
   handler->forgetKeys();
@@ -105,12 +105,12 @@ class BroughtAlongFnTest : public HeldKeysTest {
  protected:
   void SetUp() override {
     HeldKeysTest::SetUp();
-    store("localToggleShortcutKeyCode", int{keyF5});
+    store("localToggleShortcutKeyCode", int{heldF5});
   }
 
   bool toggles() {
-    const bool isSwallowed = !passes(keyDown, keyF5, fnFlag);
-    passes(keyUp, keyF5, fnFlag);
+    const bool isSwallowed = !passes(keyDown, heldF5, fnFlag);
+    passes(keyUp, heldF5, fnFlag);
     return isSwallowed;
   }
 };
@@ -151,15 +151,15 @@ TEST_F(BroughtAlongFnTest, IsForgottenWithEverythingElse) {
 
 TEST_F(BroughtAlongFnTest, LeavesTheReplacementItsWork) {
   store("fnReplacementModifier", "rightOption");
-  EXPECT_FALSE(passes(keyDown, keyF5, fnFlag | keyEventFlag::option | 0x40));
+  EXPECT_FALSE(passes(keyDown, heldF5, fnFlag | keyEventFlag::option | 0x40));
 }
 
 TEST_F(BroughtAlongFnTest, IsNotToldAsFnToTheLog) {
   store("enhancedDiagnosticsEnabled", true);
-  passes(keyDown, keyF8, fnFlag);
+  passes(keyDown, heldF8, fnFlag);
   EXPECT_THAT(logLines().back(), ::testing::HasSubstr("mode=0 fnPressed=false"));
   passes(flagsChanged, keyFn, fnFlag);
-  passes(keyDown, keyF8, fnFlag);
+  passes(keyDown, heldF8, fnFlag);
   EXPECT_THAT(logLines().back(), ::testing::HasSubstr("mode=0 fnPressed=true"));
 }
 

@@ -32,6 +32,7 @@ class CountingUserDefaults final : public UserDefaults {
     ++changeCountReadCount;
     return changes_;
   }
+  bool isManaged(std::string_view /*key*/) override { return false; }
   ObserverToken observeChanges(std::function<void()> /*handler*/) override { return {}; }
   void setObject(std::string_view key, const PropertyValue& value) override {
     values_.insert_or_assign(std::string{key}, value);
