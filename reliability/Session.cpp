@@ -63,9 +63,10 @@ std::string Session::play(const sim::Step& step) {
   } else if (isCarriedOut) {
     problem = followChoice(*action, before);
   }
-  for (auto other : {problem, wrongStorage(*action, before), wrongLoss(*action, before),
-                     wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
-                     wrongTap(*action, before, isCarriedOut), keyPairs.takeProblem(), leaks(stage)}) {
+  for (auto other :
+       {problem, wrongStorage(*action, before), wrongLoss(*action, before),
+        wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
+        wrongTap(*action, before, isCarriedOut), keyPairs.takeProblem(), leaks(stage)}) {
     if (!other.empty()) return other;
   }
   return {};

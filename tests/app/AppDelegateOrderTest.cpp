@@ -54,9 +54,8 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           "is process trusted", "write-defaults", "observe com.apple.accessibility.api",
           "is process trusted", "create-event-tap", "create-run-loop-source",
           "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable-event-tap",
-          "observe activation", "observe wake", "observe sleep",
-          "observe session leaving", "observe session coming",
-          "observe CapsLockIndicatorSettingDidChange",
+          "observe activation", "observe wake", "observe sleep", "observe session leaving",
+          "observe session coming", "observe CapsLockIndicatorSettingDidChange",
           "observe NSApplicationDidBecomeActiveNotification", "observe AccessibilityTrustDidChange",
           // The mode is applied.
           "frontmost-application", "synchronize-preferences", "copy-preference", "write-defaults",
