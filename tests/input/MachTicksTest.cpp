@@ -30,7 +30,7 @@ TEST(MachTicksTest, AnEventOfThePastOrOfTheNextSecondHasTicks) {
 
 TEST(MachTicksTest, NanosecondsOfThePresentAreThePresent) {
   // A minute, an hour and a year after the Mac was switched on.
-  for (const std::uint64_t seconds : {60, 3'600, 31'536'000}) {
+  for (const std::uint64_t seconds : {60U, 3'600U, 31'536'000U}) {
     const auto now = seconds * 24'000'000;
     EXPECT_EQ(eventTicks(seconds * 1'000'000'000, now, appleSilicon), now);
   }
