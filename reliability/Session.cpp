@@ -74,6 +74,8 @@ std::string Session::play(const sim::Step& step) {
 
 std::string Session::end() {
   const bool isPromised = model_.chosen() && !isDisturbed();
+  // A shortcut that is held would go on choosing.
+  stage.mac.keyboardFilters.releaseAll();
   auto problem = wrongComeback();
   if (!problem.empty()) return problem;
   // What was chosen while it did not run, it finds at the next launch.
@@ -130,7 +132,8 @@ bool Session::isDisturbed() {
 std::string Session::followChoice(const sim::Action& action, const Before& before) {
   const auto meaning = happen(action, model_);
   // A choice that cannot be stored, or not be read, is nobody's promise.
-  if (hasFailed(sim::PortCall::writeDefaults)) model_.loseTrack();
+  const bool isManaged = stage.storedFnStates().isGlobalManaged();
+  if (isManaged || hasFailed(sim::PortCall::writeDefaults)) model_.loseTrack();
   if (model_.isUnseen() && !canNotice()) model_.forget();
   if (hasFailed(sim::PortCall::synchronizePreferences)) isModelLeftOut_ = true;
 

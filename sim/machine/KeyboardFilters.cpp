@@ -98,6 +98,10 @@ void KeyboardFilters::releaseAll(const std::string& keyboard) {
   }
 }
 
+void KeyboardFilters::releaseAll() {
+  while (!down_.empty()) releaseAll(std::string{down_.back().keyboard});
+}
+
 bool KeyboardFilters::isDown(std::string_view keyboard, std::uint16_t keyCode) const {
   return std::ranges::any_of(down_, [&](const DownKey& one) {
     return one.keyboard == keyboard && one.key.keyCode == keyCode;

@@ -34,6 +34,9 @@ class KeyboardFilters {
   /// Whatever is down on this keyboard comes up, the key that went down last first.
   void releaseAll(const std::string& keyboard);
 
+  /// The same on all keyboards.
+  void releaseAll();
+
   bool isDown(std::string_view keyboard, std::uint16_t keyCode) const;
 
   /// Whether any key is down.
