@@ -404,7 +404,7 @@ void ModePolicy::obeyStore() {
 void ModePolicy::applyStoredFnState() {
   if (const auto local = overrideOf(use_.workspace.frontmostBundleIdentifier())) {
     if (!apply(*local, applyLocalAction, nullptr)) return;
-    leftover_ = Leftover{*local, /*isOfOverride=*/true};
+    leftover_ = Leftover{local, /*isOfOverride=*/true};
     setScope(true);
     return;
   }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <utility>
 
 #include "input/TappedEventHandler.h"
 #include "platform/EventTaps.h"
@@ -28,7 +29,7 @@ class KeyboardEventTapController {
     Logger& inputLog;
   };
 
-  explicit KeyboardEventTapController(const Uses& uses) : use_{uses} {}
+  explicit KeyboardEventTapController(Uses uses) : use_{std::move(uses)} {}
 
   /// Makes sure that a working tap exists; false when the system does not allow one.
   bool startEventTap();

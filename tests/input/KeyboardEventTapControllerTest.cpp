@@ -8,6 +8,7 @@
 #include <functional>
 #include <future>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <utility>
@@ -235,9 +236,15 @@ class DeferredEventTaps final : public EventTaps {
 
  private:
   void note(std::string call) {
-    calls.push_back(std::move(call));
+    {
+      const std::scoped_lock guard{lock_};
+      calls.push_back(std::move(call));
+    }
     inCall();
   }
+
+  /// Guards `calls` while threads run.
+  std::mutex lock_;
 
   struct Tap final : EventTap {
     explicit Tap(DeferredEventTaps& itsOwner) : owner{itsOwner} {}
