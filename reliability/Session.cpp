@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "core/StateLogTexts.h"
-#include "input/InputLogTexts.h"
 #include "reliability/ModelLines.h"
 #include "reliability/StageChecks.h"
 #include "sim/machine/ModeWords.h"
@@ -63,10 +62,10 @@ std::string Session::play(const sim::Step& step) {
   } else if (isCarriedOut) {
     problem = followChoice(*action, before);
   }
-  for (auto other :
-       {problem, wrongStorage(*action, before), wrongLoss(*action, before),
-        wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
-        wrongTap(*action, before, isCarriedOut), keyPairs.takeProblem(), leaks(stage)}) {
+  for (auto other : {problem, wrongStorage(*action, before), wrongLoss(*action, before),
+                     wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
+                     tap_.problem(*action, {before.runningCount, before.isAsleep}, isCarriedOut),
+                     keyPairs.takeProblem(), leaks(stage)}) {
     if (!other.empty()) return other;
   }
   return {};
@@ -76,7 +75,7 @@ std::string Session::end() {
   const bool isPromised = model_.chosen() && !isDisturbed();
   // A shortcut that is held would go on choosing.
   stage.mac.keyboardFilters.releaseAll();
-  auto problem = wrongComeback();
+  auto problem = tap_.problemOfComeback();
   if (!problem.empty()) return problem;
   // What was chosen while it did not run, it finds at the next launch.
   stage.mac.faults.clear();
@@ -138,9 +137,9 @@ std::string Session::followChoice(const sim::Action& action, const Before& befor
   if (hasFailed(sim::PortCall::synchronizePreferences)) isModelLeftOut_ = true;
 
   auto problem = wrongCommand(action);
-  const bool isCommand = hasLogged(stateLogText::setGlobal) ||
-                         hasLogged(stateLogText::setOverride) ||
-                         hasLogged(stateLogText::clearedOverride);
+  const bool isCommand = stage.hasLogged(stateLogText::setGlobal) ||
+                         stage.hasLogged(stateLogText::setOverride) ||
+                         stage.hasLogged(stateLogText::clearedOverride);
   const bool isSwitch = stage.mac.applications.frontmost() != before.frontmost;
   const bool isNoticed =
       stage.process() ? meaning.isNoticed || isCommand || isSwitch : !farewells_.empty();
@@ -226,7 +225,7 @@ std::string Session::wrongStorage(const sim::Action& action, const Before& befor
 }
 
 std::string Session::wrongLoss(const sim::Action& action, const Before& before) {
-  if (isAnothersHand(action) || hasLogged(stateLogText::clearedOverride)) return {};
+  if (isAnothersHand(action) || stage.hasLogged(stateLogText::clearedOverride)) return {};
   // To Keyrow it looks as if the application had been removed.
   if (hasFailed(sim::PortCall::findApplication)) return {};
   const auto now = actualModes();
@@ -293,96 +292,17 @@ std::string Session::wrongFarewell(const Before& before) {
 /// What is wrong with what a Keyrow left behind that has gone, or has fallen asleep.
 std::string Session::wrongState(const Modes& left, bool isGone) {
   if (!left.global) return {};
-  const bool mayPreferenceDiffer = hasLogged(stateLogText::failedToSynchronizePreference) ||
-                                   hasLogged(stateLogText::failedToReadBeforePersisting);
+  const bool mayPreferenceDiffer = stage.hasLogged(stateLogText::failedToSynchronizePreference) ||
+                                   stage.hasLogged(stateLogText::failedToReadBeforePersisting);
   if (left.preference != left.global && !mayPreferenceDiffer) {
     return "the system preference is not the global mode";
   }
-  const bool mayHardwareDiffer = hasLogged(stateLogText::failedToRestoreGlobal) ||
-                                 hasLogged(stateLogText::cannotRestoreGlobal);
+  const bool mayHardwareDiffer = stage.hasLogged(stateLogText::failedToRestoreGlobal) ||
+                                 stage.hasLogged(stateLogText::cannotRestoreGlobal);
   if (isGone && left.hardware != left.global && !mayHardwareDiffer) {
     return "the keyboard is not in the global mode";
   }
   return {};
-}
-
-std::string Session::wrongTap(const sim::Action& action, const Before& before, bool isDone) {
-  auto* process = stage.process();
-  const bool isAlone = process && stage.runningCount() == 1 && !process->isHanging();
-  if (isDone) followTrust(action);
-  isTapResting_ |= hasLogged(inputLogText::stoppedTapAfterTimeouts);
-  if (stage.mac.eventTaps.enabledCount() > 0) {
-    if (isAlone && isDone && mustHaveStoppedTap(action, before)) return "a tap lives without trust";
-    isTapExplained_ = isTapResting_ = false;
-    // Of several instances, it may be any one's.
-    tapOwner_.reset();
-    if (process && stage.runningCount() == 1) tapOwner_ = tapStarter_ = process->processID();
-    return {};
-  }
-  const bool isExplained =
-      hasLogged(inputLogText::failedToCreateTap) || hasLogged(inputLogText::failedToRecoverTap) ||
-      hasLogged(inputLogText::lostTrust) || hasLogged(inputLogText::stoppedTapAfterTimeouts);
-  isTapExplained_ |= isExplained;
-  if (isAlone && !isTapExplained_ && mustHaveTap(action, before)) {
-    return "there is no event tap, and nobody has said why";
-  }
-  const auto* disable = std::get_if<sim::DisableTap>(&action);
-  const bool isExcused = (disable && disable->announcement == 0) || isExplained || !isAlone ||
-                         process->processID() != tapOwner_;
-  if (isExcused) tapOwner_.reset();
-  return tapOwner_ ? "the event tap is dead, and nobody has said why" : "";
-}
-
-/// A launch with the permission brings a tap, and so does waking up where there was one.
-bool Session::mustHaveTap(const sim::Action& action, const Before& before) {
-  auto& mac = stage.mac;
-  if (std::holds_alternative<sim::Launch>(action)) {
-    return before.runningCount == 0 && mac.isAccessibilityGranted;
-  }
-  return std::holds_alternative<sim::Wake>(action) && before.isAsleep &&
-         stage.process()->processID() == tapStarter_;
-}
-
-/// Whether Keyrow had a chance to see that it is not trusted: another application came to the
-/// front, the Mac woke up, or a notification has announced it and it has been told since.
-bool Session::mustHaveStoppedTap(const sim::Action& action, const Before& before) {
-  if (trustIsKnownLost_ && stage.mac.scheduler.now() >= *trustIsKnownLost_) return true;
-  const bool mustLook = std::holds_alternative<sim::Front>(action) ||
-                        (std::holds_alternative<sim::Wake>(action) && before.isAsleep);
-  return mustLook && !stage.process()->platform().accessibility.isProcessTrusted();
-}
-
-void Session::followTrust(const sim::Action& action) {
-  /// How long Keyrow looks after a notification.
-  constexpr std::chrono::seconds lastLook{5};
-  const auto* change = std::get_if<sim::ChangePermission>(&action);
-  if (!change || change->which != sim::ChangePermission::Which::accessibility) return;
-  trustIsKnownLost_.reset();
-  const bool isTold = change->isAnnounced && change->lateness && *change->lateness <= lastLook;
-  if (!change->isGranted && isTold) trustIsKnownLost_ = stage.mac.scheduler.now() + lastLook;
-}
-
-/// With nothing that fails, a trusted Keyrow has its tap back as soon as something happens, at
-/// the latest when all attempts are over that it makes by itself; unless it lets it rest.
-std::string Session::wrongComeback() {
-  auto& mac = stage.mac;
-  mac.faults.clear();
-  auto* process = stage.process();
-  if (!process || stage.runningCount() > 1 || process->isHanging()) return {};
-  if (!mac.isAccessibilityGranted || !process->keyrow().modePolicy().isSessionActive()) return {};
-  mac.scheduler.advance(std::chrono::seconds{8});
-  if (!process->platform().accessibility.isProcessTrusted()) return {};
-  if (!mac.power.isAsleep()) mac.power.sleep();
-  mac.power.wake();
-  mac.scheduler.runReady();
-  if (mac.eventTaps.enabledCount() == 1 || isTapResting_) return {};
-  return "the event tap does not come back";
-}
-
-bool Session::hasLogged(std::string_view beginning) {
-  return std::ranges::any_of(stage.recentLog(), [&](const LogEntry& entry) {
-    return entry.message.starts_with(beginning);
-  });
 }
 
 bool Session::hasAnyFault() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -8,6 +7,7 @@
 
 #include "reliability/KeyPairs.h"
 #include "reliability/ModeModel.h"
+#include "reliability/TapWatch.h"
 #include "sim/scenario/Scenario.h"
 #include "sim/scenario/Stage.h"
 
@@ -71,29 +71,14 @@ class Session {
   std::string wrongAdoption(const sim::Action& action, const Before& before);
   std::string wrongImage();
   std::string wrongFarewell(const Before& before);
-  std::string wrongTap(const sim::Action& action, const Before& before, bool isDone);
   std::string wrongState(const Modes& left, bool isGone);
-  bool hasLogged(std::string_view beginning);
   bool hasFailed(sim::PortCall call);
   bool hasAnyFault();
-  bool mustHaveTap(const sim::Action& action, const Before& before);
-  bool mustHaveStoppedTap(const sim::Action& action, const Before& before);
-  void followTrust(const sim::Action& action);
-  std::string wrongComeback();
 
+  TapWatch tap_{stage};
   ModeModel model_;
   bool isModelLeftOut_ = false;
   std::size_t promisedCount_ = 0;
-  /// The process whose tap has worked, and has no excuse for not working.
-  std::optional<sim::OpenHandles::ProcessID> tapOwner_;
-  /// The process that was the last to have a working tap, dead or not.
-  std::optional<sim::OpenHandles::ProcessID> tapStarter_;
-  /// Somebody has said why there is no tap, since there was one.
-  bool isTapExplained_ = false;
-  /// The tap has been stopped for a while because of timeouts.
-  bool isTapResting_ = false;
-  /// When everybody who runs has seen that the permission was taken away.
-  std::optional<std::chrono::nanoseconds> trustIsKnownLost_;
   /// A system preference may differ from what a process sees of it.
   bool hasFailedToSynchronize_ = false;
   /// The mode in the hardware came of an override that Keyrow wrote.

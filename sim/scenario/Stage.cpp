@@ -92,6 +92,12 @@ std::vector<LogEntry> Stage::recentLog() const {
   return entries;
 }
 
+bool Stage::hasLogged(std::string_view beginning) const {
+  return std::ranges::any_of(recentLog(), [beginning](const LogEntry& entry) {
+    return entry.message.starts_with(beginning);
+  });
+}
+
 std::string Stage::leaks() {
   std::string leaks;
   for (const auto& [handle, count] : mac.openHandles.all()) {

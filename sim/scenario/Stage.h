@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "sim/machine/SimulatedMac.h"
@@ -67,6 +68,9 @@ class Stage {
 
   /// What was logged since the last action began.
   std::vector<LogEntry> recentLog() const;
+
+  /// Whether a log line that was written since then begins so.
+  bool hasLogged(std::string_view beginning) const;
 
   /// What happened since the last action began.
   std::vector<TimelineEvent> recentTimeline() const { return mac.timeline.events(); }
