@@ -97,7 +97,7 @@ void ModePolicy::launched() {
     leftover_ = Leftover{lastKnownFnState_};
     adoptByEvidence(origin::launch);
   } else {
-    notePreference(use_.fnStateController.readSynchronizedPreference());
+    evidence_.noteSeen();
   }
   // Once the override is applied, the hardware cannot tell any more.
   if (overrideOf(lastActivatedBundleIdentifier_)) storedGlobalFnState();
@@ -306,7 +306,7 @@ void ModePolicy::adopt(std::string_view origin, bool alsoFromHardware) {
 }
 
 bool ModePolicy::adoptByEvidence(std::string_view origin) {
-  const auto chosen = chosenInSystemSettings();
+  const auto chosen = evidence_.takeChosenFnState();
   if (!chosen) return false;
   leftover_.reset();
   syncStoredGlobalFnState(*chosen, origin);
@@ -324,45 +324,6 @@ void ModePolicy::syncStoredGlobalFnState(FnState state, std::string_view origin)
                        std::string{modeText(state)} + ".");
   // Before the launch there is nothing that could show it.
   if (isInControl_ && lastKnownFnState_ != state) setLastKnownFnState(state);
-}
-
-/// The mode that the system preference and the hardware have in common, when Keyrow has
-/// neither seen it in the preference nor put it there. Counts once.
-std::optional<FnState> ModePolicy::chosenInSystemSettings() {
-  const auto preference = use_.fnStateController.readSynchronizedPreference();
-  const auto seen = lastSeenPreference();
-  if (!preference || !*preference || !seen || rawValue(**preference) == *seen) {
-    notePreference(preference);
-    return std::nullopt;
-  }
-  // Keyrow's own may have got there only now.
-  const bool isOwn = *preference == unwrittenPreference_;
-  const auto hardware = use_.fnStateController.readFnState();
-  // What cannot be decided now may be evidence later.
-  if (!hardware && !isOwn) return std::nullopt;
-  notePreference(preference);
-  return !isOwn && *hardware == **preference ? *preference : std::nullopt;
-}
-
-/// What is in the preference now is no evidence any more.
-void ModePolicy::notePreference(const SynchronizedPreference& preference) {
-  if (!preference) return;
-  unwrittenPreference_.reset();
-  if (*preference) {
-    keepPreference(rawValue(**preference));
-  } else if (!lastSeenPreference()) {
-    keepPreference(StoredFnStates::noPreference);
-  }
-}
-
-void ModePolicy::keepPreference(std::int64_t preference) {
-  unkeptPreference_.reset();
-  if (use_.storedFnStates.lastSeenPreference() == preference) return;
-  if (!use_.storedFnStates.setLastSeenPreference(preference)) unkeptPreference_ = preference;
-}
-
-std::optional<std::int64_t> ModePolicy::lastSeenPreference() const {
-  return unkeptPreference_ ? unkeptPreference_ : use_.storedFnStates.lastSeenPreference();
 }
 
 bool ModePolicy::isLeftover(FnState hardware) {
@@ -384,7 +345,7 @@ void ModePolicy::obeyStore() {
   if (seenStore_.global != before.global) {
     // What is in the hardware, and in the preference, is older.
     rememberLeftover();
-    notePreference(use_.fnStateController.readSynchronizedPreference());
+    evidence_.noteSeen();
     if (!seenStore_.global) storedGlobalFnState();
   } else {
     // An override says nothing about a mode that was chosen for all applications.
@@ -460,7 +421,7 @@ void ModePolicy::storeGlobal(FnState state) {
   if (!mayChangeGlobal()) return;
   use_.storedFnStates.setGlobal(state);
   noteStore();
-  if (isInControl_) notePreference(use_.fnStateController.readSynchronizedPreference());
+  if (isInControl_) evidence_.noteSeen();
 }
 
 /// Puts the global mode where System Settings shows it.
@@ -471,13 +432,7 @@ void ModePolicy::persist(FnStatePersistReason reason) {
     return;
   }
   const auto persisted = use_.fnStateController.persistStoredGlobalFnState(reason);
-  if (!persisted || !isInControl_) return;
-  unwrittenPreference_.reset();
-  if (persisted->isSynchronized) {
-    keepPreference(rawValue(persisted->state));
-  } else {
-    unwrittenPreference_ = persisted->state;
-  }
+  if (persisted && isInControl_) evidence_.noteWritten(*persisted);
 }
 
 std::optional<FnState> ModePolicy::currentFnState() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <list>
 #include <map>
 #include <optional>
@@ -13,6 +12,7 @@
 #include "core/FnStateController.h"
 #include "core/FnStatePersistReason.h"
 #include "core/KeyboardDeviceSource.h"
+#include "core/PreferenceEvidence.h"
 #include "core/StoredFnStates.h"
 #include "platform/Clock.h"
 #include "platform/MainQueue.h"
@@ -54,8 +54,7 @@ struct ModesToOffer {
 /// The user may choose modes elsewhere, too. What another process stores is obeyed as soon as it
 /// is known, and before anything else. A global mode is adopted for two reasons:
 ///
-/// - There is evidence: the system preference is another one than Keyrow last saw or wrote
-///   there, and the hardware holds the same mode. So it was chosen in System Settings, and
+/// - There is evidence that it was chosen in System Settings (see `PreferenceEvidence`). That
 ///   counts whatever override is in force.
 /// - The hardware holds a mode that is no leftover, where no override is in force or System
 ///   Settings is in front. A leftover is the mode of an override, what was there before a
@@ -167,8 +166,6 @@ class ModePolicy {
   void pruneLocalFnStates();
 
  private:
-  using SynchronizedPreference = FnStateController::SynchronizedPreference;
-
   /// A mode in the hardware that nobody has chosen for all applications.
   struct Leftover {
     /// Absent while it has not been read.
@@ -184,10 +181,6 @@ class ModePolicy {
   bool adoptByEvidence(std::string_view origin);
   void adoptFromHardware(std::optional<FnState> hardware, std::string_view origin);
   void syncStoredGlobalFnState(FnState state, std::string_view origin);
-  std::optional<FnState> chosenInSystemSettings();
-  void notePreference(const SynchronizedPreference& preference);
-  void keepPreference(std::int64_t preference);
-  std::optional<std::int64_t> lastSeenPreference() const;
   bool isLeftover(FnState hardware);
   bool holdsOverride() const { return leftover_ && leftover_->isOfOverride; }
   bool mayAdoptFromHardware() const;
@@ -225,6 +218,7 @@ class ModePolicy {
   static constexpr int maximumIOKitRetryCount = 3;
 
   const Uses use_;
+  PreferenceEvidence evidence_{use_.fnStateController, use_.storedFnStates};
 
   /// It has been launched: from now on what it finds may be somebody's choice.
   bool isInControl_ = false;
@@ -240,10 +234,6 @@ class ModePolicy {
   ObserverToken storeObserver_;
   /// Since when an application with an override is missing.
   std::map<std::string, std::chrono::nanoseconds> missingSince_;
-  /// What was seen in the system preference and could not be kept.
-  std::optional<std::int64_t> unkeptPreference_;
-  /// What was written into the system preference and could not be synchronised.
-  std::optional<FnState> unwrittenPreference_;
   /// Consecutive failed hardware reads.
   int IOKitRetryCount_ = 0;
   /// After the session has come back.
