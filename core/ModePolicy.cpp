@@ -134,14 +134,15 @@ void ModePolicy::didWake() {
 
 void ModePolicy::sessionResigned() {
   if (isFollowing()) {
-    // The keyboard alone proves nothing: the other user's Keyrow may have written it already.
-    adopt(origin::session, /*alsoFromHardware=*/false);
+    obeyStore();
+    adoptByEvidence(origin::session, PreferenceEvidence::Hardware::mayBeAnothersAlready);
     // The next user finds the keyboard as this one leaves it.
     const auto global = storedGlobalFnState();
     if (global && apply(*global, applyGlobalAction, nullptr)) setScope(false);
     persist(FnStatePersistReason::quiet);
   }
   isSessionActive_ = false;
+  isSettling_ = false;
   secondLook_ = {};
   retries_.clear();
   IOKitRetryCount_ = 0;
@@ -154,11 +155,13 @@ void ModePolicy::sessionBecameActive() {
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   noteStore();
   applyStoredFnState();
+  isSettling_ = true;
   secondLook_ = use_.mainQueue.after(switchingTime, [this] { lookAgain(); });
 }
 
 /// The other user's Keyrow may have written its mode after this one.
 void ModePolicy::lookAgain() {
+  isSettling_ = false;
   adopt(origin::session, /*alsoFromHardware=*/false);
   const auto hardware = use_.fnStateController.readFnState();
   if (hardware && *hardware == lastKnownFnState_) return;
@@ -305,8 +308,8 @@ void ModePolicy::adopt(std::string_view origin, bool alsoFromHardware) {
   if (hardware) adoptFromHardware(*hardware, origin);
 }
 
-bool ModePolicy::adoptByEvidence(std::string_view origin) {
-  const auto chosen = evidence_.takeChosenFnState();
+bool ModePolicy::adoptByEvidence(std::string_view origin, PreferenceEvidence::Hardware hardware) {
+  const auto chosen = evidence_.takeChosenFnState(hardware);
   if (!chosen) return false;
   leftover_.reset();
   syncStoredGlobalFnState(*chosen, origin);
@@ -327,6 +330,7 @@ void ModePolicy::syncStoredGlobalFnState(FnState state, std::string_view origin)
 }
 
 bool ModePolicy::isLeftover(FnState hardware) {
+  if (isSettling_) return true;
   if (!leftover_) return false;
   if (!leftover_->mode) leftover_->mode = hardware;
   if (leftover_->mode == hardware) return true;

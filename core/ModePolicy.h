@@ -58,7 +58,8 @@ struct ModesToOffer {
 ///   counts whatever override is in force.
 /// - The hardware holds a mode that is no leftover, where no override is in force or System
 ///   Settings is in front. A leftover is the mode of an override, what was there before a
-///   write that failed, and what was there at launch.
+///   write that failed, what was there at launch, and what is there in the first second after
+///   another user's session.
 ///
 /// A command's `source` is the keyboard that issued it; null for mouse and menu.
 class ModePolicy {
@@ -178,7 +179,8 @@ class ModePolicy {
 
   void beforeCommand();
   void adopt(std::string_view origin, bool alsoFromHardware);
-  bool adoptByEvidence(std::string_view origin);
+  bool adoptByEvidence(std::string_view origin, PreferenceEvidence::Hardware hardware =
+                                                    PreferenceEvidence::Hardware::isOurs);
   void adoptFromHardware(std::optional<FnState> hardware, std::string_view origin);
   void syncStoredGlobalFnState(FnState state, std::string_view origin);
   bool isLeftover(FnState hardware);
@@ -236,7 +238,8 @@ class ModePolicy {
   std::map<std::string, std::chrono::nanoseconds> missingSince_;
   /// Consecutive failed hardware reads.
   int IOKitRetryCount_ = 0;
-  /// After the session has come back.
+  /// The session has just come back: what is in the hardware may be another user's.
+  bool isSettling_ = false;
   DelayedCall secondLook_;
   /// The log has said that an administrator manages them.
   bool hasSaidGlobalIsManaged_ = false;

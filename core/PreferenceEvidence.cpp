@@ -2,7 +2,7 @@
 
 namespace keyrow {
 
-std::optional<FnState> PreferenceEvidence::takeChosenFnState() {
+std::optional<FnState> PreferenceEvidence::takeChosenFnState(Hardware whose) {
   const auto preference = fnStateController_.readSynchronizedPreference();
   const auto seen = lastSeen();
   if (!preference || !*preference || !seen || rawValue(**preference) == *seen) {
@@ -11,6 +11,10 @@ std::optional<FnState> PreferenceEvidence::takeChosenFnState() {
   }
   // Keyrow's own may have got there only now.
   const bool isOwn = *preference == unwritten_;
+  if (whose == Hardware::mayBeAnothersAlready) {
+    note(preference);
+    return isOwn ? std::nullopt : *preference;
+  }
   const auto hardware = fnStateController_.readFnState();
   // What cannot be decided now may be evidence later.
   if (!hardware && !isOwn) return std::nullopt;

@@ -18,9 +18,13 @@ class PreferenceEvidence {
   PreferenceEvidence(FnStateController& fnStateController, StoredFnStates& storedFnStates)
       : fnStateController_{fnStateController}, storedFnStates_{storedFnStates} {}
 
+  /// Whether the hardware can still hold what this user chose.
+  enum class Hardware { isOurs, mayBeAnothersAlready };
+
   /// The mode that was chosen since the preference was last looked at; absent when there is none.
-  /// Counts once. A preference that is absent or cannot be read is never evidence.
-  std::optional<FnState> takeChosenFnState();
+  /// Counts once. A preference that is absent or cannot be read is never evidence. Where the
+  /// hardware may be in another user's hands already, the preference alone tells.
+  std::optional<FnState> takeChosenFnState(Hardware hardware);
 
   /// What is in the preference now is no evidence any more.
   void noteSeen() { note(fnStateController_.readSynchronizedPreference()); }
