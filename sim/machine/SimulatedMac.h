@@ -88,8 +88,8 @@ class SimulatedMac {
   /// Whether the user has to approve a login item before it counts.
   bool loginItemsNeedApproval = false;
 
-  /// Called when a Keyrow has said goodbye, right before it is gone.
-  std::function<void()> whenKeyrowQuits = [] {};
+  /// Called when this user's Keyrow has said goodbye, right before it is gone.
+  std::function<void(const std::string& user)> whenKeyrowQuits = [](const std::string&) {};
 
   /// Called for every key event when the taps have seen it: whether it reaches an application.
   std::function<void(std::uint32_t type, const KeyEvent& event, bool reaches)> whenKeyIsDecided =

@@ -22,14 +22,18 @@ struct ProcessContext {
   std::shared_ptr<MainThread> mainThread = std::make_shared<MainThread>();
 
   /// Wraps an observer's handler: it runs in the process's main thread, and as long as
-  /// the wrapper lives it counts as held. `name` is for the trace.
+  /// the wrapper lives it counts as held. One that has gone is not called any more, not even for
+  /// what has waited for a thread that hung. `name` is for the trace.
   template <typename... Arguments>
   std::function<void(Arguments...)> observer(std::string name,
                                              std::function<void(Arguments...)> handler) const {
     auto held = std::make_shared<HeldObserver>(mac, processID, std::move(name));
+    using Handler = std::function<void(Arguments...)>;
     return [thread = mainThread, held = std::move(held),
-            handler = std::move(handler)](Arguments... arguments) {
-      thread->deliver([held, handler, arguments...] { handler(arguments...); });
+            handler = std::make_shared<const Handler>(std::move(handler))](Arguments... arguments) {
+      thread->deliver([weak = std::weak_ptr{handler}, arguments...] {
+        if (const auto alive = weak.lock()) (*alive)(arguments...);
+      });
     };
   }
 

@@ -1,5 +1,6 @@
 #include "sim/ports/SimulatedMainQueue.h"
 
+#include <memory>
 #include <utility>
 
 namespace keyrow::sim {
@@ -9,8 +10,16 @@ void SimulatedMainQueue::async(std::function<void()> work) {
 }
 
 DelayedCall SimulatedMainQueue::after(std::chrono::nanoseconds delay, std::function<void()> work) {
-  const auto ticket = scheduler_.schedule(delay, inMainThread(std::move(work)));
-  return DelayedCall{[&scheduler = scheduler_, ticket] { scheduler.cancel(ticket); }};
+  // One that is due, and waits for a thread that hangs, can still be taken back.
+  const auto isTakenBack = std::make_shared<bool>(false);
+  const auto ticket =
+      scheduler_.schedule(delay, inMainThread([isTakenBack, work = std::move(work)] {
+                            if (!*isTakenBack) work();
+                          }));
+  return DelayedCall{[&scheduler = scheduler_, ticket, isTakenBack] {
+    *isTakenBack = true;
+    scheduler.cancel(ticket);
+  }};
 }
 
 std::function<void()> SimulatedMainQueue::inMainThread(std::function<void()> work) const {

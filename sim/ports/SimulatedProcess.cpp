@@ -41,7 +41,7 @@ bool SimulatedProcess::launch() {
 void SimulatedProcess::terminate() {
   if (hasEnded()) return;
   contents_->keyrow.appDelegate().applicationWillTerminate();
-  context_.mac.whenKeyrowQuits();
+  context_.mac.whenKeyrowQuits(user());
   note("quit");
   end();
 }

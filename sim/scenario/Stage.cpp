@@ -26,9 +26,18 @@ SimulatedProcess* Stage::process(OpenHandles::ProcessID processID) {
   return found == processes_.end() ? nullptr : found->get();
 }
 
-int Stage::runningCount() {
-  return static_cast<int>(
-      std::ranges::count_if(processes_, [](const auto& process) { return !process->hasEnded(); }));
+std::vector<SimulatedProcess*> Stage::running() {
+  std::vector<SimulatedProcess*> running;
+  for (const auto& process : processes_) {
+    if (!process->hasEnded()) running.push_back(process.get());
+  }
+  return running;
+}
+
+int Stage::runningCount(const std::string& user) const {
+  return static_cast<int>(std::ranges::count_if(processes_, [&user](const auto& process) {
+    return !process->hasEnded() && process->user() == user;
+  }));
 }
 
 std::string Stage::runningProcesses() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -36,7 +37,15 @@ class Stage {
   /// The Keyrow with this process identifier; null when it does not run.
   SimulatedProcess* process(OpenHandles::ProcessID processID);
 
-  int runningCount();
+  /// Those that run, in all sessions, in the order of their launch.
+  std::vector<SimulatedProcess*> running();
+
+  /// Whether one of them does not answer.
+  bool isAnyHanging() { return std::ranges::any_of(running(), &SimulatedProcess::isHanging); }
+
+  /// How many run in the session of the user who is there.
+  int runningCount() const { return runningCount(mac.sessions.active()); }
+  int runningCount(const std::string& user) const;
 
   /// The process identifiers of those that run, in the order of their launch, or "none".
   std::string runningProcesses() const;
@@ -87,14 +96,16 @@ class Stage {
   std::string keyrowDomain() const {
     return Sessions::domain(mac.sessions.active(), appIdentifier);
   }
-  std::string globalDomain() const {
-    return Sessions::domain(mac.sessions.active(), GlobalPreferences::domain);
+  std::string globalDomain() const { return globalDomain(mac.sessions.active()); }
+  static std::string globalDomain(std::string_view user) {
+    return Sessions::domain(user, GlobalPreferences::domain);
   }
 
   /// Where that user's modes are stored, whether Keyrow runs or not.
-  StoredFnStates storedFnStates() {
-    return StoredFnStates{
-        defaults_.try_emplace(mac.sessions.active(), mac, keyrowDomain()).first->second};
+  StoredFnStates storedFnStates() { return storedFnStates(mac.sessions.active()); }
+  StoredFnStates storedFnStates(const std::string& user) {
+    const auto domain = Sessions::domain(user, appIdentifier);
+    return StoredFnStates{defaults_.try_emplace(user, mac, domain).first->second};
   }
 
   /// Gives a registry entry ID that no keyboard has had yet.
