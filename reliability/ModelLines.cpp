@@ -71,14 +71,11 @@ struct Happening {
   }
   Meaning operator()(const sim::Sleep&) const { return noticed; }
   Meaning operator()(const sim::Wake&) const { return applied; }
-  Meaning operator()(const sim::SwitchUser&) const {
-    model.loseTrack();
-    return nothing;
-  }
+  Meaning operator()(const sim::SwitchUser&) const { return nothing; }
   Meaning operator()(const sim::ChangePermission&) const { return nothing; }
   Meaning operator()(const sim::Launch&) const { return applied; }
   Meaning operator()(const sim::Reopen&) const { return nothing; }
-  Meaning operator()(const sim::Quit&) const { return noticed; }
+  Meaning operator()(const sim::Quit&) const { return nothing; }
   Meaning operator()(const sim::Kill&) const { return nothing; }
   Meaning operator()(const sim::HangUp&) const { return nothing; }
   Meaning operator()(const sim::Resume&) const { return nothing; }

@@ -29,7 +29,9 @@ bool isAnothersHand(const sim::Action& action) {
 }  // namespace
 
 Session::Session() {
-  stage.mac.whenKeyrowQuits = [this] { farewells_.push_back(actualModes()); };
+  stage.mac.whenKeyrowQuits = [this](const std::string& user) {
+    farewells_.push_back({actualModes(user), user == stage.mac.sessions.active()});
+  };
 }
 
 std::string Session::play(const std::string& line) {
@@ -39,6 +41,7 @@ std::string Session::play(const std::string& line) {
 
 std::string Session::play(const sim::Step& step) {
   auto before = look();
+  const auto user = stage.mac.sessions.active();
   farewells_.clear();
   const bool wasDisturbed = isDisturbed();
   sim::Outcome outcome;
@@ -53,12 +56,16 @@ std::string Session::play(const sim::Step& step) {
   const auto* action = step.action();
   if (!action || outcome.kind == sim::Outcome::Kind::endless) return outcome.message;
   // What is compared from now on is another user's.
-  if (std::holds_alternative<sim::SwitchUser>(*action)) before = look();
+  const bool isSwitchOfUsers = user != stage.mac.sessions.active();
+  if (isSwitchOfUsers) before = look();
+  hasSwitchedUsers_ |= isSwitchOfUsers;
   const bool isCarriedOut = outcome.kind == sim::Outcome::Kind::done;
   const bool isWithoutEffect = !isCarriedOut && stage.recentTimeline().empty();
   std::string problem;
   if (isCutShort || wasDisturbed || isDisturbed() || (!isCarriedOut && !isWithoutEffect)) {
-    model_.loseTrack();
+    loseTrack();
+  } else if (isSwitchOfUsers) {
+    changeUser(user, before);
   } else if (isCarriedOut) {
     problem = followChoice(*action, before);
   }
@@ -72,18 +79,25 @@ std::string Session::play(const sim::Step& step) {
 }
 
 std::string Session::end() {
-  const bool isPromised = model_.chosen() && !isDisturbed();
+  const bool isPromised = !isDisturbed();
+  // One that hung while the users changed does not know whose the keyboard is.
+  if (hasSwitchedUsers_ && stage.isAnyHanging()) return {};
   // A shortcut that is held would go on choosing.
   stage.mac.keyboardFilters.releaseAll();
   auto problem = tap_.problemOfComeback();
   if (!problem.empty()) return problem;
   // What was chosen while it did not run, it finds at the next launch.
   stage.mac.faults.clear();
-  if (isPromised && !stage.process()) stage.launchKeyrow();
+  if (isPromised && model().chosen() && !stage.process()) stage.launchKeyrow();
   problem = problemAfterQuit(stage);
   if (problem.empty() && stage.mac.eventTaps.stalledCount() > 0) problem = "keys are stalled";
   if (!problem.empty() || !isPromised) return problem;
-  return actualModes().global == model_.chosen() ? "" : "the chosen mode is lost at the end";
+  for (const auto& [user, model] : models_) {
+    if (model.chosen() && actualModes(user).global != model.chosen()) {
+      return "the chosen mode of " + user + " is lost at the end";
+    }
+  }
+  return {};
 }
 
 Session::Before Session::look() {
@@ -96,44 +110,66 @@ Session::Before Session::look() {
           .runningCount = stage.runningCount(),
           .frontmost = stage.mac.applications.frontmost(),
           .writtenCount = stage.mac.hid.writtenCount(),
-          .isAsleep = stage.mac.power.isAsleep()};
+          .isAsleep = stage.mac.power.isAsleep(),
+          .isContested = isContested()};
 }
 
 Modes Session::actualModes() {
+  auto modes = actualModes(stage.mac.sessions.active());
+  auto* process = stage.process();
+  if (!process) return modes;
+  const auto& image = process->statusItem().image();
+  if (image == "fn") modes.shown = FnState::standard;
+  if (image == "globe") modes.shown = FnState::special;
+  modes.isLocal = process->keyrow().modePolicy().isLocalScopeActive();
+  return modes;
+}
+
+/// Without what Keyrow shows.
+Modes Session::actualModes(const std::string& user) {
   Modes modes;
   modes.hardware = sim::modeOfWord(stage.mac.hid.modeName());
-  const auto preference = stage.mac.globalPreferences.value(stage.globalDomain(),
+  const auto preference = stage.mac.globalPreferences.value(stage.globalDomain(user),
                                                             FnStateController::fnStateDefaultsKey);
   const auto isStandard = preference ? preference->boolValue() : std::nullopt;
   if (isStandard) modes.preference = fnStateFromPreference(*isStandard);
-  const auto stored = stage.storedFnStates();
+  const auto stored = stage.storedFnStates(user);
   modes.global = stored.global();
   for (const auto& app : stored.localBundleIdentifiers()) {
     if (const auto mode = stored.local(app)) modes.overrides[app] = *mode;
-  }
-  if (auto* process = stage.process()) {
-    const auto& image = process->statusItem().image();
-    if (image == "fn") modes.shown = FnState::standard;
-    if (image == "globe") modes.shown = FnState::special;
-    modes.isLocal = process->keyrow().modePolicy().isLocalScopeActive();
   }
   return modes;
 }
 
 /// Whether something is going on in which no mode is promised: several instances, or one that
-/// does not answer.
-bool Session::isDisturbed() {
-  auto* process = stage.process();
-  return isModelLeftOut_ || stage.runningCount() > 1 || (process && process->isHanging());
+/// does not answer, in whichever session.
+bool Session::isDisturbed() { return isModelLeftOut_ || isContested(); }
+bool Session::isContested() { return stage.runningCount() > 1 || stage.isAnyHanging(); }
+
+/// Everybody else's choices are what they were.
+void Session::changeUser(const std::string& left, const Before& before) {
+  isHardwareOfOverride_ = false;
+  auto& model = models_[left];
+  if (isModelLeftOut_ || stage.runningCount(left) == 0 || !canLook(before)) {
+    model.loseTrack();
+  } else {
+    model.look(actualModes(left).preference);
+  }
+  // The keyboard may be the other one's for a second.
+  models_[stage.mac.sessions.active()].miss();
+}
+
+void Session::loseTrack() {
+  for (auto& [user, model] : models_) model.loseTrack();
 }
 
 /// Tells the model what was chosen in a line, and gives what is wrong then.
 std::string Session::followChoice(const sim::Action& action, const Before& before) {
-  const auto meaning = happen(action, model_);
+  const auto meaning = happen(action, model());
   // A choice that cannot be stored, or not be read, is nobody's promise.
   const bool isManaged = stage.storedFnStates().isGlobalManaged();
-  if (isManaged || hasFailed(sim::PortCall::writeDefaults)) model_.loseTrack();
-  if (model_.isUnseen() && !canNotice()) model_.forget();
+  if (isManaged || hasFailed(sim::PortCall::writeDefaults)) model().loseTrack();
+  if (model().isUnseen() && !canNotice()) model().forget();
   if (hasFailed(sim::PortCall::synchronizePreferences)) isModelLeftOut_ = true;
 
   auto problem = wrongCommand(action);
@@ -141,10 +177,10 @@ std::string Session::followChoice(const sim::Action& action, const Before& befor
                          stage.hasLogged(stateLogText::setOverride) ||
                          stage.hasLogged(stateLogText::clearedOverride);
   const bool isSwitch = stage.mac.applications.frontmost() != before.frontmost;
-  const bool isNoticed =
-      stage.process() ? meaning.isNoticed || isCommand || isSwitch : !farewells_.empty();
-  if (isNoticed && canLook(before)) model_.look(actualModes().preference);
-  if (isNoticed && !canLook(before)) model_.miss();
+  const bool isNoticed = stage.process() ? meaning.isNoticed || isCommand || isSwitch
+                                         : std::ranges::any_of(farewells_, &Farewell::isInFront);
+  if (isNoticed && canLook(before)) model().look(actualModes().preference);
+  if (isNoticed && !canLook(before)) model().miss();
   return problem.empty() ? wrongMode(meaning.isApplied) : problem;
 }
 
@@ -160,7 +196,7 @@ bool Session::canLook(const Before& before) {
 /// Whether a choice in System Settings can still be found after this line.
 bool Session::canNotice() {
   const auto now = actualModes();
-  const bool isOverwritten = now.hardware != model_.chosen() || now.preference != model_.chosen();
+  const bool isOverwritten = now.hardware != model().chosen() || now.preference != model().chosen();
   return !hasFailed(sim::PortCall::readServiceProperty) &&
          !hasFailed(sim::PortCall::copyPreference) &&
          !hasFailed(sim::PortCall::synchronizePreferences) &&
@@ -180,15 +216,15 @@ std::string Session::wrongCommand(const sim::Action& action) {
   if (set.empty()) return {};
   const bool isFlip =
       std::holds_alternative<sim::ClickItem>(action) || std::holds_alternative<sim::Press>(action);
-  const auto before = model_.chosen();
-  model_.chooseWithKeyrow(set.back());
-  if (hasFailed(sim::PortCall::writeDefaults)) model_.forget();
+  const auto before = model().chosen();
+  model().chooseWithKeyrow(set.back());
+  if (hasFailed(sim::PortCall::writeDefaults)) model().forget();
   return isFlip && set.size() == 1 && before == set.back() ? "a flip has changed nothing" : "";
 }
 
 std::string Session::wrongMode(bool isApplied) {
-  const auto chosen = model_.chosen();
-  if (!chosen || model_.isUnseen()) return {};
+  const auto chosen = model().chosen();
+  if (!chosen || model().isUnseen()) return {};
   ++promisedCount_;
   const auto now = actualModes();
   if (now.global != chosen) {
@@ -254,7 +290,7 @@ std::string Session::wrongAdoption(const sim::Action& action, const Before& befo
     const auto& frontmost = stage.mac.applications.frontmost();
     const bool hasOverride = frontmost && stage.storedFnStates().local(*frontmost);
     isHardwareOfOverride_ =
-        before.runningCount <= 1 && !hasFailed(sim::PortCall::writeDefaults) &&
+        !before.isContested && !isContested() && !hasFailed(sim::PortCall::writeDefaults) &&
         (global ? written.back() != PropertyValue{rawValue(*global)} : hasOverride);
   }
   // What was chosen for all applications in the same line is not the override any more.
@@ -280,17 +316,18 @@ std::string Session::wrongImage() {
 
 std::string Session::wrongFarewell(const Before& before) {
   for (const auto& left : farewells_) {
-    auto problem = wrongState(left, /*isGone=*/true);
+    auto problem = wrongState(
+        left.modes, /*hasKeyboard=*/left.isInFront && !(hasSwitchedUsers_ && before.isContested));
     if (!problem.empty()) return problem;
   }
   const bool fellAsleep = stage.mac.power.isAsleep() && !before.isAsleep;
   auto* process = stage.process();
   const bool isAlone = before.runningCount == 1 && process && !process->isHanging();
-  return fellAsleep && isAlone ? wrongState(actualModes(), /*isGone=*/false) : "";
+  return fellAsleep && isAlone ? wrongState(actualModes(), /*hasKeyboard=*/false) : "";
 }
 
 /// What is wrong with what a Keyrow left behind that has gone, or has fallen asleep.
-std::string Session::wrongState(const Modes& left, bool isGone) {
+std::string Session::wrongState(const Modes& left, bool hasKeyboard) {
   if (!left.global) return {};
   const bool mayPreferenceDiffer = stage.hasLogged(stateLogText::failedToSynchronizePreference) ||
                                    stage.hasLogged(stateLogText::failedToReadBeforePersisting);
@@ -299,7 +336,7 @@ std::string Session::wrongState(const Modes& left, bool isGone) {
   }
   const bool mayHardwareDiffer = stage.hasLogged(stateLogText::failedToRestoreGlobal) ||
                                  stage.hasLogged(stateLogText::cannotRestoreGlobal);
-  if (isGone && left.hardware != left.global && !mayHardwareDiffer) {
+  if (hasKeyboard && left.hardware != left.global && !mayHardwareDiffer) {
     return "the keyboard is not in the global mode";
   }
   return {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -55,11 +56,25 @@ class Session {
     App frontmost;
     std::size_t writtenCount = 0;
     bool isAsleep = false;
+    /// Of several instances, or one that hangs, some do not know what the others do.
+    bool isContested = false;
+  };
+
+  /// What a Keyrow left behind.
+  struct Farewell {
+    Modes modes;
+    /// Whether it had the keyboard.
+    bool isInFront = false;
   };
 
   Before look();
   Modes actualModes();
+  Modes actualModes(const std::string& user);
+  ModeModel& model() { return models_[stage.mac.sessions.active()]; }
+  void loseTrack();
+  void changeUser(const std::string& left, const Before& before);
   bool isDisturbed();
+  bool isContested();
   std::string followChoice(const sim::Action& action, const Before& before);
   std::string wrongCommand(const sim::Action& action);
   bool canLook(const Before& before);
@@ -71,12 +86,14 @@ class Session {
   std::string wrongAdoption(const sim::Action& action, const Before& before);
   std::string wrongImage();
   std::string wrongFarewell(const Before& before);
-  std::string wrongState(const Modes& left, bool isGone);
+  std::string wrongState(const Modes& left, bool hasKeyboard);
   bool hasFailed(sim::PortCall call);
   bool hasAnyFault();
 
   TapWatch tap_{stage};
-  ModeModel model_;
+  /// By user.
+  std::map<std::string, ModeModel> models_;
+  bool hasSwitchedUsers_ = false;
   bool isModelLeftOut_ = false;
   std::size_t promisedCount_ = 0;
   /// A system preference may differ from what a process sees of it.
@@ -84,7 +101,7 @@ class Session {
   /// The mode in the hardware came of an override that Keyrow wrote.
   bool isHardwareOfOverride_ = false;
   /// What each Keyrow left behind that has quit since the line began.
-  std::vector<Modes> farewells_;
+  std::vector<Farewell> farewells_;
 };
 
 }  // namespace keyrow::reliability

@@ -27,6 +27,11 @@ std::string leaks(sim::Stage& stage) {
 
 std::string problemAfterQuit(sim::Stage& stage) {
   stage.mac.faults.clear();
+  for (auto* process : stage.running()) {
+    if (process->user() == stage.mac.sessions.active()) continue;
+    process->resume();
+    process->quit();
+  }
   if (!stage.process()) return {};
   const bool hadGlobal = stage.storedFnStates().global().has_value();
   while (auto* process = stage.process()) {

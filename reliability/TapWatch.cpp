@@ -11,15 +11,21 @@ namespace keyrow::reliability {
 
 std::string TapWatch::problem(const sim::Action& action, const Before& before, bool isDone) {
   auto* process = stage_.process();
-  const bool isAlone = process && stage_.runningCount() == 1 && !process->isHanging();
+  // One that hangs keeps its tap, and may be any user's.
+  const bool isAlone = process && stage_.runningCount() == 1 && !stage_.isAnyHanging();
   if (isDone) followTrust(action);
+  if (isDone && std::holds_alternative<sim::SwitchUser>(action)) {
+    tapOwner_.reset();
+    tapStarter_.reset();
+    isTapExplained_ = true;
+  }
   isTapResting_ |= stage_.hasLogged(inputLogText::stoppedTapAfterTimeouts);
   if (stage_.mac.eventTaps.enabledCount() > 0) {
     if (isAlone && isDone && mustHaveStoppedTap(action, before)) return "a tap lives without trust";
     isTapExplained_ = isTapResting_ = false;
     // Of several instances, it may be any one's.
     tapOwner_.reset();
-    if (process && stage_.runningCount() == 1) tapOwner_ = tapStarter_ = process->processID();
+    if (isAlone) tapOwner_ = tapStarter_ = process->processID();
     return {};
   }
   const bool isExplained = stage_.hasLogged(inputLogText::failedToCreateTap) ||
@@ -72,7 +78,7 @@ std::string TapWatch::problemOfComeback() {
   auto& mac = stage_.mac;
   mac.faults.clear();
   auto* process = stage_.process();
-  if (!process || stage_.runningCount() > 1 || process->isHanging()) return {};
+  if (!process || stage_.runningCount() > 1 || stage_.isAnyHanging()) return {};
   if (!mac.isAccessibilityGranted || !process->keyrow().modePolicy().isSessionActive()) return {};
   mac.scheduler.advance(std::chrono::seconds{8});
   if (!process->platform().accessibility.isProcessTrusted()) return {};

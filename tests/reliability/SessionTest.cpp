@@ -59,7 +59,7 @@ TEST_F(SessionTest, SeesAtTheEndThatAChosenModeIsLost) {
   ASSERT_EQ(session.play("sleep"), "");
   ASSERT_EQ(session.play("system-settings standard"), "");
   session.stage.mac.changeModeInSystemSettings(false);
-  EXPECT_EQ(session.end(), "the chosen mode is lost at the end");
+  EXPECT_EQ(session.end(), "the chosen mode of me is lost at the end");
 }
 
 TEST_F(SessionTest, SeesAKeyboardThatIsInTheWrongMode) {
@@ -157,14 +157,23 @@ TEST_F(SessionTest, LetsTheOverrideOfARemovedApplicationGo) {
   EXPECT_TRUE(session.stage.storedFnStates().localBundleIdentifiers().empty());
 }
 
+TEST_F(SessionTest, SeesThatAnotherUsersChosenModeIsLost) {
+  for (const auto* line :
+       {"front com.apple.finder", "click", "user anna", "launch keyrow", "quit keyrow 501"}) {
+    ASSERT_EQ(session.play(line), "") << line;
+  }
+  EXPECT_EQ(verdict([this] { setStored("globalFnState", 0); }), "");
+  EXPECT_EQ(session.end(), "the chosen mode of me is lost at the end");
+}
+
 TEST_F(SessionTest, SeesAKeyboardThatIsLeftInAnOverride) {
   session.disturb();
-  EXPECT_EQ(verdict([this] { session.stage.mac.whenKeyrowQuits(); }),
+  EXPECT_EQ(verdict([this] { session.stage.mac.whenKeyrowQuits("me"); }),
             "the system preference is not the global mode");
   EXPECT_EQ(verdict([this] {
               session.stage.mac.changeModeInSystemSettings(false);
               session.stage.mac.hid.setParameter("HIDFKeyMode", 1);
-              session.stage.mac.whenKeyrowQuits();
+              session.stage.mac.whenKeyrowQuits("me");
             }),
             "the keyboard is not in the global mode");
 }
