@@ -1,21 +1,32 @@
-#include "platform/macos/MacApplication.h"
-
 #import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
-void MacApplication::activateAllWindows() {
-  [NSRunningApplication.currentApplication activateWithOptions:NSApplicationActivateAllWindows];
-}
+namespace {
 
-void MacApplication::activate() {
-  if (@available(macOS 14, *)) {
-    [NSApp activate];
-  } else {
-    [NSApp activateIgnoringOtherApps:YES];
+class MacApplication final : public Application {
+ public:
+  void activateAllWindows() override {
+    [NSRunningApplication.currentApplication activateWithOptions:NSApplicationActivateAllWindows];
   }
-}
 
-void MacApplication::terminate() { [NSApp terminate:nil]; }
+  void activate() override {
+    if (@available(macOS 14, *)) {
+      [NSApp activate];
+    } else {
+      [NSApp activateIgnoringOtherApps:YES];
+    }
+  }
+
+  void terminate() override { [NSApp terminate:nil]; }
+};
+
+}  // namespace
+
+std::unique_ptr<Application> makeApplication() { return std::make_unique<MacApplication>(); }
 
 }  // namespace keyrow::macos

@@ -1,9 +1,19 @@
-#include "platform/macos/MacBundle.h"
-
 #import <Foundation/Foundation.h>
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "platform/macos/Conversions.h"
-#include "platform/macos/ResourceBundleClass.h"
+#include "platform/macos/MacPorts.h"
+
+/// Marks the bundle that carries the application's resources (`bundleForClass:`).
+@interface ResourceBundleClass : NSObject
+@end
+
+@implementation ResourceBundleClass
+@end
 
 namespace keyrow::macos {
 
@@ -11,15 +21,20 @@ namespace {
 
 NSBundle* applicationBundle() { return [NSBundle bundleForClass:ResourceBundleClass.class]; }
 
+class MacBundle final : public Bundle {
+ public:
+  std::optional<std::string> identifier() override {
+    return optionalText(applicationBundle().bundleIdentifier);
+  }
+
+  std::optional<PropertyValue> infoValue(std::string_view key) override {
+    const id value = [applicationBundle() objectForInfoDictionaryKey:nsString(key)];
+    return propertyValue((__bridge CFTypeRef)value);
+  }
+};
+
 }  // namespace
 
-std::optional<std::string> MacBundle::identifier() {
-  return optionalText(applicationBundle().bundleIdentifier);
-}
-
-std::optional<PropertyValue> MacBundle::infoValue(std::string_view key) {
-  const id value = [applicationBundle() objectForInfoDictionaryKey:nsString(key)];
-  return propertyValue((__bridge CFTypeRef)value);
-}
+std::unique_ptr<Bundle> makeBundle() { return std::make_unique<MacBundle>(); }
 
 }  // namespace keyrow::macos

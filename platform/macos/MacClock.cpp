@@ -1,21 +1,33 @@
-#include "platform/macos/MacClock.h"
-
 #include <mach/mach_time.h>
+
+#include <chrono>
+#include <memory>
+
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
-std::chrono::system_clock::time_point MacClock::now() { return std::chrono::system_clock::now(); }
+namespace {
 
-std::chrono::nanoseconds MacClock::uptime() {
-  return std::chrono::steady_clock::now().time_since_epoch();
-}
+class MacClock final : public Clock {
+ public:
+  std::chrono::system_clock::time_point now() override { return std::chrono::system_clock::now(); }
 
-MachTimebase MacClock::machTimebase() {
-  mach_timebase_info_data_t timebase{};
-  mach_timebase_info(&timebase);
-  return {.numer = timebase.numer, .denom = timebase.denom};
-}
+  std::chrono::nanoseconds uptime() override {
+    return std::chrono::steady_clock::now().time_since_epoch();
+  }
 
-std::uint64_t MacClock::machAbsoluteTime() { return mach_absolute_time(); }
+  MachTimebase machTimebase() override {
+    mach_timebase_info_data_t timebase{};
+    mach_timebase_info(&timebase);
+    return {.numer = timebase.numer, .denom = timebase.denom};
+  }
+
+  std::uint64_t machAbsoluteTime() override { return mach_absolute_time(); }
+};
+
+}  // namespace
+
+std::unique_ptr<Clock> makeClock() { return std::make_unique<MacClock>(); }
 
 }  // namespace keyrow::macos

@@ -1,10 +1,10 @@
-#include "platform/macos/MacDistributedNotificationCenter.h"
-
 #import <Foundation/Foundation.h>
 
+#include <memory>
 #include <utility>
 
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 /// Hands the notifications on that it is registered for.
 @interface KeyrowDistributedObserver : NSObject
@@ -32,27 +32,38 @@
 
 namespace keyrow::macos {
 
-void MacDistributedNotificationCenter::post(std::string_view name, std::string_view object,
-                                            const PropertyDictionary& userInfo) {
-  NSDictionary* const info = (__bridge_transfer NSDictionary*)cfDictionary(userInfo).release();
-  [NSDistributedNotificationCenter.defaultCenter postNotificationName:nsString(name)
-                                                               object:nsString(object)
-                                                             userInfo:info
-                                                   deliverImmediately:YES];
-}
+namespace {
 
-ObserverToken MacDistributedNotificationCenter::addObserver(
-    std::string_view name, const std::optional<std::string>& object, Handler handler) {
-  KeyrowDistributedObserver* const observer =
-      [[KeyrowDistributedObserver alloc] initWithHandler:std::move(handler)];
-  NSDistributedNotificationCenter* const center = NSDistributedNotificationCenter.defaultCenter;
-  // AppKit suspends the centre while the application is not active.
-  [center addObserver:observer
-                selector:@selector(receive:)
-                    name:nsString(name)
-                  object:object ? nsString(*object) : nil
-      suspensionBehavior:NSNotificationSuspensionBehaviorDeliverImmediately];
-  return ObserverToken{[center, observer] { [center removeObserver:observer]; }};
+class MacDistributedNotificationCenter final : public DistributedNotificationCenter {
+ public:
+  void post(std::string_view name, std::string_view object,
+            const PropertyDictionary& userInfo) override {
+    NSDictionary* const info = (__bridge_transfer NSDictionary*)cfDictionary(userInfo).release();
+    [NSDistributedNotificationCenter.defaultCenter postNotificationName:nsString(name)
+                                                                 object:nsString(object)
+                                                               userInfo:info
+                                                     deliverImmediately:YES];
+  }
+
+  ObserverToken addObserver(std::string_view name, const std::optional<std::string>& object,
+                            Handler handler) override {
+    KeyrowDistributedObserver* const observer =
+        [[KeyrowDistributedObserver alloc] initWithHandler:std::move(handler)];
+    NSDistributedNotificationCenter* const center = NSDistributedNotificationCenter.defaultCenter;
+    // AppKit suspends the centre while the application is not active.
+    [center addObserver:observer
+                  selector:@selector(receive:)
+                      name:nsString(name)
+                    object:object ? nsString(*object) : nil
+        suspensionBehavior:NSNotificationSuspensionBehaviorDeliverImmediately];
+    return ObserverToken{[center, observer] { [center removeObserver:observer]; }};
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<DistributedNotificationCenter> makeDistributedNotificationCenter() {
+  return std::make_unique<MacDistributedNotificationCenter>();
 }
 
 }  // namespace keyrow::macos

@@ -2,11 +2,18 @@
 
 #import <AppKit/AppKit.h>
 
+#include <memory>
 #include <utility>
 
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
+
+KeyDown keyDown(NSEvent* event) {
+  return {.keyCode = event.keyCode,
+          .charactersIgnoringModifiers = optionalText(event.charactersIgnoringModifiers)};
+}
 
 namespace {
 
@@ -16,37 +23,37 @@ Registration registrationOf(id monitor) {
   return Registration{[monitor] { [NSEvent removeMonitor:monitor]; }};
 }
 
+class MacEventMonitors final : public EventMonitors {
+ public:
+  Registration addGlobalFlagsMonitor(std::function<void()> handler) override {
+    return registrationOf([NSEvent addGlobalMonitorForEventsMatchingMask:NSEventMaskFlagsChanged
+                                                                 handler:^(NSEvent*) {
+                                                                   handler();
+                                                                 }]);
+  }
+
+  Registration addLocalFlagsMonitor(std::function<void()> handler) override {
+    return registrationOf([NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskFlagsChanged
+                                                                handler:^NSEvent*(NSEvent* event) {
+                                                                  handler();
+                                                                  return event;
+                                                                }]);
+  }
+
+  Registration addLocalKeyDownMonitor(std::function<bool(const KeyDown&)> handler) override {
+    return registrationOf([NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
+                                                                handler:^NSEvent*(NSEvent* event) {
+                                                                  // It may remove this monitor.
+                                                                  const auto call = handler;
+                                                                  const bool consumes =
+                                                                      call(keyDown(event));
+                                                                  return consumes ? nil : event;
+                                                                }]);
+  }
+};
+
 }  // namespace
 
-KeyDown keyDown(NSEvent* event) {
-  return {.keyCode = event.keyCode,
-          .charactersIgnoringModifiers = optionalText(event.charactersIgnoringModifiers)};
-}
-
-Registration MacEventMonitors::addGlobalFlagsMonitor(std::function<void()> handler) {
-  return registrationOf([NSEvent addGlobalMonitorForEventsMatchingMask:NSEventMaskFlagsChanged
-                                                               handler:^(NSEvent*) {
-                                                                 handler();
-                                                               }]);
-}
-
-Registration MacEventMonitors::addLocalFlagsMonitor(std::function<void()> handler) {
-  return registrationOf([NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskFlagsChanged
-                                                              handler:^NSEvent*(NSEvent* event) {
-                                                                handler();
-                                                                return event;
-                                                              }]);
-}
-
-Registration MacEventMonitors::addLocalKeyDownMonitor(std::function<bool(const KeyDown&)> handler) {
-  return registrationOf([NSEvent addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
-                                                              handler:^NSEvent*(NSEvent* event) {
-                                                                // It may remove this monitor.
-                                                                const auto call = handler;
-                                                                const bool consumes =
-                                                                    call(keyDown(event));
-                                                                return consumes ? nil : event;
-                                                              }]);
-}
+std::unique_ptr<EventMonitors> makeEventMonitors() { return std::make_unique<MacEventMonitors>(); }
 
 }  // namespace keyrow::macos

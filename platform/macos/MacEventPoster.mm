@@ -1,10 +1,10 @@
-#include "platform/macos/MacEventPoster.h"
-
 #import <AppKit/AppKit.h>
 
+#include <memory>
 #include <utility>
 
 #include "platform/macos/CFRef.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -26,25 +26,31 @@ class MacKeyEventSource final : public KeyEventSource {
   const CFRef<CGEventSourceRef> source_;
 };
 
+class MacEventPoster final : public EventPoster {
+ public:
+  void post(const SystemDefinedEvent& event) override {
+    NSEvent* const systemDefined =
+        [NSEvent otherEventWithType:NSEventTypeSystemDefined
+                           location:NSZeroPoint
+                      modifierFlags:event.modifierFlags
+                          timestamp:NSProcessInfo.processInfo.systemUptime
+                       windowNumber:0
+                            context:nil
+                            subtype:event.subtype
+                              data1:event.data1
+                              data2:event.data2];
+    if (const CGEventRef quartz = systemDefined.CGEvent) CGEventPost(kCGHIDEventTap, quartz);
+  }
+
+  std::unique_ptr<KeyEventSource> createKeyEventSource() override {
+    auto source =
+        CFRef<CGEventSourceRef>::adopt(CGEventSourceCreate(kCGEventSourceStateHIDSystemState));
+    return source ? std::make_unique<MacKeyEventSource>(std::move(source)) : nullptr;
+  }
+};
+
 }  // namespace
 
-void MacEventPoster::post(const SystemDefinedEvent& event) {
-  NSEvent* const systemDefined = [NSEvent otherEventWithType:NSEventTypeSystemDefined
-                                                    location:NSZeroPoint
-                                               modifierFlags:event.modifierFlags
-                                                   timestamp:NSProcessInfo.processInfo.systemUptime
-                                                windowNumber:0
-                                                     context:nil
-                                                     subtype:event.subtype
-                                                       data1:event.data1
-                                                       data2:event.data2];
-  if (const CGEventRef quartz = systemDefined.CGEvent) CGEventPost(kCGHIDEventTap, quartz);
-}
-
-std::unique_ptr<KeyEventSource> MacEventPoster::createKeyEventSource() {
-  auto source =
-      CFRef<CGEventSourceRef>::adopt(CGEventSourceCreate(kCGEventSourceStateHIDSystemState));
-  return source ? std::make_unique<MacKeyEventSource>(std::move(source)) : nullptr;
-}
+std::unique_ptr<EventPoster> makeEventPoster() { return std::make_unique<MacEventPoster>(); }
 
 }  // namespace keyrow::macos

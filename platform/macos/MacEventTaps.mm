@@ -1,12 +1,12 @@
-#include "platform/macos/MacEventTaps.h"
-
 #import <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
 
+#include <memory>
 #include <utility>
 
 #include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -85,35 +85,40 @@ class MacRunLoop final : public RunLoop {
   const CFRef<CFRunLoopRef> runLoop_;
 };
 
+class MacEventTaps final : public EventTaps {
+ public:
+  std::shared_ptr<EventTap> createTap(std::uint64_t eventsOfInterest,
+                                      EventTapCallback& callback) override {
+    auto port = CFRef<CFMachPortRef>::adopt(
+        CGEventTapCreate(kCGHIDEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault,
+                         eventsOfInterest, handleEvent, &callback));
+    return port ? std::make_shared<MacEventTap>(std::move(port)) : nullptr;
+  }
+
+  std::shared_ptr<RunLoopSource> createRunLoopSource(EventTap& tap) override {
+    auto source = CFRef<CFRunLoopSourceRef>::adopt(CFMachPortCreateRunLoopSource(
+        kCFAllocatorDefault, static_cast<MacEventTap&>(tap).port(), /*order=*/0));
+    return source ? std::make_shared<MacRunLoopSource>(std::move(source)) : nullptr;
+  }
+
+  std::shared_ptr<RunLoop> currentRunLoop() override {
+    return std::make_shared<MacRunLoop>(CFRef<CFRunLoopRef>::retain(CFRunLoopGetCurrent()));
+  }
+
+  void startThread(std::string_view name, std::function<void()> body) override {
+    NSThread* const thread = [[NSThread alloc] initWithBlock:^{
+      @autoreleasepool {
+        body();
+      }
+    }];
+    thread.name = nsString(name);
+    thread.qualityOfService = NSQualityOfServiceUserInteractive;
+    [thread start];
+  }
+};
+
 }  // namespace
 
-std::shared_ptr<EventTap> MacEventTaps::createTap(std::uint64_t eventsOfInterest,
-                                                  EventTapCallback& callback) {
-  auto port = CFRef<CFMachPortRef>::adopt(
-      CGEventTapCreate(kCGHIDEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault,
-                       eventsOfInterest, handleEvent, &callback));
-  return port ? std::make_shared<MacEventTap>(std::move(port)) : nullptr;
-}
-
-std::shared_ptr<RunLoopSource> MacEventTaps::createRunLoopSource(EventTap& tap) {
-  auto source = CFRef<CFRunLoopSourceRef>::adopt(CFMachPortCreateRunLoopSource(
-      kCFAllocatorDefault, static_cast<MacEventTap&>(tap).port(), /*order=*/0));
-  return source ? std::make_shared<MacRunLoopSource>(std::move(source)) : nullptr;
-}
-
-std::shared_ptr<RunLoop> MacEventTaps::currentRunLoop() {
-  return std::make_shared<MacRunLoop>(CFRef<CFRunLoopRef>::retain(CFRunLoopGetCurrent()));
-}
-
-void MacEventTaps::startThread(std::string_view name, std::function<void()> body) {
-  NSThread* const thread = [[NSThread alloc] initWithBlock:^{
-    @autoreleasepool {
-      body();
-    }
-  }];
-  thread.name = nsString(name);
-  thread.qualityOfService = NSQualityOfServiceUserInteractive;
-  [thread start];
-}
+std::unique_ptr<EventTaps> makeEventTaps() { return std::make_unique<MacEventTaps>(); }
 
 }  // namespace keyrow::macos

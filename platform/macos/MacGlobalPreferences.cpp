@@ -1,9 +1,12 @@
-#include "platform/macos/MacGlobalPreferences.h"
-
 #include <CoreFoundation/CoreFoundation.h>
+
+#include <memory>
+#include <optional>
+#include <string_view>
 
 #include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -13,22 +16,29 @@ namespace {
 /// know `NSGlobalDomain`, which is Foundation's.
 CFStringRef globalDomain() { return kCFPreferencesAnyApplication; }
 
+class MacGlobalPreferences final : public GlobalPreferences {
+ public:
+  std::optional<PropertyValue> copyValue(std::string_view key) override {
+    const auto value = CFRef<CFPropertyListRef>::adopt(CFPreferencesCopyValue(
+        cfString(key).get(), globalDomain(), kCFPreferencesCurrentUser, kCFPreferencesAnyHost));
+    return propertyValue(value.get());
+  }
+
+  void setValue(std::string_view key, const PropertyValue& value) override {
+    CFPreferencesSetValue(cfString(key).get(), cfObject(value).get(), globalDomain(),
+                          kCFPreferencesCurrentUser, kCFPreferencesAnyHost);
+  }
+
+  bool synchronize() override {
+    return CFPreferencesSynchronize(globalDomain(), kCFPreferencesCurrentUser,
+                                    kCFPreferencesAnyHost) != 0;
+  }
+};
+
 }  // namespace
 
-std::optional<PropertyValue> MacGlobalPreferences::copyValue(std::string_view key) {
-  const auto value = CFRef<CFPropertyListRef>::adopt(CFPreferencesCopyValue(
-      cfString(key).get(), globalDomain(), kCFPreferencesCurrentUser, kCFPreferencesAnyHost));
-  return propertyValue(value.get());
-}
-
-void MacGlobalPreferences::setValue(std::string_view key, const PropertyValue& value) {
-  CFPreferencesSetValue(cfString(key).get(), cfObject(value).get(), globalDomain(),
-                        kCFPreferencesCurrentUser, kCFPreferencesAnyHost);
-}
-
-bool MacGlobalPreferences::synchronize() {
-  return CFPreferencesSynchronize(globalDomain(), kCFPreferencesCurrentUser,
-                                  kCFPreferencesAnyHost) != 0;
+std::unique_ptr<GlobalPreferences> makeGlobalPreferences() {
+  return std::make_unique<MacGlobalPreferences>();
 }
 
 }  // namespace keyrow::macos

@@ -1,10 +1,9 @@
-#include "platform/macos/MacHidManagers.h"
-
 #include <IOKit/IOKitLib.h>
 #include <IOKit/hid/IOHIDLib.h>
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -12,6 +11,7 @@
 
 #include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -133,8 +133,13 @@ class MacHidManager final : public HidManager {
   bool isOpen_ = false;
 };
 
+class MacHidManagers final : public HidManagers {
+ public:
+  std::unique_ptr<HidManager> create() override { return std::make_unique<MacHidManager>(); }
+};
+
 }  // namespace
 
-std::unique_ptr<HidManager> MacHidManagers::create() { return std::make_unique<MacHidManager>(); }
+std::unique_ptr<HidManagers> makeHidManagers() { return std::make_unique<MacHidManagers>(); }
 
 }  // namespace keyrow::macos

@@ -1,17 +1,18 @@
-#include "platform/macos/MacHidSystem.h"
-
 #include <IOKit/IOKitLib.h>
 #include <IOKit/hidsystem/IOHIDLib.h>
 
 #include <cstdint>
 #include <expected>
+#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/IOObject.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -60,14 +61,19 @@ class MacHidService final : public HidService {
   const IOObject service_;
 };
 
+class MacHidSystem final : public HidSystem {
+ public:
+  std::unique_ptr<HidService> matchingService(std::string_view className) override {
+    const std::string name{className};
+    // The look-up takes over the matching dictionary.
+    auto service = IOObject::adopt(
+        IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching(name.c_str())));
+    return service ? std::make_unique<MacHidService>(std::move(service)) : nullptr;
+  }
+};
+
 }  // namespace
 
-std::unique_ptr<HidService> MacHidSystem::matchingService(std::string_view className) {
-  const std::string name{className};
-  // The look-up takes over the matching dictionary.
-  auto service = IOObject::adopt(
-      IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching(name.c_str())));
-  return service ? std::make_unique<MacHidService>(std::move(service)) : nullptr;
-}
+std::unique_ptr<HidSystem> makeHidSystem() { return std::make_unique<MacHidSystem>(); }
 
 }  // namespace keyrow::macos

@@ -1,15 +1,25 @@
-#include "platform/macos/MacLoginItem.h"
-
 #import <ServiceManagement/ServiceManagement.h>
+
+#include <memory>
+
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
-bool MacLoginItem::isEnabled() {
-  return SMAppService.mainAppService.status == SMAppServiceStatusEnabled;
-}
+namespace {
 
-void MacLoginItem::registerItem() { [SMAppService.mainAppService registerAndReturnError:nil]; }
+class MacLoginItem final : public LoginItem {
+ public:
+  bool isEnabled() override {
+    return SMAppService.mainAppService.status == SMAppServiceStatusEnabled;
+  }
 
-void MacLoginItem::unregisterItem() { [SMAppService.mainAppService unregisterAndReturnError:nil]; }
+  void registerItem() override { [SMAppService.mainAppService registerAndReturnError:nil]; }
+  void unregisterItem() override { [SMAppService.mainAppService unregisterAndReturnError:nil]; }
+};
+
+}  // namespace
+
+std::unique_ptr<LoginItem> makeLoginItem() { return std::make_unique<MacLoginItem>(); }
 
 }  // namespace keyrow::macos

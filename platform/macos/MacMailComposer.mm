@@ -1,8 +1,9 @@
-#include "platform/macos/MacMailComposer.h"
-
 #import <AppKit/AppKit.h>
 
+#include <memory>
+
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -37,12 +38,17 @@ class MacMailService final : public MailService {
   NSSharingService* const service_;
 };
 
+class MacMailComposer final : public MailComposer {
+ public:
+  std::unique_ptr<MailService> composeEmailService() override {
+    NSSharingService* const service =
+        [NSSharingService sharingServiceNamed:NSSharingServiceNameComposeEmail];
+    return service ? std::make_unique<MacMailService>(service) : nullptr;
+  }
+};
+
 }  // namespace
 
-std::unique_ptr<MailService> MacMailComposer::composeEmailService() {
-  NSSharingService* const service =
-      [NSSharingService sharingServiceNamed:NSSharingServiceNameComposeEmail];
-  return service ? std::make_unique<MacMailService>(service) : nullptr;
-}
+std::unique_ptr<MailComposer> makeMailComposer() { return std::make_unique<MacMailComposer>(); }
 
 }  // namespace keyrow::macos

@@ -1,22 +1,34 @@
-#include "platform/macos/MacNotificationCenter.h"
-
 #import <Foundation/Foundation.h>
 
+#include <functional>
+#include <memory>
+#include <string_view>
 #include <utility>
 
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 #include "platform/macos/NotificationObserver.h"
 
 namespace keyrow::macos {
 
-void MacNotificationCenter::post(std::string_view name) {
-  [NSNotificationCenter.defaultCenter postNotificationName:nsString(name) object:nil];
-}
+namespace {
 
-ObserverToken MacNotificationCenter::addObserver(std::string_view name,
-                                                 std::function<void()> handler) {
-  return observeNotification(NSNotificationCenter.defaultCenter, nsString(name),
-                             NSOperationQueue.mainQueue, std::move(handler));
+class MacNotificationCenter final : public NotificationCenter {
+ public:
+  void post(std::string_view name) override {
+    [NSNotificationCenter.defaultCenter postNotificationName:nsString(name) object:nil];
+  }
+
+  ObserverToken addObserver(std::string_view name, std::function<void()> handler) override {
+    return observeNotification(NSNotificationCenter.defaultCenter, nsString(name),
+                               NSOperationQueue.mainQueue, std::move(handler));
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<NotificationCenter> makeNotificationCenter() {
+  return std::make_unique<MacNotificationCenter>();
 }
 
 }  // namespace keyrow::macos

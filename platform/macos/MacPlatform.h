@@ -1,32 +1,9 @@
 #pragma once
 
+#include <memory>
+
 #include "platform/Platform.h"
-#include "platform/macos/MacAccessibility.h"
-#include "platform/macos/MacAlerts.h"
-#include "platform/macos/MacApplication.h"
-#include "platform/macos/MacBundle.h"
-#include "platform/macos/MacClock.h"
-#include "platform/macos/MacDistributedNotificationCenter.h"
-#include "platform/macos/MacEventMonitors.h"
-#include "platform/macos/MacEventPoster.h"
-#include "platform/macos/MacEventTaps.h"
-#include "platform/macos/MacFiles.h"
-#include "platform/macos/MacGlobalPreferences.h"
-#include "platform/macos/MacHidManagers.h"
-#include "platform/macos/MacHidSystem.h"
-#include "platform/macos/MacInputMonitoring.h"
-#include "platform/macos/MacLoginItem.h"
-#include "platform/macos/MacMailComposer.h"
-#include "platform/macos/MacMainQueue.h"
-#include "platform/macos/MacMainRunLoop.h"
-#include "platform/macos/MacNotificationCenter.h"
-#include "platform/macos/MacProcess.h"
-#include "platform/macos/MacSystemLog.h"
-#include "platform/macos/MacText.h"
-#include "platform/macos/MacUpdateFramework.h"
-#include "platform/macos/MacUserDefaults.h"
-#include "platform/macos/MacUserNotifications.h"
-#include "platform/macos/MacWorkspace.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -37,32 +14,33 @@ class MacPlatform {
   Platform platform();
 
  private:
-  MacAccessibility accessibility_;
-  MacAlerts alerts_;
-  MacApplication application_;
-  MacBundle bundle_;
-  MacClock clock_;
-  MacDistributedNotificationCenter distributedNotificationCenter_;
-  MacEventMonitors eventMonitors_;
-  MacEventPoster eventPoster_;
-  MacEventTaps eventTaps_;
-  MacFiles files_;
-  MacGlobalPreferences globalPreferences_;
-  MacHidManagers hidManagers_;
-  MacHidSystem hidSystem_;
-  MacInputMonitoring inputMonitoring_;
-  MacLoginItem loginItem_;
-  MacMailComposer mailComposer_;
-  MacMainQueue mainQueue_;
-  MacMainRunLoop mainRunLoop_;
-  MacNotificationCenter notificationCenter_;
-  MacProcess process_;
-  MacSystemLog systemLog_;
-  MacText text_;
-  MacUpdateFramework updateFramework_;
-  MacUserDefaults userDefaults_;
-  MacUserNotifications userNotifications_;
-  MacWorkspace workspace_;
+  const std::unique_ptr<Accessibility> accessibility_ = makeAccessibility();
+  const std::unique_ptr<Alerts> alerts_ = makeAlerts();
+  const std::unique_ptr<Application> application_ = makeApplication();
+  const std::unique_ptr<Bundle> bundle_ = makeBundle();
+  const std::unique_ptr<Clock> clock_ = makeClock();
+  const std::unique_ptr<DistributedNotificationCenter> distributedNotificationCenter_ =
+      makeDistributedNotificationCenter();
+  const std::unique_ptr<EventMonitors> eventMonitors_ = makeEventMonitors();
+  const std::unique_ptr<EventPoster> eventPoster_ = makeEventPoster();
+  const std::unique_ptr<EventTaps> eventTaps_ = makeEventTaps();
+  const std::unique_ptr<Files> files_ = makeFiles();
+  const std::unique_ptr<GlobalPreferences> globalPreferences_ = makeGlobalPreferences();
+  const std::unique_ptr<HidManagers> hidManagers_ = makeHidManagers();
+  const std::unique_ptr<HidSystem> hidSystem_ = makeHidSystem();
+  const std::unique_ptr<InputMonitoring> inputMonitoring_ = makeInputMonitoring();
+  const std::unique_ptr<LoginItem> loginItem_ = makeLoginItem();
+  const std::unique_ptr<MailComposer> mailComposer_ = makeMailComposer();
+  const std::unique_ptr<MainQueue> mainQueue_ = makeMainQueue();
+  const std::unique_ptr<MainRunLoop> mainRunLoop_ = makeMainRunLoop();
+  const std::unique_ptr<NotificationCenter> notificationCenter_ = makeNotificationCenter();
+  const std::unique_ptr<Process> process_ = makeProcess();
+  const std::unique_ptr<SystemLog> systemLog_ = makeSystemLog();
+  const std::unique_ptr<Text> text_ = makeText();
+  const std::unique_ptr<UpdateFramework> updateFramework_ = makeUpdateFramework();
+  const std::unique_ptr<UserDefaults> userDefaults_ = makeUserDefaults();
+  const std::unique_ptr<UserNotifications> userNotifications_ = makeUserNotifications();
+  const std::unique_ptr<Workspace> workspace_ = makeWorkspace();
 };
 
 }  // namespace keyrow::macos

@@ -1,22 +1,32 @@
-#include "platform/macos/MacProcess.h"
-
 #import <Foundation/Foundation.h>
 
+#include <memory>
+
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
-std::int32_t MacProcess::processIdentifier() { return NSProcessInfo.processInfo.processIdentifier; }
+namespace {
 
-std::string MacProcess::operatingSystemVersion() {
-  return utf8Text(NSProcessInfo.processInfo.operatingSystemVersionString);
-}
+class MacProcess final : public Process {
+ public:
+  std::int32_t processIdentifier() override { return NSProcessInfo.processInfo.processIdentifier; }
 
-Registration MacProcess::beginActivity(std::string_view reason) {
-  const id activity = [NSProcessInfo.processInfo
-      beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
-                        reason:nsString(reason)];
-  return Registration{[activity] { [NSProcessInfo.processInfo endActivity:activity]; }};
-}
+  std::string operatingSystemVersion() override {
+    return utf8Text(NSProcessInfo.processInfo.operatingSystemVersionString);
+  }
+
+  Registration beginActivity(std::string_view reason) override {
+    const id activity = [NSProcessInfo.processInfo
+        beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                          reason:nsString(reason)];
+    return Registration{[activity] { [NSProcessInfo.processInfo endActivity:activity]; }};
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<Process> makeProcess() { return std::make_unique<MacProcess>(); }
 
 }  // namespace keyrow::macos

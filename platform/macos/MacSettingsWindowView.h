@@ -6,12 +6,7 @@
 #include "platform/macos/MacGeneralView.h"
 #include "ui/SettingsWindowView.h"
 
-/// Controls the one settings window.
-@interface KeyrowSettingsWindowController : NSWindowController
-- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
-                          panes:(NSArray<NSViewController*>*)panes;
-- (instancetype)initWithWindow:(NSWindow*)window NS_UNAVAILABLE;
-@end
+@class KeyrowSettingsWindowController;
 
 namespace keyrow::macos {
 
@@ -28,7 +23,7 @@ class MacSettingsWindowView final : public SettingsWindowView {
   void setFixedContentSize(ContentSize size) override;
 
   /// The window; nil before it is created.
-  NSWindow* window() const { return controller_.window; }
+  NSWindow* window() const;
 
  private:
   MacGeneralView& general_;

@@ -5,6 +5,13 @@
 #include "platform/macos/Conversions.h"
 #include "platform/macos/PreferencesTabViewController.h"
 
+/// Controls the one settings window.
+@interface KeyrowSettingsWindowController : NSWindowController
+- (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
+                          panes:(NSArray<NSViewController*>*)panes;
+- (instancetype)initWithWindow:(NSWindow*)window NS_UNAVAILABLE;
+@end
+
 @implementation KeyrowSettingsWindowController
 
 - (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
@@ -51,6 +58,8 @@ void MacSettingsWindowView::create() {
       initWithActions:actions()
                 panes:@[ general_.viewController(), about_.viewController() ]];
 }
+
+NSWindow* MacSettingsWindowView::window() const { return controller_.window; }
 
 bool MacSettingsWindowView::hasWindow() { return window() != nil; }
 

@@ -1,14 +1,18 @@
-#include "platform/macos/MacSystemLog.h"
-
 #import <Foundation/Foundation.h>
 #import <OSLog/OSLog.h>
 #include <os/log.h>
 
 #include <array>
+#include <chrono>
 #include <cstddef>
+#include <expected>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -57,37 +61,42 @@ std::unexpected<SystemError> failure(NSError* error) {
       .errorDescription = std::nullopt, .domain = utf8Text(error.domain), .code = error.code}};
 }
 
+class MacSystemLog final : public SystemLog {
+ public:
+  std::unique_ptr<Logger> makeLogger(std::string_view subsystem,
+                                     std::string_view category) override {
+    return std::make_unique<MacLogger>(std::string{subsystem}, std::string{category});
+  }
+
+  std::expected<std::vector<LogEntry>, SystemError> entriesSince(
+      std::chrono::system_clock::time_point date) override {
+    NSError* error = nil;
+    OSLogStore* const store = [OSLogStore storeWithScope:OSLogStoreCurrentProcessIdentifier
+                                                   error:&error];
+    if (!store) return failure(error);
+
+    OSLogEnumerator<OSLogEntry*>* const entries =
+        [store entriesEnumeratorWithOptions:0
+                                   position:[store positionWithDate:nsDate(date)]
+                                  predicate:nil
+                                      error:&error];
+    if (!entries) return failure(error);
+
+    std::vector<LogEntry> lines;
+    for (OSLogEntry* entry in entries) {
+      @autoreleasepool {
+        // The position is only a hint to some versions of macOS.
+        const bool isOlder = timePoint(entry.date) < date;
+        if (isOlder || ![entry isKindOfClass:OSLogEntryLog.class]) continue;
+        lines.push_back(logEntry((OSLogEntryLog*)entry));
+      }
+    }
+    return lines;
+  }
+};
+
 }  // namespace
 
-std::unique_ptr<Logger> MacSystemLog::makeLogger(std::string_view subsystem,
-                                                 std::string_view category) {
-  return std::make_unique<MacLogger>(std::string{subsystem}, std::string{category});
-}
-
-std::expected<std::vector<LogEntry>, SystemError> MacSystemLog::entriesSince(
-    std::chrono::system_clock::time_point date) {
-  NSError* error = nil;
-  OSLogStore* const store = [OSLogStore storeWithScope:OSLogStoreCurrentProcessIdentifier
-                                                 error:&error];
-  if (!store) return failure(error);
-
-  OSLogEnumerator<OSLogEntry*>* const entries =
-      [store entriesEnumeratorWithOptions:0
-                                 position:[store positionWithDate:nsDate(date)]
-                                predicate:nil
-                                    error:&error];
-  if (!entries) return failure(error);
-
-  std::vector<LogEntry> lines;
-  for (OSLogEntry* entry in entries) {
-    @autoreleasepool {
-      // The position is only a hint to some versions of macOS.
-      const bool isOlder = timePoint(entry.date) < date;
-      if (isOlder || ![entry isKindOfClass:OSLogEntryLog.class]) continue;
-      lines.push_back(logEntry((OSLogEntryLog*)entry));
-    }
-  }
-  return lines;
-}
+std::unique_ptr<SystemLog> makeSystemLog() { return std::make_unique<MacSystemLog>(); }
 
 }  // namespace keyrow::macos

@@ -1,11 +1,15 @@
-#include "platform/macos/MacText.h"
-
 #import <Foundation/Foundation.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 
@@ -37,51 +41,56 @@ std::vector<NSUInteger> characterBoundaries(NSString* string) {
   return boundaries;
 }
 
+class MacText final : public Text {
+ public:
+  std::size_t characterCount(std::string_view text) override {
+    return characterBoundaries(nsString(text)).size() - 1;
+  }
+
+  std::string lastCharacters(std::string_view text, std::size_t count) override {
+    NSString* const string = nsString(text);
+    const auto boundaries = characterBoundaries(string);
+    if (boundaries.size() - 1 <= count) return std::string{text};
+    return utf8Text([string substringFromIndex:boundaries[boundaries.size() - 1 - count]]);
+  }
+
+  std::optional<char32_t> firstScalar(std::string_view text) override {
+    NSString* const string = nsString(text);
+    char32_t scalar = 0;
+    NSUInteger size = 0;
+    [string getBytes:&scalar
+             maxLength:sizeof scalar
+            usedLength:&size
+              encoding:NSUTF32LittleEndianStringEncoding
+               options:0
+                 range:NSMakeRange(0, string.length)
+        remainingRange:nullptr];
+    return size == sizeof scalar ? std::optional{scalar} : std::nullopt;
+  }
+
+  bool isLetter(char32_t scalar) override {
+    return [NSCharacterSet.letterCharacterSet longCharacterIsMember:scalar];
+  }
+
+  bool isControl(char32_t scalar) override {
+    return [NSCharacterSet.controlCharacterSet longCharacterIsMember:scalar];
+  }
+
+  std::string uppercased(std::string_view text) override {
+    return utf8Text(nsString(text).uppercaseString);
+  }
+
+  std::string lowercased(std::string_view text) override {
+    return utf8Text(nsString(text).lowercaseString);
+  }
+
+  bool localizedCaseInsensitiveContains(std::string_view text, std::string_view part) override {
+    return [nsString(text) localizedCaseInsensitiveContainsString:nsString(part)];
+  }
+};
+
 }  // namespace
 
-std::size_t MacText::characterCount(std::string_view text) {
-  return characterBoundaries(nsString(text)).size() - 1;
-}
-
-std::string MacText::lastCharacters(std::string_view text, std::size_t count) {
-  NSString* const string = nsString(text);
-  const auto boundaries = characterBoundaries(string);
-  if (boundaries.size() - 1 <= count) return std::string{text};
-  return utf8Text([string substringFromIndex:boundaries[boundaries.size() - 1 - count]]);
-}
-
-std::optional<char32_t> MacText::firstScalar(std::string_view text) {
-  NSString* const string = nsString(text);
-  char32_t scalar = 0;
-  NSUInteger size = 0;
-  [string getBytes:&scalar
-           maxLength:sizeof scalar
-          usedLength:&size
-            encoding:NSUTF32LittleEndianStringEncoding
-             options:0
-               range:NSMakeRange(0, string.length)
-      remainingRange:nullptr];
-  return size == sizeof scalar ? std::optional{scalar} : std::nullopt;
-}
-
-bool MacText::isLetter(char32_t scalar) {
-  return [NSCharacterSet.letterCharacterSet longCharacterIsMember:scalar];
-}
-
-bool MacText::isControl(char32_t scalar) {
-  return [NSCharacterSet.controlCharacterSet longCharacterIsMember:scalar];
-}
-
-std::string MacText::uppercased(std::string_view text) {
-  return utf8Text(nsString(text).uppercaseString);
-}
-
-std::string MacText::lowercased(std::string_view text) {
-  return utf8Text(nsString(text).lowercaseString);
-}
-
-bool MacText::localizedCaseInsensitiveContains(std::string_view text, std::string_view part) {
-  return [nsString(text) localizedCaseInsensitiveContainsString:nsString(part)];
-}
+std::unique_ptr<Text> makeText() { return std::make_unique<MacText>(); }
 
 }  // namespace keyrow::macos

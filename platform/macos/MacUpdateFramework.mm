@@ -1,6 +1,9 @@
 #include "platform/macos/MacUpdateFramework.h"
 
+#include <memory>
+
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 @implementation KeyrowSparkleDelegate {
   keyrow::UpdateFrameworkDelegate* _delegate;
@@ -45,21 +48,37 @@
 
 namespace keyrow::macos {
 
-void MacUpdateFramework::start(UpdateFrameworkDelegate& delegate) {
-  delegate_ = [[KeyrowSparkleDelegate alloc] initWithDelegate:delegate];
-  updaterController_ = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
-                                                                     updaterDelegate:delegate_
-                                                                  userDriverDelegate:delegate_];
-}
+namespace {
 
-void MacUpdateFramework::checkForUpdates() { [updaterController_ checkForUpdates:nil]; }
+class MacUpdateFramework final : public UpdateFramework {
+ public:
+  void start(UpdateFrameworkDelegate& delegate) override {
+    delegate_ = [[KeyrowSparkleDelegate alloc] initWithDelegate:delegate];
+    updaterController_ = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
+                                                                       updaterDelegate:delegate_
+                                                                    userDriverDelegate:delegate_];
+  }
 
-bool MacUpdateFramework::automaticallyChecksForUpdates() {
-  return updaterController_.updater.automaticallyChecksForUpdates;
-}
+  void checkForUpdates() override { [updaterController_ checkForUpdates:nil]; }
 
-void MacUpdateFramework::setAutomaticallyChecksForUpdates(bool checks) {
-  updaterController_.updater.automaticallyChecksForUpdates = checks;
+  bool automaticallyChecksForUpdates() override {
+    return updaterController_.updater.automaticallyChecksForUpdates;
+  }
+
+  void setAutomaticallyChecksForUpdates(bool checks) override {
+    updaterController_.updater.automaticallyChecksForUpdates = checks;
+  }
+
+ private:
+  /// The updater does not retain it.
+  KeyrowSparkleDelegate* delegate_ = nil;
+  SPUStandardUpdaterController* updaterController_ = nil;
+};
+
+}  // namespace
+
+std::unique_ptr<UpdateFramework> makeUpdateFramework() {
+  return std::make_unique<MacUpdateFramework>();
 }
 
 }  // namespace keyrow::macos

@@ -1,11 +1,25 @@
-#include "platform/macos/MacUserDefaults.h"
+#import <Foundation/Foundation.h>
 
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "core/AppSettings.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 #include "platform/macos/NotificationObserver.h"
 #include "platform/macos/RevocableHandler.h"
+
+/// Observes Keyrow's keys in user defaults.
+@interface KeyrowDefaultsObserver : NSObject
+/// Runs `handler` at each change, on the thread that tells of it, until it is invalidated.
+- (instancetype)initWithDefaults:(NSUserDefaults*)defaults handler:(std::function<void()>)handler;
+- (void)invalidate;
+@end
 
 @implementation KeyrowDefaultsObserver {
   NSUserDefaults* _defaults;
@@ -40,43 +54,68 @@
 
 namespace keyrow::macos {
 
-MacUserDefaults::MacUserDefaults(NSUserDefaults* defaults)
-    : defaults_{defaults},
-      observer_{[[KeyrowDefaultsObserver alloc] initWithDefaults:defaults
-                                                         handler:[this] { ++changeCount_; }]},
-      changeObserver_{observeNotification(NSNotificationCenter.defaultCenter,
-                                          NSUserDefaultsDidChangeNotification, /*queue=*/nil,
-                                          [this] { ++changeCount_; })} {}
+namespace {
 
-MacUserDefaults::~MacUserDefaults() { [observer_ invalidate]; }
-
-std::optional<PropertyValue> MacUserDefaults::object(std::string_view key) {
-  const id object = [defaults_ objectForKey:nsString(key)];
-  return propertyValue((__bridge CFTypeRef)object);
+NSUserDefaults* suiteNamed(std::optional<std::string_view> name) {
+  return name ? [[NSUserDefaults alloc] initWithSuiteName:nsString(*name)]
+              : NSUserDefaults.standardUserDefaults;
 }
 
-bool MacUserDefaults::isManaged(std::string_view key) {
-  return [defaults_ objectIsForcedForKey:nsString(key)];
-}
+class MacUserDefaults final : public UserDefaults {
+ public:
+  explicit MacUserDefaults(NSUserDefaults* defaults)
+      : defaults_{defaults},
+        observer_{[[KeyrowDefaultsObserver alloc] initWithDefaults:defaults
+                                                           handler:[this] { ++changeCount_; }]},
+        changeObserver_{observeNotification(NSNotificationCenter.defaultCenter,
+                                            NSUserDefaultsDidChangeNotification, /*queue=*/nil,
+                                            [this] { ++changeCount_; })} {}
+  ~MacUserDefaults() override { [observer_ invalidate]; }
 
-ObserverToken MacUserDefaults::observeChanges(std::function<void()> handler) {
-  // Another thread may be about to tell while the observer is removed.
-  const RevocableHandler<> revocable{std::move(handler)};
-  KeyrowDefaultsObserver* const observer =
-      [[KeyrowDefaultsObserver alloc] initWithDefaults:defaults_ handler:revocable.caller()];
-  return ObserverToken{[observer, revocable] { [observer invalidate]; }};
-}
+  std::uint64_t changeCount() override { return changeCount_; }
 
-void MacUserDefaults::setObject(std::string_view key, const PropertyValue& value) {
-  const id object = (__bridge_transfer id)cfObject(value).release();
-  [defaults_ setObject:object forKey:nsString(key)];
-  // Whatever was written is to be seen at once.
-  ++changeCount_;
-}
+  std::optional<PropertyValue> object(std::string_view key) override {
+    const id object = [defaults_ objectForKey:nsString(key)];
+    return propertyValue((__bridge CFTypeRef)object);
+  }
 
-void MacUserDefaults::removeObject(std::string_view key) {
-  [defaults_ removeObjectForKey:nsString(key)];
-  ++changeCount_;
+  bool isManaged(std::string_view key) override {
+    return [defaults_ objectIsForcedForKey:nsString(key)];
+  }
+
+  ObserverToken observeChanges(std::function<void()> handler) override {
+    // Another thread may be about to tell while the observer is removed.
+    const RevocableHandler<> revocable{std::move(handler)};
+    KeyrowDefaultsObserver* const observer =
+        [[KeyrowDefaultsObserver alloc] initWithDefaults:defaults_ handler:revocable.caller()];
+    return ObserverToken{[observer, revocable] { [observer invalidate]; }};
+  }
+
+  void setObject(std::string_view key, const PropertyValue& value) override {
+    const id object = (__bridge_transfer id)cfObject(value).release();
+    [defaults_ setObject:object forKey:nsString(key)];
+    // Whatever was written is to be seen at once.
+    ++changeCount_;
+  }
+
+  void removeObject(std::string_view key) override {
+    [defaults_ removeObjectForKey:nsString(key)];
+    ++changeCount_;
+  }
+
+ private:
+  NSUserDefaults* const defaults_;
+  std::atomic<std::uint64_t> changeCount_{0};
+  /// Counts the changes of other processes, too, which the notification of a change leaves
+  /// out.
+  KeyrowDefaultsObserver* const observer_;
+  const ObserverToken changeObserver_;
+};
+
+}  // namespace
+
+std::unique_ptr<UserDefaults> makeUserDefaults(std::optional<std::string_view> suiteName) {
+  return std::make_unique<MacUserDefaults>(suiteNamed(suiteName));
 }
 
 }  // namespace keyrow::macos

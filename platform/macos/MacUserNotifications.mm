@@ -1,8 +1,10 @@
 #include "platform/macos/MacUserNotifications.h"
 
+#include <memory>
 #include <utility>
 
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 
 @implementation KeyrowUserNotificationsDelegate {
   keyrow::UserNotificationsDelegate* _delegate;
@@ -55,44 +57,56 @@ std::optional<SystemError> systemError(NSError* error) {
                      .code = error.code};
 }
 
+class MacUserNotifications final : public UserNotifications {
+ public:
+  void setDelegate(UserNotificationsDelegate& delegate) override {
+    delegate_ = [[KeyrowUserNotificationsDelegate alloc] initWithDelegate:delegate];
+    center().delegate = delegate_;
+  }
+
+  void requestAuthorization(
+      std::function<void(bool granted, const std::optional<SystemError>& error)> completion)
+      override {
+    [center()
+        requestAuthorizationWithOptions:UNAuthorizationOptionBadge | UNAuthorizationOptionSound |
+                                        UNAuthorizationOptionAlert
+                      completionHandler:^(BOOL granted, NSError* error) {
+                        completion(granted, systemError(error));
+                      }];
+  }
+
+  void add(const UserNotification& notification,
+           std::function<void(const std::optional<SystemError>& error)> completion) override {
+    UNMutableNotificationContent* const content = [[UNMutableNotificationContent alloc] init];
+    content.title = nsString(notification.title);
+    content.body = nsString(notification.body);
+    content.sound = UNNotificationSound.defaultSound;
+    [center() addNotificationRequest:[UNNotificationRequest
+                                         requestWithIdentifier:nsString(notification.identifier)
+                                                       content:content
+                                                       trigger:nil]
+               withCompletionHandler:^(NSError* error) {
+                 completion(systemError(error));
+               }];
+  }
+
+  void removePending(std::string_view identifier) override {
+    [center() removePendingNotificationRequestsWithIdentifiers:@[ nsString(identifier) ]];
+  }
+
+  void removeDelivered(std::string_view identifier) override {
+    [center() removeDeliveredNotificationsWithIdentifiers:@[ nsString(identifier) ]];
+  }
+
+ private:
+  /// The notification centre does not retain it.
+  KeyrowUserNotificationsDelegate* delegate_ = nil;
+};
+
 }  // namespace
 
-void MacUserNotifications::setDelegate(UserNotificationsDelegate& delegate) {
-  delegate_ = [[KeyrowUserNotificationsDelegate alloc] initWithDelegate:delegate];
-  center().delegate = delegate_;
-}
-
-void MacUserNotifications::requestAuthorization(
-    std::function<void(bool granted, const std::optional<SystemError>& error)> completion) {
-  [center() requestAuthorizationWithOptions:UNAuthorizationOptionBadge |
-                                            UNAuthorizationOptionSound | UNAuthorizationOptionAlert
-                          completionHandler:^(BOOL granted, NSError* error) {
-                            completion(granted, systemError(error));
-                          }];
-}
-
-void MacUserNotifications::add(
-    const UserNotification& notification,
-    std::function<void(const std::optional<SystemError>& error)> completion) {
-  UNMutableNotificationContent* const content = [[UNMutableNotificationContent alloc] init];
-  content.title = nsString(notification.title);
-  content.body = nsString(notification.body);
-  content.sound = UNNotificationSound.defaultSound;
-  [center() addNotificationRequest:[UNNotificationRequest
-                                       requestWithIdentifier:nsString(notification.identifier)
-                                                     content:content
-                                                     trigger:nil]
-             withCompletionHandler:^(NSError* error) {
-               completion(systemError(error));
-             }];
-}
-
-void MacUserNotifications::removePending(std::string_view identifier) {
-  [center() removePendingNotificationRequestsWithIdentifiers:@[ nsString(identifier) ]];
-}
-
-void MacUserNotifications::removeDelivered(std::string_view identifier) {
-  [center() removeDeliveredNotificationsWithIdentifiers:@[ nsString(identifier) ]];
+std::unique_ptr<UserNotifications> makeUserNotifications() {
+  return std::make_unique<MacUserNotifications>();
 }
 
 }  // namespace keyrow::macos

@@ -1,11 +1,16 @@
-#include "platform/macos/MacWorkspace.h"
-
 #import <AppKit/AppKit.h>
 
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
+#include "platform/macos/MacPorts.h"
 #include "platform/macos/NotificationObserver.h"
 
 namespace keyrow::macos {
@@ -25,84 +30,90 @@ class MacRunningApplication final : public RunningApplication {
   NSRunningApplication* const application_;
 };
 
+class MacWorkspace final : public Workspace {
+ public:
+  std::optional<std::string> frontmostBundleIdentifier() override {
+    return optionalText(NSWorkspace.sharedWorkspace.frontmostApplication.bundleIdentifier);
+  }
+
+  bool isApplicationInstalled(std::string_view bundleIdentifier) override {
+    return [NSWorkspace.sharedWorkspace
+               URLForApplicationWithBundleIdentifier:nsString(bundleIdentifier)] != nil;
+  }
+
+  ObserverToken observeActivation(std::function<void()> handler) override {
+    return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                               NSWorkspaceDidActivateApplicationNotification, /*queue=*/nil,
+                               std::move(handler));
+  }
+
+  ObserverToken observeWillSleep(std::function<void()> handler) override {
+    return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                               NSWorkspaceWillSleepNotification, NSOperationQueue.mainQueue,
+                               std::move(handler));
+  }
+
+  ObserverToken observeDidWake(std::function<void()> handler) override {
+    return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                               NSWorkspaceDidWakeNotification, NSOperationQueue.mainQueue,
+                               std::move(handler));
+  }
+
+  bool isSessionActive() override {
+    // Without a dictionary there is no window server, and nobody else to have the screen.
+    const auto session = CFRef<CFDictionaryRef>::adopt(CGSessionCopyCurrentDictionary());
+    if (!session) return true;
+    const void* const isOnConsole = CFDictionaryGetValue(session.get(), kCGSessionOnConsoleKey);
+    return !isOnConsole || isOnConsole == kCFBooleanTrue;
+  }
+
+  ObserverToken observeSessionDidResignActive(std::function<void()> handler) override {
+    return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                               NSWorkspaceSessionDidResignActiveNotification,
+                               NSOperationQueue.mainQueue, std::move(handler));
+  }
+
+  ObserverToken observeSessionDidBecomeActive(std::function<void()> handler) override {
+    return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                               NSWorkspaceSessionDidBecomeActiveNotification,
+                               NSOperationQueue.mainQueue, std::move(handler));
+  }
+
+  std::vector<std::unique_ptr<RunningApplication>> runningApplications(
+      std::string_view bundleIdentifier) override {
+    std::vector<std::unique_ptr<RunningApplication>> applications;
+    for (NSRunningApplication* application in [NSRunningApplication
+             runningApplicationsWithBundleIdentifier:nsString(bundleIdentifier)]) {
+      applications.push_back(std::make_unique<MacRunningApplication>(application));
+    }
+    return applications;
+  }
+
+  void openApplication(std::string_view path) override {
+    NSWorkspaceOpenConfiguration* const configuration =
+        [NSWorkspaceOpenConfiguration configuration];
+    configuration.activates = YES;
+    [NSWorkspace.sharedWorkspace openApplicationAtURL:[NSURL fileURLWithPath:nsString(path)]
+                                        configuration:configuration
+                                    completionHandler:nil];
+  }
+
+  bool isURL(std::string_view text) override {
+    if (@available(macOS 14.0, *)) {
+      return [NSURL URLWithString:nsString(text) encodingInvalidCharacters:NO] != nil;
+    }
+    // Before macOS 14 this one is as strict.
+    return [NSURL URLWithString:nsString(text)] != nil;
+  }
+
+  bool openURL(std::string_view url) override {
+    NSURL* const parsed = [NSURL URLWithString:nsString(url)];
+    return parsed && [NSWorkspace.sharedWorkspace openURL:parsed];
+  }
+};
+
 }  // namespace
 
-std::optional<std::string> MacWorkspace::frontmostBundleIdentifier() {
-  return optionalText(NSWorkspace.sharedWorkspace.frontmostApplication.bundleIdentifier);
-}
-
-bool MacWorkspace::isApplicationInstalled(std::string_view bundleIdentifier) {
-  return [NSWorkspace.sharedWorkspace
-             URLForApplicationWithBundleIdentifier:nsString(bundleIdentifier)] != nil;
-}
-
-ObserverToken MacWorkspace::observeActivation(std::function<void()> handler) {
-  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
-                             NSWorkspaceDidActivateApplicationNotification, /*queue=*/nil,
-                             std::move(handler));
-}
-
-ObserverToken MacWorkspace::observeWillSleep(std::function<void()> handler) {
-  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
-                             NSWorkspaceWillSleepNotification, NSOperationQueue.mainQueue,
-                             std::move(handler));
-}
-
-ObserverToken MacWorkspace::observeDidWake(std::function<void()> handler) {
-  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
-                             NSWorkspaceDidWakeNotification, NSOperationQueue.mainQueue,
-                             std::move(handler));
-}
-
-bool MacWorkspace::isSessionActive() {
-  // Without a dictionary there is no window server, and nobody else to have the screen.
-  const auto session = CFRef<CFDictionaryRef>::adopt(CGSessionCopyCurrentDictionary());
-  if (!session) return true;
-  const void* const isOnConsole = CFDictionaryGetValue(session.get(), kCGSessionOnConsoleKey);
-  return !isOnConsole || isOnConsole == kCFBooleanTrue;
-}
-
-ObserverToken MacWorkspace::observeSessionDidResignActive(std::function<void()> handler) {
-  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
-                             NSWorkspaceSessionDidResignActiveNotification,
-                             NSOperationQueue.mainQueue, std::move(handler));
-}
-
-ObserverToken MacWorkspace::observeSessionDidBecomeActive(std::function<void()> handler) {
-  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
-                             NSWorkspaceSessionDidBecomeActiveNotification,
-                             NSOperationQueue.mainQueue, std::move(handler));
-}
-
-std::vector<std::unique_ptr<RunningApplication>> MacWorkspace::runningApplications(
-    std::string_view bundleIdentifier) {
-  std::vector<std::unique_ptr<RunningApplication>> applications;
-  for (NSRunningApplication* application in
-       [NSRunningApplication runningApplicationsWithBundleIdentifier:nsString(bundleIdentifier)]) {
-    applications.push_back(std::make_unique<MacRunningApplication>(application));
-  }
-  return applications;
-}
-
-void MacWorkspace::openApplication(std::string_view path) {
-  NSWorkspaceOpenConfiguration* const configuration = [NSWorkspaceOpenConfiguration configuration];
-  configuration.activates = YES;
-  [NSWorkspace.sharedWorkspace openApplicationAtURL:[NSURL fileURLWithPath:nsString(path)]
-                                      configuration:configuration
-                                  completionHandler:nil];
-}
-
-bool MacWorkspace::isURL(std::string_view text) {
-  if (@available(macOS 14.0, *)) {
-    return [NSURL URLWithString:nsString(text) encodingInvalidCharacters:NO] != nil;
-  }
-  // Before macOS 14 this one is as strict.
-  return [NSURL URLWithString:nsString(text)] != nil;
-}
-
-bool MacWorkspace::openURL(std::string_view url) {
-  NSURL* const parsed = [NSURL URLWithString:nsString(url)];
-  return parsed && [NSWorkspace.sharedWorkspace openURL:parsed];
-}
+std::unique_ptr<Workspace> makeWorkspace() { return std::make_unique<MacWorkspace>(); }
 
 }  // namespace keyrow::macos

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "platform/Application.h"
-#include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/MacPorts.h"
 #include "platform/macos/tests/LayoutFaults.h"
 #include "platform/macos/tests/PaneImage.h"
 #include "platform/macos/tests/SettingsWindowFixture.h"
@@ -99,7 +99,7 @@ TEST_F(GeneralPaneTest, FollowsThePermissionWheneverItIsActivated) {
   EXPECT_EQ(utf8Text(pane().axPermissionIndicatorView.toolTip),
             "Accessibility permission not granted. Input Monitoring may also be required.");
   keyrow.accessibility.isTrusted = true;
-  MacNotificationCenter{}.post(applicationDidBecomeActive);
+  makeNotificationCenter()->post(applicationDidBecomeActive);
   EXPECT_TRUE(isIndicator(NSColor.systemGreenColor));
   EXPECT_EQ(utf8Text(pane().axPermissionIndicatorView.toolTip),
             "Accessibility permission granted. Input Monitoring is managed separately.");

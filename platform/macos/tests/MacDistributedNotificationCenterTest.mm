@@ -1,4 +1,4 @@
-#include "platform/macos/MacDistributedNotificationCenter.h"
+#include "platform/macos/MacPorts.h"
 
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
@@ -16,12 +16,12 @@ namespace {
 /// The notifications are the whole session's, so the name is this test's alone.
 class MacDistributedNotificationCenterTest : public ::testing::Test {
  protected:
-  MacDistributedNotificationCenter center;
+  const std::unique_ptr<DistributedNotificationCenter> center = makeDistributedNotificationCenter();
   const std::string name = "app.keyrow.Keyrow.mac-tests." + utf8Text(NSUUID.UUID.UUIDString);
   std::vector<std::optional<PropertyDictionary>> received;
 
   ObserverToken observe(const std::optional<std::string>& object) {
-    return center.addObserver(name, object, [this](const std::optional<PropertyDictionary>& info) {
+    return center->addObserver(name, object, [this](const std::optional<PropertyDictionary>& info) {
       received.push_back(info);
     });
   }
@@ -30,22 +30,22 @@ class MacDistributedNotificationCenterTest : public ::testing::Test {
 TEST_F(MacDistributedNotificationCenterTest, DeliversProcessIdentifiersAsIntegers) {
   const auto token = observe("app.keyrow.Keyrow");
   const PropertyDictionary info{{"sourcePID", 501}, {"targetPID", 400}};
-  center.post(name, "app.keyrow.Keyrow", info);
+  center->post(name, "app.keyrow.Keyrow", info);
   ASSERT_TRUE(eventually([&] { return !received.empty(); }));
   EXPECT_EQ(received.front(), info);
 }
 
 TEST_F(MacDistributedNotificationCenterTest, HearsOnlyOfTheObjectThatItAskedFor) {
   const auto token = observe("app.keyrow.Keyrow");
-  center.post(name, "com.example.other", {{"number", 1}});
-  center.post(name, "app.keyrow.Keyrow", {{"number", 2}});
+  center->post(name, "com.example.other", {{"number", 1}});
+  center->post(name, "app.keyrow.Keyrow", {{"number", 2}});
   ASSERT_TRUE(eventually([&] { return !received.empty(); }));
   EXPECT_EQ(received.front(), (PropertyDictionary{{"number", 2}}));
 }
 
 TEST_F(MacDistributedNotificationCenterTest, HearsOfEveryObjectWhenItAsksForNone) {
   const auto token = observe(std::nullopt);
-  center.post(name, "com.example.other", {{"number", 1}});
+  center->post(name, "com.example.other", {{"number", 1}});
   EXPECT_TRUE(eventually([&] { return !received.empty(); }));
 }
 
@@ -64,9 +64,9 @@ TEST_F(MacDistributedNotificationCenterTest, LeavesAnObserverAloneOnceItsTokenIs
   auto forgotten = observe(std::nullopt);
   forgotten = {};
   bool isHeard = false;
-  const auto token = center.addObserver(
+  const auto token = center->addObserver(
       name, std::nullopt, [&](const std::optional<PropertyDictionary>&) { isHeard = true; });
-  center.post(name, "app.keyrow.Keyrow", {});
+  center->post(name, "app.keyrow.Keyrow", {});
   ASSERT_TRUE(eventually([&] { return isHeard; }));
   EXPECT_TRUE(received.empty());
 }

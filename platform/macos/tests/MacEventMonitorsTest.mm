@@ -10,7 +10,7 @@
 #include "core/LocalToggleShortcut.h"
 #include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
-#include "platform/macos/MacText.h"
+#include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
 namespace {
@@ -27,8 +27,8 @@ KeyDown pressed(CGKeyCode keyCode, CGEventFlags flags = 0) {
 }
 
 LocalToggleShortcut shortcut(const KeyDown& key) {
-  MacText text;
-  return makeLocalToggleShortcut(key.keyCode, key.charactersIgnoringModifiers, text);
+  const std::unique_ptr<Text> text = makeText();
+  return makeLocalToggleShortcut(key.keyCode, key.charactersIgnoringModifiers, *text);
 }
 
 struct SpecialKey {

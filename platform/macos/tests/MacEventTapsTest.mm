@@ -1,4 +1,4 @@
-#include "platform/macos/MacEventTaps.h"
+#include "platform/macos/MacPorts.h"
 
 #import <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
@@ -25,11 +25,11 @@ static_assert(keyEventFlag::command == kCGEventFlagMaskCommand);
 static_assert(keyEventFlag::secondaryFn == kCGEventFlagMaskSecondaryFn);
 
 TEST(MacEventTapsTest, AThreadHasItsNameAndTheUsersAttention) {
-  MacEventTaps taps;
+  const std::unique_ptr<EventTaps> taps = makeEventTaps();
   std::string name;
   NSQualityOfService quality = NSQualityOfServiceDefault;
   std::atomic<bool> hasRun = false;
-  taps.startThread("app.keyrow.Keyrow.mac-tests.thread", [&] {
+  taps->startThread("app.keyrow.Keyrow.mac-tests.thread", [&] {
     name = utf8Text(NSThread.currentThread.name);
     quality = NSThread.currentThread.qualityOfService;
     hasRun = true;
@@ -56,13 +56,13 @@ class IdleSource {
 };
 
 TEST(MacEventTapsTest, ARunLoopRunsUntilAnotherThreadStopsIt) {
-  MacEventTaps taps;
+  const std::unique_ptr<EventTaps> taps = makeEventTaps();
   std::shared_ptr<RunLoop> runLoop;
   std::atomic<bool> isRunning = false;
   std::atomic<bool> hasEnded = false;
-  taps.startThread("app.keyrow.Keyrow.mac-tests.runLoop", [&] {
+  taps->startThread("app.keyrow.Keyrow.mac-tests.runLoop", [&] {
     const IdleSource source;
-    runLoop = taps.currentRunLoop();
+    runLoop = taps->currentRunLoop();
     isRunning = true;
     runLoop->run();
     hasEnded = true;

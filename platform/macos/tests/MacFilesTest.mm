@@ -1,4 +1,4 @@
-#include "platform/macos/MacFiles.h"
+#include "platform/macos/MacPorts.h"
 
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
@@ -15,10 +15,10 @@ namespace {
 
 class MacFilesTest : public ::testing::Test {
  protected:
-  MacFiles files;
+  const std::unique_ptr<Files> files = makeFiles();
   /// Of this test alone.
   const std::filesystem::path folder =
-      files.temporaryDirectory() + "/" + utf8Text(NSUUID.UUID.UUIDString);
+      files->temporaryDirectory() + "/" + utf8Text(NSUUID.UUID.UUIDString);
 
   void SetUp() override { std::filesystem::create_directory(folder); }
   void TearDown() override { std::filesystem::remove_all(folder); }
@@ -30,7 +30,7 @@ class MacFilesTest : public ::testing::Test {
 };
 
 TEST_F(MacFilesTest, TheTemporaryDirectoryExists) {
-  const auto path = files.temporaryDirectory();
+  const auto path = files->temporaryDirectory();
   EXPECT_TRUE(std::filesystem::is_directory(path)) << path;
   EXPECT_FALSE(path.ends_with('/')) << path;
 }
@@ -38,13 +38,13 @@ TEST_F(MacFilesTest, TheTemporaryDirectoryExists) {
 TEST_F(MacFilesTest, WritesAFileToTheByteAndOverAnOlderOne) {
   const auto path = folder / "Keyrow-log-report-2024-03-01T08:00:00Z.txt";
   for (const std::string text : {"first, and longer", "naïve 😀\n", ""}) {
-    EXPECT_TRUE(files.writeAtomically(path, text));
+    EXPECT_TRUE(files->writeAtomically(path, text));
     EXPECT_EQ(contents(path), text);
   }
 }
 
 TEST_F(MacFilesTest, SaysWhenItCannotWrite) {
-  EXPECT_FALSE(files.writeAtomically(folder / "nowhere" / "file.txt", "text"));
+  EXPECT_FALSE(files->writeAtomically(folder / "nowhere" / "file.txt", "text"));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "platform/macos/MacGlobalPreferences.h"
+#include "platform/macos/MacPorts.h"
 
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
@@ -12,12 +12,12 @@ namespace {
 // These tests only read: the preferences are the user's own.
 
 TEST(MacGlobalPreferencesTest, HasNothingUnderAMissingKey) {
-  MacGlobalPreferences preferences;
-  EXPECT_EQ(preferences.copyValue("app.keyrow.Keyrow.mac-tests.missing"), std::nullopt);
+  const std::unique_ptr<GlobalPreferences> preferences = makeGlobalPreferences();
+  EXPECT_EQ(preferences->copyValue("app.keyrow.Keyrow.mac-tests.missing"), std::nullopt);
 }
 
 TEST(MacGlobalPreferencesTest, ReadsWhatFoundationReads) {
-  MacGlobalPreferences preferences;
+  const std::unique_ptr<GlobalPreferences> preferences = makeGlobalPreferences();
   NSDictionary* const domain =
       [NSUserDefaults.standardUserDefaults persistentDomainForName:NSGlobalDomain];
   // The locale is a string on nearly every Mac, and the languages are a list, which no value
@@ -26,13 +26,13 @@ TEST(MacGlobalPreferencesTest, ReadsWhatFoundationReads) {
        {FnStateController::fnStateDefaultsKey, std::string_view{"AppleLocale"},
         std::string_view{"AppleLanguages"}}) {
     const auto expected = propertyValue((__bridge CFTypeRef)domain[nsString(key)]);
-    EXPECT_TRUE(preferences.copyValue(key) == expected) << key;
+    EXPECT_TRUE(preferences->copyValue(key) == expected) << key;
   }
 }
 
 TEST(MacGlobalPreferencesTest, TheFunctionKeyPreferenceIsOnOrOffOrAbsent) {
-  MacGlobalPreferences preferences;
-  const auto value = preferences.copyValue(FnStateController::fnStateDefaultsKey);
+  const std::unique_ptr<GlobalPreferences> preferences = makeGlobalPreferences();
+  const auto value = preferences->copyValue(FnStateController::fnStateDefaultsKey);
   EXPECT_TRUE(!value || value->boolValue());
 }
 

@@ -1,4 +1,4 @@
-#include "platform/macos/MacHidSystem.h"
+#include "platform/macos/MacPorts.h"
 
 #import <Foundation/Foundation.h>
 #include <IOKit/IOKitLib.h>
@@ -8,9 +8,6 @@
 
 #include "core/FnStateController.h"
 #include "platform/macos/IOObject.h"
-#include "platform/macos/MacGlobalPreferences.h"
-#include "platform/macos/MacSystemLog.h"
-#include "platform/macos/MacUserDefaults.h"
 #include "platform/macos/tests/ThrowAwayDefaults.h"
 
 namespace keyrow::macos {
@@ -26,7 +23,7 @@ class MacHidSystemTest : public ::testing::Test {
  protected:
   const IOObject service = IOObject::adopt(
       IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching(kIOHIDSystemClass)));
-  MacHidSystem hidSystem;
+  const std::unique_ptr<HidSystem> hidSystem = makeHidSystem();
 
   void SetUp() override {
     if (!service) GTEST_SKIP() << "This Mac has no HID system, as some virtual ones.";
@@ -41,19 +38,19 @@ class MacHidSystemTest : public ::testing::Test {
 };
 
 TEST_F(MacHidSystemTest, FindsTheServiceAndNoOther) {
-  EXPECT_NE(hidSystem.matchingService(hidSystemClass), nullptr);
-  EXPECT_EQ(hidSystem.matchingService("KeyrowHasNoSuchService"), nullptr);
+  EXPECT_NE(hidSystem->matchingService(hidSystemClass), nullptr);
+  EXPECT_EQ(hidSystem->matchingService("KeyrowHasNoSuchService"), nullptr);
 }
 
 TEST_F(MacHidSystemTest, ReadsTheModeThatTheRegistryHolds) {
-  MacGlobalPreferences globalPreferences;
+  const std::unique_ptr<GlobalPreferences> globalPreferences = makeGlobalPreferences();
   const ThrowAwayDefaults suite;
-  MacUserDefaults userDefaults{suite.open()};
-  StoredFnStates storedFnStates{userDefaults};
-  MacSystemLog systemLog;
-  const auto logger = systemLog.makeLogger("app.keyrow.Keyrow.mac-tests", "state");
-  FnStateController controller{{.hidSystem = hidSystem,
-                                .globalPreferences = globalPreferences,
+  const auto userDefaults = makeUserDefaults(suite.name());
+  StoredFnStates storedFnStates{*userDefaults};
+  const std::unique_ptr<SystemLog> systemLog = makeSystemLog();
+  const auto logger = systemLog->makeLogger("app.keyrow.Keyrow.mac-tests", "state");
+  FnStateController controller{{.hidSystem = *hidSystem,
+                                .globalPreferences = *globalPreferences,
                                 .storedFnStates = storedFnStates,
                                 .stateLog = *logger}};
 
@@ -70,7 +67,7 @@ TEST_F(MacHidSystemTest, ReadsTheModeThatTheRegistryHolds) {
 }
 
 TEST_F(MacHidSystemTest, HasNoValueForAMissingProperty) {
-  const auto found = hidSystem.matchingService(hidSystemClass);
+  const auto found = hidSystem->matchingService(hidSystemClass);
   ASSERT_NE(found, nullptr);
   EXPECT_EQ(found->entry("KeyrowHasNoSuchProperty", "HIDFKeyMode"), std::nullopt);
   EXPECT_EQ(found->entry("HIDParameters", "KeyrowHasNoSuchEntry"), std::nullopt);

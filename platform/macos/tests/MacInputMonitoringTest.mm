@@ -1,4 +1,4 @@
-#include "platform/macos/MacInputMonitoring.h"
+#include "platform/macos/MacPorts.h"
 
 #include <IOKit/hidsystem/IOHIDLib.h>
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@ static_assert(static_cast<int>(InputMonitoringAccess::denied) == kIOHIDAccessTyp
 static_assert(static_cast<int>(InputMonitoringAccess::unknown) == kIOHIDAccessTypeUnknown);
 
 TEST(MacInputMonitoringTest, TellsWhatTheUserHasSaidWithoutWaiting) {
-  MacInputMonitoring inputMonitoring;
-  const auto access = inputMonitoring.access();
+  const std::unique_ptr<InputMonitoring> inputMonitoring = makeInputMonitoring();
+  const auto access = inputMonitoring->access();
   EXPECT_GE(access, InputMonitoringAccess::granted);
   EXPECT_LE(access, InputMonitoringAccess::unknown);
 }

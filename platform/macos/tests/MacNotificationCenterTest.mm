@@ -1,4 +1,4 @@
-#include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/MacPorts.h"
 
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
@@ -17,15 +17,15 @@ constexpr auto name = "app.keyrow.Keyrow.mac-tests.notification";
 
 class MacNotificationCenterTest : public ::testing::Test {
  protected:
-  MacNotificationCenter center;
+  const std::unique_ptr<NotificationCenter> center = makeNotificationCenter();
   int calls = 0;
-  ObserverToken token = center.addObserver(name, [this] { ++calls; });
+  ObserverToken token = center->addObserver(name, [this] { ++calls; });
 };
 
 TEST_F(MacNotificationCenterTest, RunsTheObserverBeforePostingReturns) {
-  center.post(name);
+  center->post(name);
   EXPECT_EQ(calls, 1);
-  center.post(name);
+  center->post(name);
   EXPECT_EQ(calls, 2);
 }
 
@@ -35,23 +35,23 @@ TEST_F(MacNotificationCenterTest, HearsWhatAppKitPosts) {
 }
 
 TEST_F(MacNotificationCenterTest, LeavesTheObserverAloneOnceItsTokenIsGone) {
-  center.post(name);
+  center->post(name);
   token = {};
-  center.post(name);
+  center->post(name);
   EXPECT_EQ(calls, 1);
 }
 
 TEST_F(MacNotificationCenterTest, PassesOtherNamesBy) {
-  center.post("app.keyrow.Keyrow.mac-tests");
+  center->post("app.keyrow.Keyrow.mac-tests");
   EXPECT_EQ(calls, 0);
 }
 
 TEST_F(MacNotificationCenterTest, RunsTheObserverOnTheMainThread) {
   bool isMainThread = false;
   std::atomic<bool> isPosted = false;
-  token = center.addObserver(name, [&] { isMainThread = NSThread.isMainThread != NO; });
+  token = center->addObserver(name, [&] { isMainThread = NSThread.isMainThread != NO; });
   std::thread poster{[&] {
-    center.post(name);
+    center->post(name);
     isPosted = true;
   }};
   EXPECT_TRUE(eventually([&] { return isPosted.load(); }));

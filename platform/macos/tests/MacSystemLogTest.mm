@@ -1,4 +1,4 @@
-#include "platform/macos/MacSystemLog.h"
+#include "platform/macos/MacPorts.h"
 
 #import <Foundation/Foundation.h>
 #import <OSLog/OSLog.h>
@@ -33,15 +33,15 @@ std::string uniqueText() { return "100 %s é😀 " + utf8Text(NSUUID.UUID.UUIDSt
 
 class MacSystemLogTest : public ::testing::Test {
  protected:
-  MacSystemLog log;
-  const std::unique_ptr<Logger> logger = log.makeLogger(subsystem, category);
+  const std::unique_ptr<SystemLog> log = makeSystemLog();
+  const std::unique_ptr<Logger> logger = log->makeLogger(subsystem, category);
   const system_clock::time_point start = system_clock::now() - std::chrono::seconds{1};
 
   /// The line with this text, which may take a moment to arrive.
   std::optional<LogEntry> find(const std::string& text, system_clock::time_point since) {
     std::optional<LogEntry> line;
     eventually([&] {
-      const auto entries = log.entriesSince(since);
+      const auto entries = log->entriesSince(since);
       EXPECT_TRUE(entries) << errorText(entries.error());
       if (!entries) return true;
       const auto found = std::ranges::find(*entries, text, &LogEntry::message);
@@ -97,7 +97,7 @@ TEST_F(MacSystemLogTest, LeavesOutWhatIsOlder) {
   const auto newer = uniqueText();
   logger->error(newer);
   ASSERT_TRUE(find(newer, since));
-  const auto entries = log.entriesSince(since);
+  const auto entries = log->entriesSince(since);
   ASSERT_TRUE(entries);
   EXPECT_EQ(std::ranges::count(*entries, older, &LogEntry::message), 0);
 }

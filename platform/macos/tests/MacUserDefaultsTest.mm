@@ -1,4 +1,4 @@
-#include "platform/macos/MacUserDefaults.h"
+#include "platform/macos/MacPorts.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ class MacUserDefaultsTest : public ::testing::Test {
  protected:
   ThrowAwayDefaults suite;
   NSUserDefaults* const foundation = suite.open();
-  MacUserDefaults defaults{suite.open()};
+  const std::unique_ptr<UserDefaults> defaults = makeUserDefaults(suite.name());
 
   void storeWithFoundation(id object) { [foundation setObject:object forKey:nsString(key)]; }
 };
@@ -36,10 +36,10 @@ class MacUserDefaultsRoundTripTest : public MacUserDefaultsTest,
 
 TEST_P(MacUserDefaultsRoundTripTest, KeepsValueAndType) {
   const std::optional<PropertyValue> value = GetParam().value;
-  defaults.setObject(key, *value);
-  EXPECT_EQ(defaults.object(key), value);
-  MacUserDefaults others{suite.open()};
-  EXPECT_EQ(others.object(key), value);
+  defaults->setObject(key, *value);
+  EXPECT_EQ(defaults->object(key), value);
+  const auto others = makeUserDefaults(suite.name());
+  EXPECT_EQ(others->object(key), value);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -63,89 +63,91 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& test) { return test.param.name; });
 
 TEST_F(MacUserDefaultsTest, HasNothingAtFirst) {
-  for (const auto each : settingsKey::all) EXPECT_EQ(defaults.object(each), std::nullopt) << each;
+  for (const auto each : settingsKey::all) EXPECT_EQ(defaults->object(each), std::nullopt) << each;
 }
 
 TEST_F(MacUserDefaultsTest, RemovesWhatItHolds) {
-  defaults.setObject(key, 1);
-  defaults.removeObject(key);
-  EXPECT_EQ(defaults.object(key), std::nullopt);
+  defaults->setObject(key, 1);
+  defaults->removeObject(key);
+  EXPECT_EQ(defaults->object(key), std::nullopt);
   EXPECT_EQ([foundation objectForKey:nsString(key)], nil);
 }
 
 TEST_F(MacUserDefaultsTest, ReplacesAValueByOneOfAnotherType) {
-  defaults.setObject(key, "1");
-  defaults.setObject(key, true);
-  EXPECT_EQ(defaults.object(key), PropertyValue{true});
+  defaults->setObject(key, "1");
+  defaults->setObject(key, true);
+  EXPECT_EQ(defaults->object(key), PropertyValue{true});
 }
 
 TEST_F(MacUserDefaultsTest, ReadsWhatFoundationWrites) {
   [foundation setBool:YES forKey:nsString(key)];
-  EXPECT_EQ(defaults.object(key), PropertyValue{true});
+  EXPECT_EQ(defaults->object(key), PropertyValue{true});
   [foundation setInteger:1 forKey:nsString(key)];
-  EXPECT_EQ(defaults.object(key), PropertyValue{1});
+  EXPECT_EQ(defaults->object(key), PropertyValue{1});
   [foundation setDouble:1 forKey:nsString(key)];
-  EXPECT_EQ(defaults.object(key), PropertyValue{1.0});
+  EXPECT_EQ(defaults->object(key), PropertyValue{1.0});
   storeWithFoundation(@{@"a" : @NO, @"b" : @2});
-  EXPECT_EQ(defaults.object(key), (PropertyDictionary{{"a", false}, {"b", 2}}));
+  EXPECT_EQ(defaults->object(key), (PropertyDictionary{{"a", false}, {"b", 2}}));
 }
 
 TEST_F(MacUserDefaultsTest, LeavesOutWhatNoPropertyValueCanHold) {
   storeWithFoundation(NSDate.date);
-  EXPECT_EQ(defaults.object(key), std::nullopt);
+  EXPECT_EQ(defaults->object(key), std::nullopt);
   storeWithFoundation(@[ @1 ]);
-  EXPECT_EQ(defaults.object(key), std::nullopt);
+  EXPECT_EQ(defaults->object(key), std::nullopt);
   storeWithFoundation(@{@"kept" : @1, @"left out" : NSDate.date});
-  EXPECT_EQ(defaults.object(key), (PropertyDictionary{{"kept", 1}}));
+  EXPECT_EQ(defaults->object(key), (PropertyDictionary{{"kept", 1}}));
 }
 
 TEST_F(MacUserDefaultsTest, CountsEachOfItsOwnWrites) {
-  auto count = defaults.changeCount();
-  EXPECT_EQ(defaults.changeCount(), count);
-  defaults.setObject("of no interest", 1);
-  EXPECT_NE(defaults.changeCount(), count);
-  count = defaults.changeCount();
-  defaults.removeObject("of no interest");
-  EXPECT_NE(defaults.changeCount(), count);
+  auto count = defaults->changeCount();
+  EXPECT_EQ(defaults->changeCount(), count);
+  defaults->setObject("of no interest", 1);
+  EXPECT_NE(defaults->changeCount(), count);
+  count = defaults->changeCount();
+  defaults->removeObject("of no interest");
+  EXPECT_NE(defaults->changeCount(), count);
 }
 
 TEST_F(MacUserDefaultsTest, CountsWritesThroughAnotherObject) {
   for (const auto each : settingsKey::all) {
-    const auto count = defaults.changeCount();
+    const auto count = defaults->changeCount();
     [foundation setObject:@1 forKey:nsString(each)];
-    EXPECT_TRUE(eventually([&] { return defaults.changeCount() != count; })) << each;
-    EXPECT_EQ(defaults.object(each), PropertyValue{1}) << each;
+    EXPECT_TRUE(eventually([&] { return defaults->changeCount() != count; })) << each;
+    EXPECT_EQ(defaults->object(each), PropertyValue{1}) << each;
   }
 }
 
 TEST_F(MacUserDefaultsTest, TellsOfItsOwnWritesInsideTheCall) {
   int told = 0;
-  auto observer = defaults.observeChanges([&] { ++told; });
-  defaults.setObject(key, 1);
+  auto observer = defaults->observeChanges([&] { ++told; });
+  defaults->setObject(key, 1);
   EXPECT_EQ(told, 1);
-  defaults.removeObject(key);
+  defaults->removeObject(key);
   EXPECT_EQ(told, 2);
   observer = {};
-  defaults.setObject(key, 1);
+  defaults->setObject(key, 1);
   EXPECT_EQ(told, 2);
 }
 
 TEST_F(MacUserDefaultsTest, CountsWritesOfAnotherProcess) {
   // By then whatever emptying the suite has set off is over.
   eventually([] { return false; }, /*seconds=*/0.5);
-  const auto count = defaults.changeCount();
+  const auto count = defaults->changeCount();
   NSError* error = nil;
-  NSTask* const task = [NSTask
-      launchedTaskWithExecutableURL:[NSURL fileURLWithPath:@"/usr/bin/defaults"]
-                          arguments:@[ @"write", suite.suiteName(), nsString(key), @"-int", @"1" ]
-                              error:&error
-                 terminationHandler:nil];
+  NSTask* const task =
+      [NSTask launchedTaskWithExecutableURL:[NSURL fileURLWithPath:@"/usr/bin/defaults"]
+                                  arguments:@[
+                                    @"write", nsString(suite.name()), nsString(key), @"-int", @"1"
+                                  ]
+                                      error:&error
+                         terminationHandler:nil];
   ASSERT_NE(task, nil) << utf8Text(error.localizedDescription);
   [task waitUntilExit];
   ASSERT_EQ(task.terminationStatus, 0);
 
-  EXPECT_TRUE(eventually([&] { return defaults.changeCount() != count; }));
-  EXPECT_TRUE(eventually([&] { return defaults.object(key) == PropertyValue{1}; }));
+  EXPECT_TRUE(eventually([&] { return defaults->changeCount() != count; }));
+  EXPECT_TRUE(eventually([&] { return defaults->object(key) == PropertyValue{1}; }));
 }
 
 }  // namespace

@@ -13,7 +13,9 @@ namespace keyrow::macos {
 /// Keyrow with a settings window that nobody sees. All but the fakes is as in the application.
 class OffScreenKeyrow {
  public:
-  explicit OffScreenKeyrow(NSUserDefaults* defaults) : userDefaults{defaults} {}
+  /// On the user defaults of the suite with that name.
+  explicit OffScreenKeyrow(std::string_view suiteName)
+      : userDefaults_{makeUserDefaults(suiteName)} {}
 
   FakeAccessibility accessibility;
   FakeAlerts alerts;
@@ -24,7 +26,6 @@ class OffScreenKeyrow {
   FakeUpdateFramework updateFramework;
   FakeUserNotifications userNotifications;
   FakeWorkspace workspace;
-  MacUserDefaults userDefaults;
 
   AppSettings& settings() { return keyrow_.settings(); }
 
@@ -65,6 +66,7 @@ class OffScreenKeyrow {
     [window().contentView layoutSubtreeIfNeeded];
   }
 
+  const std::unique_ptr<UserDefaults> userDefaults_;
   MacPlatform mac_;
   MacViews views_;
   Keyrow keyrow_{platform(), views_.views()};

@@ -41,7 +41,7 @@ Platform OffScreenKeyrow::platform() {
           .systemLog = real.systemLog,
           .text = real.text,
           .updateFramework = updateFramework,
-          .userDefaults = userDefaults,
+          .userDefaults = *userDefaults_,
           .userNotifications = userNotifications,
           .workspace = workspace};
 }

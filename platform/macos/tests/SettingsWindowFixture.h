@@ -19,7 +19,7 @@ class SettingsWindowFixture : public ::testing::Test {
  protected:
   ThrowAwayDefaults suite;
   // As in the application, the window lives as long as the process: AppKit may call it late.
-  OffScreenKeyrow& keyrow = *new OffScreenKeyrow{suite.open()};
+  OffScreenKeyrow& keyrow = *new OffScreenKeyrow{suite.name()};
 
   /// Whether the view is in the pane, with a size, for everybody to see.
   static void expectShown(NSView* view, NSView* pane) {

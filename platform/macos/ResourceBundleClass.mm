@@ -1,4 +1,0 @@
-#include "platform/macos/ResourceBundleClass.h"
-
-@implementation ResourceBundleClass
-@end
