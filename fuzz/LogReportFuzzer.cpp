@@ -101,14 +101,16 @@ class LogReport {
   }
 
   std::chrono::system_clock::time_point arbitraryDate() {
-    using Nanoseconds = std::chrono::nanoseconds;
+    using std::chrono::nanoseconds;
+    using Date = std::chrono::system_clock::time_point;
+    // On a Mac the clock counts microseconds.
+    const auto duration = [](nanoseconds::rep count) {
+      return std::chrono::duration_cast<Date::duration>(nanoseconds{count});
+    };
     // Around the beginning of what is reported; else any date of some centuries.
-    if (oneIn(8)) {
-      return std::chrono::system_clock::time_point{
-          Nanoseconds{data_.ConsumeIntegral<Nanoseconds::rep>()}};
-    }
-    return start + Nanoseconds{data_.ConsumeIntegralInRange<Nanoseconds::rep>(
-                       -1'000'000, Nanoseconds{20min}.count())};
+    if (oneIn(8)) return Date{duration(data_.ConsumeIntegral<nanoseconds::rep>())};
+    return start + duration(data_.ConsumeIntegralInRange<nanoseconds::rep>(
+                       -1'000'000, nanoseconds{20min}.count()));
   }
 
   void write(const UnifiedLog::Line& line) {
