@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "platform/HidManagers.h"
+
 namespace keyrow::sim {
 
 KeyPath::KeyPath(int keyboardCount, int sampleCount) {
@@ -28,12 +30,10 @@ KeyPath::KeyPath(int keyboardCount, int sampleCount) {
 }
 
 void KeyPath::sendInputs(int count) {
-  /// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
-  constexpr std::uint32_t keyboardPage = 7;
   // A millisecond is 24,000 ticks here; all stay within reach of the event.
   for (int input = 0; input < count; ++input) {
     now_ += 24'000;
-    mac.keyboards.deliver({newest_, keyboardPage, now_});
+    mac.keyboards.deliver({newest_, hidPage::keyboardOrKeypad, now_});
   }
 }
 

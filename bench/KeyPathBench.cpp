@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/KeyPath.h"
+#include "platform/HidSystem.h"
 
 namespace keyrow::sim {
 namespace {
@@ -45,7 +46,7 @@ BENCHMARK(ordinaryKeyWithReplacement)->Name("ordinary key, replacement modifier 
 void topRowKeyThatPasses(benchmark::State& state) {
   KeyPath path;
   path.store("applyFnModeToExternalFunctionKeys", true);
-  path.mac.hid.setParameter("HIDFKeyMode", 1);
+  path.mac.hid.setParameter(hidFKeyModeKey, 1);
   measure(state, path, keyEventType::keyDown, keyF7, 0, true);
 }
 BENCHMARK(topRowKeyThatPasses)->Name("top-row key, standard mode");

@@ -15,6 +15,7 @@
 
 #include "bench/LatencyHistogram.h"
 #include "bench/Memory.h"
+#include "platform/HidManagers.h"
 #include "sim/machine/SimulatedMac.h"
 #include "sim/ports/SimulatedProcess.h"
 
@@ -205,10 +206,9 @@ class Load {
   /// Some keyboards send an input every millisecond.
   void deliverInput(const std::shared_ptr<const SimulatedKeyboard>& keyboard,
                     std::atomic<std::uint64_t>& time) {
-    constexpr std::uint32_t keyboardPage = 7;
     mac_.scheduler.advance(std::chrono::milliseconds{1});
     const auto now = mac_.machAbsoluteTime();
-    mac_.keyboards.deliver({keyboard, keyboardPage, now});
+    mac_.keyboards.deliver({keyboard, hidPage::keyboardOrKeypad, now});
     time = now;
   }
 

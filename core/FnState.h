@@ -7,7 +7,7 @@
 namespace keyrow {
 
 /// The keyboard's function-key mode. The raw value is the number that the HID system
-/// uses for "HIDFKeyMode" and the number stored in the user defaults.
+/// uses (`hidFKeyModeKey`) and the number stored in the user defaults.
 enum class FnState : std::int64_t {
   /// The top row controls media and the system; F1-F12 need Fn.
   special = 0,

@@ -6,15 +6,6 @@
 
 namespace keyrow {
 
-namespace {
-
-/// `kIOHIDParametersKey` (IOHIDParameter.h).
-constexpr std::string_view hidParametersKey = "HIDParameters";
-/// `kIOHIDFKeyModeKey` (IOHIDParameter.h).
-constexpr std::string_view hidFKeyModeKey = "HIDFKeyMode";
-
-}  // namespace
-
 std::expected<FnState, KeyboardControllerError> FnStateController::readFnState() {
   constexpr auto failure = std::unexpected{KeyboardControllerError::readFailed};
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/VirtualKeys.h"
+
 namespace keyrow {
 
 namespace {
@@ -56,7 +58,7 @@ constexpr std::array<KeyName, 80> table{{
     {47, ".", "."},
     {50, "`", "`"},
     {48, "Tab", "\t"},
-    {49, "Space", " "},
+    {virtualKey::space, "Space", " "},
     {36, "Return", "\r"},
     {117, "Forward Delete", ""},
     {51, "Delete", ""},
@@ -68,18 +70,18 @@ constexpr std::array<KeyName, 80> table{{
     {124, "Right Arrow", ""},
     {126, "Up Arrow", ""},
     {125, "Down Arrow", ""},
-    {122, "F1", ""},
-    {120, "F2", ""},
-    {99, "F3", ""},
-    {118, "F4", ""},
-    {96, "F5", ""},
-    {97, "F6", ""},
-    {98, "F7", ""},
-    {100, "F8", ""},
-    {101, "F9", ""},
-    {109, "F10", ""},
-    {103, "F11", ""},
-    {111, "F12", ""},
+    {virtualKey::f1, "F1", ""},
+    {virtualKey::f2, "F2", ""},
+    {virtualKey::f3, "F3", ""},
+    {virtualKey::f4, "F4", ""},
+    {virtualKey::f5, "F5", ""},
+    {virtualKey::f6, "F6", ""},
+    {virtualKey::f7, "F7", ""},
+    {virtualKey::f8, "F8", ""},
+    {virtualKey::f9, "F9", ""},
+    {virtualKey::f10, "F10", ""},
+    {virtualKey::f11, "F11", ""},
+    {virtualKey::f12, "F12", ""},
     {105, "F13", ""},
     {107, "F14", ""},
     {113, "F15", ""},

@@ -15,6 +15,8 @@
 #include "fuzz/ArbitraryValues.h"
 #include "fuzz/ExpectedSources.h"
 #include "fuzz/Require.h"
+#include "platform/HidManagers.h"
+#include "platform/HidSystem.h"
 #include "platform/Platform.h"
 #include "sim/machine/KeyText.h"
 #include "sim/machine/SimulatedMac.h"
@@ -86,9 +88,9 @@ class KeyEvents {
         return keyrow().settings().set(BooleanSetting::enhancedDiagnosticsEnabled,
                                        data_.ConsumeBool());
       case 2:
-        mac.hid.setParameter("HIDFKeyMode", data_.ConsumeBool()
-                                                ? PropertyValue{data_.ConsumeIntegralInRange(0, 1)}
-                                                : fuzz::arbitraryOptionalValue(data_));
+        mac.hid.setParameter(hidFKeyModeKey, data_.ConsumeBool()
+                                                 ? PropertyValue{data_.ConsumeIntegralInRange(0, 1)}
+                                                 : fuzz::arbitraryOptionalValue(data_));
         return;
       case 3:
         mac.applications.activate(data_.ConsumeBool() ? std::optional{fuzz::arbitraryString(data_)}
@@ -163,9 +165,8 @@ class KeyEvents {
   /// One input, or now and then more than the monitor remembers, from one keyboard after the
   /// other and so close together that an event may lie just between two of them.
   void sendInputs() {
-    constexpr std::uint32_t keyboardPage = 7;
     const auto page = data_.ConsumeIntegralInRange(0, 7) > 0
-                          ? keyboardPage
+                          ? std::uint32_t{hidPage::keyboardOrKeypad}
                           : data_.ConsumeIntegral<std::uint32_t>();
     auto timestamp = arbitraryTimestamp();
     auto number = data_.ConsumeIntegralInRange(std::size_t{0}, keyboards.size() - 1);
@@ -173,8 +174,9 @@ class KeyEvents {
     for (; count > 0; --count, timestamp += 2, number = (number + 1) % keyboards.size()) {
       const auto& keyboard = keyboards[number];
       mac.keyboards.deliver({keyboard, page, timestamp});
-      const bool isKeyboard = keyboard && (keyboard->usage == 6 || keyboard->usage == 7);
-      if (isListening && page == keyboardPage && isKeyboard) {
+      const bool isKeyboard = keyboard && (keyboard->usage == hidUsage::keyboard ||
+                                           keyboard->usage == hidUsage::keypad);
+      if (isListening && page == hidPage::keyboardOrKeypad && isKeyboard) {
         expected.input(timestamp, static_cast<std::uint32_t>(number));
       }
     }

@@ -16,6 +16,7 @@
 #include "fuzz/ArbitraryValues.h"
 #include "fuzz/Require.h"
 #include "fuzz/SameValues.h"
+#include "platform/HidSystem.h"
 #include "platform/Platform.h"
 #include "sim/machine/SimulatedMac.h"
 #include "sim/ports/SimulatedProcess.h"
@@ -280,7 +281,7 @@ class Settings {
                                    fuzz::arbitraryOptionalValue(data_));
     auto parameters = fuzz::arbitraryOptionalValue(data_);
     if (parameters && data_.ConsumeBool()) {
-      parameters = PropertyDictionary{{"HIDFKeyMode", *std::move(parameters)}};
+      parameters = PropertyDictionary{{std::string{hidFKeyModeKey}, *std::move(parameters)}};
     }
     mac.hid.setParameters(std::move(parameters));
   }
@@ -294,7 +295,7 @@ class Settings {
     checkReadings();
     process.terminate();
     if (const auto global = modeOf(stored(settingsKey::globalFnState))) {
-      require(mac.hid.parameter("HIDFKeyMode") == PropertyValue{rawValue(*global)},
+      require(mac.hid.parameter(hidFKeyModeKey) == PropertyValue{rawValue(*global)},
               "the keyboard is left in the global mode");
       require(mac.globalPreferences.value(GlobalPreferences::domain,
                                           FnStateController::fnStateDefaultsKey) ==

@@ -6,27 +6,13 @@
 #include <utility>
 #include <vector>
 
+#include "platform/VirtualKeys.h"
+
 namespace keyrow {
 
 namespace {
 
-/// Key types of media keys (ev_keymap.h).
-namespace auxiliaryKey {
-constexpr std::int32_t soundUp = 0;
-constexpr std::int32_t soundDown = 1;
-constexpr std::int32_t brightnessUp = 2;
-constexpr std::int32_t brightnessDown = 3;
-constexpr std::int32_t mute = 7;
-constexpr std::int32_t play = 16;
-constexpr std::int32_t next = 17;
-constexpr std::int32_t previous = 18;
-}  // namespace auxiliaryKey
-
-/// `kVK_Space`.
-constexpr std::uint16_t spaceKeyCode = 49;
-
 struct TopRowKey {
-  /// `kVK_F1` to `kVK_F12`.
   std::uint16_t keyCode;
   std::string_view name;
   /// Absent for the keys that have no media mapping that is public.
@@ -34,24 +20,25 @@ struct TopRowKey {
 };
 
 constexpr std::array<TopRowKey, 12> topRow{{
-    {122, "F1", AuxiliaryAction{auxiliaryKey::brightnessDown}},
-    {120, "F2", AuxiliaryAction{auxiliaryKey::brightnessUp}},
-    {99, "F3",
+    {virtualKey::f1, "F1", AuxiliaryAction{auxiliaryKey::brightnessDown}},
+    {virtualKey::f2, "F2", AuxiliaryAction{auxiliaryKey::brightnessUp}},
+    {virtualKey::f3, "F3",
      OpenApplicationAction{"/System/Applications/Mission Control.app", "Mission Control"}},
-    {118, "F4", KeyStrokeAction{spaceKeyCode, keyEventFlag::command, "Spotlight Shortcut"}},
-    {96, "F5", std::nullopt},
-    {97, "F6", std::nullopt},
-    {98, "F7", AuxiliaryAction{auxiliaryKey::previous}},
-    {100, "F8", AuxiliaryAction{auxiliaryKey::play}},
-    {101, "F9", AuxiliaryAction{auxiliaryKey::next}},
-    {109, "F10", AuxiliaryAction{auxiliaryKey::mute}},
-    {103, "F11", AuxiliaryAction{auxiliaryKey::soundDown}},
-    {111, "F12", AuxiliaryAction{auxiliaryKey::soundUp}},
+    {virtualKey::f4, "F4",
+     KeyStrokeAction{virtualKey::space, keyEventFlag::command, "Spotlight Shortcut"}},
+    {virtualKey::f5, "F5", std::nullopt},
+    {virtualKey::f6, "F6", std::nullopt},
+    {virtualKey::f7, "F7", AuxiliaryAction{auxiliaryKey::previous}},
+    {virtualKey::f8, "F8", AuxiliaryAction{auxiliaryKey::play}},
+    {virtualKey::f9, "F9", AuxiliaryAction{auxiliaryKey::next}},
+    {virtualKey::f10, "F10", AuxiliaryAction{auxiliaryKey::mute}},
+    {virtualKey::f11, "F11", AuxiliaryAction{auxiliaryKey::soundDown}},
+    {virtualKey::f12, "F12", AuxiliaryAction{auxiliaryKey::soundUp}},
 }};
 
 /// For each key code up to the largest in the top row, its place there; the length of the
 /// top row for all others.
-constexpr std::uint16_t largestTopRowKeyCode = 122;
+constexpr std::uint16_t largestTopRowKeyCode = virtualKey::f1;
 constexpr auto topRowPlaces = [] {
   std::array<std::uint8_t, largestTopRowKeyCode + 1> places{};
   places.fill(topRow.size());
@@ -69,19 +56,15 @@ const TopRowKey* findTopRowKey(std::uint16_t keyCode) {
 
 struct ModifierKey {
   std::uint64_t flag;
-  /// `kVK_Control`, `kVK_Option`, `kVK_Shift`, `kVK_Command`.
   std::uint16_t keyCode;
 };
 /// In the order in which they are pressed.
 constexpr std::array<ModifierKey, 4> modifierKeys{{
-    {keyEventFlag::control, 59},
-    {keyEventFlag::option, 58},
-    {keyEventFlag::shift, 56},
-    {keyEventFlag::command, 55},
+    {keyEventFlag::control, virtualKey::control},
+    {keyEventFlag::option, virtualKey::option},
+    {keyEventFlag::shift, virtualKey::shift},
+    {keyEventFlag::command, virtualKey::command},
 }};
-
-/// `NSEventSubtype` 8, auxiliary control buttons (`NX_SUBTYPE_AUX_CONTROL_BUTTONS`).
-constexpr std::int16_t auxiliaryControlButtons = 8;
 
 /// Whether a media key acts again with each repeat, as volume and brightness do.
 constexpr bool actsAgain(std::int32_t keyType) {
@@ -194,7 +177,8 @@ void ExternalKeyboardFunctionRowMapper::perform(const TranslatedAction& action, 
 }
 
 void ExternalKeyboardFunctionRowMapper::postAuxiliaryKey(std::int32_t keyType, KeyStep step) {
-  const std::int64_t state = step == KeyStep::release ? 0xB00 : 0xA00;
+  const auto type = step == KeyStep::release ? keyEventType::keyUp : keyEventType::keyDown;
+  const std::int64_t state = std::int64_t{type} << 8;
   const std::int64_t repeatBit = step == KeyStep::repeat ? 1 : 0;
   {
     const std::scoped_lock guard{waitingLock_};

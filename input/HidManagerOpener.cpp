@@ -6,11 +6,13 @@ namespace keyrow {
 
 namespace {
 
-/// Matches keyboards and keypads: `kHIDPage_GenericDesktop` with `kHIDUsage_GD_Keyboard` and
-/// `kHIDUsage_GD_Keypad` (IOHIDUsageTables.h).
+/// Matches devices of this usage (`kIOHIDDeviceUsagePageKey`, `kIOHIDDeviceUsageKey`).
+PropertyDictionary devicesOf(int usage) {
+  return {{"DeviceUsagePage", hidPage::genericDesktop}, {"DeviceUsage", usage}};
+}
+
 std::array<PropertyDictionary, 2> keyboardMatching() {
-  return {PropertyDictionary{{"DeviceUsagePage", 1}, {"DeviceUsage", 6}},
-          PropertyDictionary{{"DeviceUsagePage", 1}, {"DeviceUsage", 7}}};
+  return {devicesOf(hidUsage::keyboard), devicesOf(hidUsage::keypad)};
 }
 
 }  // namespace

@@ -5,12 +5,11 @@
 #include <cstdint>
 #include <variant>
 
+#include "platform/VirtualKeys.h"
+
 namespace keyrow {
 
 namespace {
-
-/// `kVK_Function` (HIToolbox Events.h).
-constexpr std::uint16_t fnKeyCode = 63;
 
 /// The keys whose events carry the flag of Fn whether it is held or not: F1 to F20, the arrows,
 /// Home, End, Page Up, Page Down, Forward Delete and Help, and those of an Apple top row in the
@@ -34,7 +33,7 @@ TapVerdict KeyEventHandler::handleTappedEvent(std::uint32_t type, const KeyEvent
   if (doesBringFnAlong(event.keyCode)) return handleKey(type, withTrueFn(event));
   // Where it came up unseen, in secure input, the next ordinary key tells.
   const bool hasFlag = (event.flags & keyEventFlag::secondaryFn) != 0;
-  const bool isFnKey = type == keyEventType::flagsChanged && event.keyCode == fnKeyCode;
+  const bool isFnKey = type == keyEventType::flagsChanged && event.keyCode == virtualKey::function;
   isFnHeld_ = hasFlag && (isFnHeld_ || isFnKey);
   return handleKey(type, event);
 }

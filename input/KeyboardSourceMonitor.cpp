@@ -13,9 +13,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
-constexpr int keyboardOrKeypadPage = 7;
-
 std::uint64_t window(std::chrono::nanoseconds duration, MachTimebase timebase,
                      std::uint64_t withoutTimebase) {
   if (timebase.numer == 0) return withoutTimebase;
@@ -78,7 +75,7 @@ void KeyboardSourceMonitor::startMonitoring() {
   if (manager_ && !opener_.isOutdated()) return;
   manager_.reset();
   manager_ = opener_.open([this](HidManager& manager) {
-    manager.setInputValueMatching({{"UsagePage", keyboardOrKeypadPage}});
+    manager.setInputValueMatching({{"UsagePage", hidPage::keyboardOrKeypad}});
     manager.registerInputValueCallback(
         [this](const HidInputValue& value) { handleInputValue(value); });
   });
@@ -147,7 +144,7 @@ const KeyboardSourceMonitor::KeyboardSample& KeyboardSourceMonitor::nearestSampl
 }
 
 void KeyboardSourceMonitor::handleInputValue(const HidInputValue& value) {
-  if (!value.sender || value.usagePage != keyboardOrKeypadPage) return;
+  if (!value.sender || value.usagePage != hidPage::keyboardOrKeypad) return;
   auto source = resolveSource(*value.sender);
   const std::scoped_lock guard{lock_};
   if (recentSamples_.size() >= maximumSampleCount) recentSamples_.erase(recentSamples_.begin());

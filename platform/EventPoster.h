@@ -7,6 +7,21 @@
 
 namespace keyrow {
 
+/// The subtype of the events of media keys (`NX_SUBTYPE_AUX_CONTROL_BUTTONS`, IOLLEvent.h).
+inline constexpr std::int16_t auxiliaryControlButtons = 8;
+
+/// Media keys (`NX_KEYTYPE_…`, ev_keymap.h).
+namespace auxiliaryKey {
+inline constexpr std::int32_t soundUp = 0;
+inline constexpr std::int32_t soundDown = 1;
+inline constexpr std::int32_t brightnessUp = 2;
+inline constexpr std::int32_t brightnessDown = 3;
+inline constexpr std::int32_t mute = 7;
+inline constexpr std::int32_t play = 16;
+inline constexpr std::int32_t next = 17;
+inline constexpr std::int32_t previous = 18;
+}  // namespace auxiliaryKey
+
 /// A system-defined event (`NSEvent` of the type `NSEventTypeSystemDefined`) at the
 /// location (0, 0), without window and context.
 struct SystemDefinedEvent {

@@ -14,6 +14,17 @@
 
 namespace keyrow {
 
+/// The pages that keyboards and what they send are on, and the usages of a device that make it one
+/// (`kHIDPage_…`, `kHIDUsage_GD_…`, IOHIDUsageTables.h).
+namespace hidPage {
+inline constexpr int genericDesktop = 1;
+inline constexpr int keyboardOrKeypad = 7;
+}  // namespace hidPage
+namespace hidUsage {
+inline constexpr int keyboard = 6;
+inline constexpr int keypad = 7;
+}  // namespace hidUsage
+
 /// A HID device that a manager matched. Lives as long as the device stays attached.
 class HidDevice : public Port {
  public:

@@ -16,6 +16,10 @@ namespace keyrow {
 inline constexpr std::string_view hidSystemClass = "IOHIDSystem";
 /// The type of a connection for its parameters (`kIOHIDParamConnectType`, IOHIDShared.h).
 inline constexpr std::uint32_t hidParamConnectType = 1;
+/// The property with its parameters, a dictionary, and the entry there that is the function-key
+/// mode (`kIOHIDParametersKey`, `kIOHIDFKeyModeKey`, IOHIDParameter.h).
+inline constexpr std::string_view hidParametersKey = "HIDParameters";
+inline constexpr std::string_view hidFKeyModeKey = "HIDFKeyMode";
 /// Caps Lock as `HidConnection::modifierLockState` selects it (`kIOHIDCapsLockState`,
 /// IOHIDParameter.h).
 inline constexpr std::int32_t capsLockState = 1;

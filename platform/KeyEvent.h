@@ -28,6 +28,7 @@ inline constexpr std::uint32_t tapDisabledByUserInput = 0xFFFFFFFF;
 
 /// Modifier flags of events (`CGEventFlags`, CGEventTypes.h).
 namespace keyEventFlag {
+inline constexpr std::uint64_t alphaShift = 0x10000;
 inline constexpr std::uint64_t shift = 0x20000;
 inline constexpr std::uint64_t control = 0x40000;
 inline constexpr std::uint64_t option = 0x80000;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/AppIdentifier.h"
+#include "platform/HidSystem.h"
 #include "reliability/Session.h"
 #include "reliability/StageChecks.h"
 #include "reliability/Sweeps.h"
@@ -84,7 +85,7 @@ std::string problemAfterRelaunch(sim::Stage& stage) {
 
   const auto& frontmost = stage.mac.applications.frontmost();
   const auto local = frontmost ? stage.storedFnStates().local(*frontmost) : std::nullopt;
-  if (stage.mac.hid.parameter("HIDFKeyMode") !=
+  if (stage.mac.hid.parameter(hidFKeyModeKey) !=
       PropertyValue{rawValue(local ? *local : *now.global)}) {
     return "the keyboard is not in the mode of the application in front";
   }

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/HidSystem.h"
 #include "reliability/KeyPairs.h"
 
 namespace keyrow::reliability {
@@ -44,7 +45,7 @@ std::string problemAfterQuit(sim::Stage& stage) {
 
   const auto global = stage.storedFnStates().global();
   if (!global) return hadGlobal ? "the global mode is lost" : leaks(stage);
-  if (stage.mac.hid.parameter("HIDFKeyMode") != PropertyValue{rawValue(*global)}) {
+  if (stage.mac.hid.parameter(hidFKeyModeKey) != PropertyValue{rawValue(*global)}) {
     return "the hardware is not in the global mode";
   }
   if (stage.mac.globalPreferences.value(stage.globalDomain(),

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/HidSystem.h"
 #include "sim/machine/SimulatedMac.h"
 #include "sim/ports/SimulatedProcess.h"
 
@@ -35,7 +36,7 @@ class SimulatedMacTest : public ::testing::Test {
                                        FnStateController::fnStateDefaultsKey);
   }
 
-  void setHardware(FnState state) { mac.hid.setParameter("HIDFKeyMode", rawValue(state)); }
+  void setHardware(FnState state) { mac.hid.setParameter(hidFKeyModeKey, rawValue(state)); }
 
   /// Every line logged so far, as "category level: message".
   std::vector<std::string> logLines() const {

@@ -7,8 +7,6 @@ namespace keyrow::sim {
 
 namespace {
 
-constexpr std::string_view modeKey = "HIDFKeyMode";
-
 std::optional<PropertyValue> entryOf(const std::optional<PropertyValue>& parameters,
                                      std::string_view key) {
   const auto* dictionary = parameters ? parameters->dictionary() : nullptr;
@@ -18,7 +16,7 @@ std::optional<PropertyValue> entryOf(const std::optional<PropertyValue>& paramet
 }
 
 std::string_view nameOfMode(const std::optional<PropertyValue>& parameters) {
-  const auto mode = entryOf(parameters, modeKey);
+  const auto mode = entryOf(parameters, hidFKeyModeKey);
   if (mode == PropertyValue{0}) return "special";
   if (mode == PropertyValue{1}) return "standard";
   return "unreadable";

@@ -2,9 +2,11 @@
 
 #include <mutex>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/HidSystem.h"
 #include "platform/PropertyValue.h"
 #include "sim/machine/Timeline.h"
 
@@ -26,7 +28,7 @@ class HidHardware {
   /// Sets one entry, or removes it.
   void setParameter(std::string_view key, std::optional<PropertyValue> value);
 
-  /// "HIDFKeyMode" in words: "special", "standard", or "unreadable" for all else.
+  /// The mode (`hidFKeyModeKey`) in words: "special", "standard", or "unreadable" for all else.
   std::string_view modeName() const;
 
   /// The values that were written through a connection, oldest first; all of them, or those
@@ -41,7 +43,7 @@ class HidHardware {
   Timeline& timeline_;
   /// Guards the fields below.
   mutable std::mutex mutex_;
-  std::optional<PropertyValue> parameters_ = PropertyDictionary{{"HIDFKeyMode", 0}};
+  std::optional<PropertyValue> parameters_ = PropertyDictionary{{std::string{hidFKeyModeKey}, 0}};
   std::vector<PropertyValue> writtenValues_;
 };
 

@@ -4,8 +4,10 @@
 #include <array>
 #include <cctype>
 
+#include "core/FnReplacementModifier.h"
 #include "core/KeyNames.h"
 #include "core/LocalToggleShortcut.h"
+#include "platform/VirtualKeys.h"
 
 namespace keyrow::sim {
 
@@ -16,23 +18,39 @@ struct ModifierName {
   NamedKey key;
 };
 
-/// Key codes `kVK_…` (HIToolbox Events.h), flags `kCGEventFlagMask…` with
-/// `NX_DEVICE…KEYMASK` (IOLLEvent.h). A name without a side means the left one.
+constexpr NamedKey modifier(std::uint16_t code, std::uint64_t flag, FnReplacementModifier side) {
+  return {.keyCode = code, .flags = flag | deviceFlag(side)};
+}
+
+constexpr auto leftControl =
+    modifier(virtualKey::control, keyEventFlag::control, FnReplacementModifier::leftControl);
+constexpr auto leftOption =
+    modifier(virtualKey::option, keyEventFlag::option, FnReplacementModifier::leftOption);
+constexpr auto leftCommand =
+    modifier(virtualKey::command, keyEventFlag::command, FnReplacementModifier::leftCommand);
+constexpr auto leftShift =
+    modifier(virtualKey::shift, keyEventFlag::shift, FnReplacementModifier::leftShift);
+
+/// A name without a side means the left one.
 constexpr std::array<ModifierName, 14> modifierNames{{
-    {"fn", {63, keyEventFlag::secondaryFn}},
-    {"caps-lock", {capsLockKeyCode, 0x10000}},
-    {"left-control", {59, keyEventFlag::control | 0x1}},
-    {"right-control", {62, keyEventFlag::control | 0x2000}},
-    {"left-option", {58, keyEventFlag::option | 0x20}},
-    {"right-option", {61, keyEventFlag::option | 0x40}},
-    {"left-command", {55, keyEventFlag::command | 0x8}},
-    {"right-command", {54, keyEventFlag::command | 0x10}},
-    {"left-shift", {56, keyEventFlag::shift | 0x2}},
-    {"right-shift", {60, keyEventFlag::shift | 0x4}},
-    {"control", {59, keyEventFlag::control | 0x1}},
-    {"option", {58, keyEventFlag::option | 0x20}},
-    {"command", {55, keyEventFlag::command | 0x8}},
-    {"shift", {56, keyEventFlag::shift | 0x2}},
+    {"fn", {virtualKey::function, keyEventFlag::secondaryFn}},
+    {"caps-lock", {virtualKey::capsLock, keyEventFlag::alphaShift}},
+    {"left-control", leftControl},
+    {"right-control", modifier(virtualKey::rightControl, keyEventFlag::control,
+                               FnReplacementModifier::rightControl)},
+    {"left-option", leftOption},
+    {"right-option",
+     modifier(virtualKey::rightOption, keyEventFlag::option, FnReplacementModifier::rightOption)},
+    {"left-command", leftCommand},
+    {"right-command", modifier(virtualKey::rightCommand, keyEventFlag::command,
+                               FnReplacementModifier::rightCommand)},
+    {"left-shift", leftShift},
+    {"right-shift",
+     modifier(virtualKey::rightShift, keyEventFlag::shift, FnReplacementModifier::rightShift)},
+    {"control", leftControl},
+    {"option", leftOption},
+    {"command", leftCommand},
+    {"shift", leftShift},
 }};
 
 constexpr std::array<std::pair<std::uint64_t, std::string_view>, 5> flagNames{{

@@ -16,9 +16,6 @@ struct NamedKey {
   std::uint64_t flags = 0;
 };
 
-/// The Caps Lock key (`kVK_CapsLock`, HIToolbox Events.h).
-inline constexpr std::uint16_t capsLockKeyCode = 57;
-
 /// The key beside the left shift key on ISO keyboards (`kVK_ISO_Section`), and what it types.
 inline constexpr std::uint16_t sectionKeyCode = 10;
 inline constexpr std::string_view sectionKeyName = "§";

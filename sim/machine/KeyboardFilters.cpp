@@ -5,6 +5,8 @@
 #include <ranges>
 #include <utility>
 
+#include "platform/HidManagers.h"
+#include "platform/VirtualKeys.h"
 #include "sim/machine/PropertyText.h"
 #include "sim/machine/SimulatedMac.h"
 
@@ -17,12 +19,6 @@ using namespace std::chrono_literals;
 /// Of the keyboard settings of a new Mac.
 constexpr auto initialRepeatDelay = 500ms;
 constexpr auto repeatInterval = 83ms;
-
-/// `kHIDPage_KeyboardOrKeypad` (IOHIDUsageTables.h).
-constexpr std::uint32_t keyboardPage = 7;
-
-/// `kVK_Function`.
-constexpr std::uint16_t fnKeyCode = 63;
 
 /// What an Apple keyboard sends while Fn is held: the arrows and Delete (`kVK_…`).
 constexpr std::array<std::pair<std::uint16_t, std::uint16_t>, 5> keysWithFn{{
@@ -41,18 +37,18 @@ struct SpecialKey {
   std::string_view mediaKey;
 };
 constexpr std::array<SpecialKey, 12> specialKeys{{
-    {122, 0, "brightness down"},
-    {120, 0, "brightness up"},
-    {99, 160, ""},   // Mission Control
-    {118, 177, ""},  // Spotlight
-    {96, 176, ""},   // Dictation
-    {97, 178, ""},   // Do Not Disturb
-    {98, 0, "previous"},
-    {100, 0, "play"},
-    {101, 0, "next"},
-    {109, 0, "mute"},
-    {103, 0, "volume down"},
-    {111, 0, "volume up"},
+    {virtualKey::f1, 0, "brightness down"},
+    {virtualKey::f2, 0, "brightness up"},
+    {virtualKey::f3, 160, ""},  // Mission Control
+    {virtualKey::f4, 177, ""},  // Spotlight
+    {virtualKey::f5, 176, ""},  // Dictation
+    {virtualKey::f6, 178, ""},  // Do Not Disturb
+    {virtualKey::f7, 0, "previous"},
+    {virtualKey::f8, 0, "play"},
+    {virtualKey::f9, 0, "next"},
+    {virtualKey::f10, 0, "mute"},
+    {virtualKey::f11, 0, "volume down"},
+    {virtualKey::f12, 0, "volume up"},
 }};
 
 }  // namespace
@@ -81,7 +77,7 @@ bool KeyboardFilters::release(const std::string& keyboard, const NamedKey& key,
   const auto found = find(keyboard, key.keyCode);
   if (found == down_.end()) return false;
   sendInput(keyboard, lateness);
-  if (key.keyCode == fnKeyCode && isApples(keyboard)) releaseChangedKeys(keyboard);
+  if (key.keyCode == virtualKey::function && isApples(keyboard)) releaseChangedKeys(keyboard);
   auto released = *found;
   stopRepeating(released);
   down_.erase(found);
@@ -125,7 +121,7 @@ KeyboardFilters::Outgoing KeyboardFilters::outgoing(std::string_view keyboard,
                                                     std::uint16_t keyCode) const {
   const Outgoing itself{.keyCode = keyCode, .mediaKey = {}};
   if (!isApples(keyboard)) return itself;
-  const bool isFnDown = isDown(keyboard, fnKeyCode);
+  const bool isFnDown = isDown(keyboard, virtualKey::function);
   if (const auto* special = std::ranges::find(specialKeys, keyCode, &SpecialKey::keyCode);
       special != specialKeys.end()) {
     const bool isSpecialMode = mac_.hid.modeName() != "standard";
@@ -183,7 +179,7 @@ void KeyboardFilters::releaseChangedKeys(std::string_view keyboard) {
 
 void KeyboardFilters::sendInput(const std::string& keyboard, std::chrono::nanoseconds lateness) {
   if (const auto device = mac_.keyboards.find(keyboard)) {
-    mac_.sendInput(device, keyboardPage, lateness);
+    mac_.sendInput(device, hidPage::keyboardOrKeypad, lateness);
   }
 }
 

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/HidManagers.h"
 #include "platform/PropertyValue.h"
 #include "sim/machine/ObserverList.h"
 
@@ -23,7 +24,7 @@ struct SimulatedKeyboard {
   PropertyDictionary properties;
   /// What kind of device it is: `kHIDUsage_GD_Keyboard` unless told otherwise, on the
   /// generic desktop page.
-  std::int64_t usage = 6;
+  std::int64_t usage = hidUsage::keyboard;
   /// Whether another program has it to itself: its keys go there, and nowhere else.
   bool isExclusive = false;
 };

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "platform/GlobalPreferences.h"
+#include "platform/HidSystem.h"
+#include "platform/VirtualKeys.h"
 #include "sim/machine/KeyText.h"
 
 namespace keyrow::sim {
@@ -30,7 +32,7 @@ bool SimulatedMac::call(PortCall call) {
 }
 
 void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
-  hid.setParameter("HIDFKeyMode", standardFunctionKeys ? 1 : 0);
+  hid.setParameter(hidFKeyModeKey, standardFunctionKeys ? 1 : 0);
   globalPreferences.setValue(Sessions::domain(sessions.active(), GlobalPreferences::domain),
                              "com.apple.keyboard.fnState", standardFunctionKeys);
 }
@@ -72,13 +74,11 @@ void SimulatedMac::reachFrontmost(std::uint32_t type, const KeyEvent& event) {
 }
 
 void SimulatedMac::setCapsLock(bool isOn, const std::string& keyboard) {
-  /// `kCGEventFlagMaskAlphaShift` (CGEventTypes.h).
-  constexpr std::uint64_t alphaShift = 0x10000;
   isCapsLockOn = isOn;
   keyboards.setProperty(keyboard, "HIDCapsLockState", isOn);
   postKeyEvent(keyEventType::flagsChanged, {.timestamp = machAbsoluteTime(),
-                                            .flags = isOn ? alphaShift : 0,
-                                            .keyCode = capsLockKeyCode});
+                                            .flags = isOn ? keyEventFlag::alphaShift : 0,
+                                            .keyCode = virtualKey::capsLock});
 }
 
 void SimulatedMac::sendInput(std::shared_ptr<const SimulatedKeyboard> keyboard,

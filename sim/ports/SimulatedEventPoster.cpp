@@ -22,30 +22,27 @@ class Source final : public KeyEventSource {
   const OpenHandle handle_;
 };
 
-/// Key types of media keys (`NX_KEYTYPE_…`, ev_keymap.h); empty for those that nobody uses.
 std::string mediaKeyName(std::int64_t keyType) {
-  constexpr std::array<std::string_view, 19> names{"volume up",
-                                                   "volume down",
-                                                   "brightness up",
-                                                   "brightness down",
-                                                   "",
-                                                   "",
-                                                   "",
-                                                   "mute",
-                                                   "",
-                                                   "",
-                                                   "",
-                                                   "",
-                                                   "",
-                                                   "",
-                                                   "",
-                                                   "",
-                                                   "play",
-                                                   "next",
-                                                   "previous"};
-  const auto index = static_cast<std::size_t>(keyType);
-  if (index < names.size() && !names[index].empty()) return std::string{names[index]};
-  return "media key " + std::to_string(keyType);
+  switch (keyType) {
+    case auxiliaryKey::soundUp:
+      return "volume up";
+    case auxiliaryKey::soundDown:
+      return "volume down";
+    case auxiliaryKey::brightnessUp:
+      return "brightness up";
+    case auxiliaryKey::brightnessDown:
+      return "brightness down";
+    case auxiliaryKey::mute:
+      return "mute";
+    case auxiliaryKey::play:
+      return "play";
+    case auxiliaryKey::next:
+      return "next";
+    case auxiliaryKey::previous:
+      return "previous";
+    default:
+      return "media key " + std::to_string(keyType);
+  }
 }
 
 }  // namespace

@@ -11,8 +11,6 @@ namespace keyrow::sim {
 
 namespace {
 
-constexpr std::int64_t genericDesktopPage = 1;
-
 class Device final : public HidDevice {
  public:
   Device(SimulatedMac& mac, std::shared_ptr<const SimulatedKeyboard> keyboard)
@@ -121,7 +119,7 @@ class Manager final : public HidManager {
   }
 
   bool matchesDevice(const SimulatedKeyboard& keyboard) const {
-    const PropertyDictionary properties{{"DeviceUsagePage", genericDesktopPage},
+    const PropertyDictionary properties{{"DeviceUsagePage", hidPage::genericDesktop},
                                         {"DeviceUsage", keyboard.usage}};
     return std::ranges::any_of(deviceMatching_, [&](const PropertyDictionary& matching) {
       return matches(matching, properties);

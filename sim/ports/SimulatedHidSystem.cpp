@@ -35,7 +35,7 @@ class Service final : public HidService {
 
   std::optional<PropertyValue> entry(std::string_view property, std::string_view key) override {
     if (!mac_.call(PortCall::readServiceProperty)) return std::nullopt;
-    if (property != "HIDParameters") return std::nullopt;
+    if (property != hidParametersKey) return std::nullopt;
     return mac_.hid.parameter(key);
   }
 

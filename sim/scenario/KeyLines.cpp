@@ -4,6 +4,7 @@
 #include <array>
 #include <ranges>
 
+#include "platform/VirtualKeys.h"
 #include "sim/machine/PropertyText.h"
 #include "sim/scenario/Language.h"
 
@@ -183,7 +184,7 @@ Keys onKeyboard(LineReader& line, std::vector<NamedKey> keys) {
 
 Keys keysOnKeyboard(LineReader& line) {
   auto keys = parseKeys(line);
-  if (std::ranges::find(keys, capsLockKeyCode, &NamedKey::keyCode) != keys.end()) {
+  if (std::ranges::find(keys, virtualKey::capsLock, &NamedKey::keyCode) != keys.end()) {
     line.failBefore("keys other than Caps Lock, for which there is caps-lock on|off");
   }
   return onKeyboard(line, std::move(keys));

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/AppSettings.h"
+#include "platform/HidSystem.h"
 #include "sim/machine/ModeWords.h"
 #include "sim/machine/PropertyText.h"
 #include "sim/scenario/Language.h"
@@ -22,7 +23,7 @@ Outcome ChangeInSystemSettings::play(Stage& stage) const {
 
 Outcome ChangeHardware::play(Stage& stage) const {
   if (what == What::mode) {
-    stage.mac.hid.setParameter("HIDFKeyMode", value);
+    stage.mac.hid.setParameter(hidFKeyModeKey, value);
   } else {
     stage.mac.hid.setParameters(value);
   }
@@ -70,8 +71,8 @@ Action parseHardware(LineReader& line) {
   const auto property = line.property(expected);
   if (!property.isPlain)
     line.failBefore("KEY= with a value: true, false, a number, a \"quoted text\", {} or none");
-  if (property.key == "HIDFKeyMode") return ChangeHardware{.value = property.value};
-  if (property.key != "HIDParameters") line.failBefore(expected);
+  if (property.key == hidFKeyModeKey) return ChangeHardware{.value = property.value};
+  if (property.key != hidParametersKey) line.failBefore(expected);
   return ChangeHardware{.what = ChangeHardware::What::parameters, .value = property.value};
 }
 

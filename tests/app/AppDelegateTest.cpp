@@ -5,6 +5,7 @@
 #include <chrono>
 #include <memory>
 
+#include "platform/HidManagers.h"
 #include "tests/app/AppDelegateFixture.h"
 
 namespace keyrow::sim {
@@ -52,7 +53,7 @@ TEST_F(AppDelegateTest, ListensToKeyboardsFromLaunchToTermination) {
   const auto keyboard = std::make_shared<const SimulatedKeyboard>(
       SimulatedKeyboard{.registryID = 1, .properties = {}});
   const auto isHeard = [&] {
-    mac.sendInput(keyboard, 7);
+    mac.sendInput(keyboard, hidPage::keyboardOrKeypad);
     return keyrow().keyboardSourceMonitor().source(mac.machAbsoluteTime()) != nullptr;
   };
   EXPECT_FALSE(isHeard());

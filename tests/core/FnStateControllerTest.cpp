@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/HidSystem.h"
 #include "tests/core/CoreTest.h"
 
 namespace keyrow::sim {
@@ -60,7 +61,7 @@ TEST_P(UnreadableHardwareTest, FailsInsteadOfAssumingAMode) {
 }
 
 UnreadableHardware withMode(std::string name, PropertyValue mode) {
-  return {std::move(name), PropertyDictionary{{"HIDFKeyMode", std::move(mode)}}};
+  return {std::move(name), PropertyDictionary{{std::string{hidFKeyModeKey}, std::move(mode)}}};
 }
 
 INSTANTIATE_TEST_SUITE_P(

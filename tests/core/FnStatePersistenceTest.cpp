@@ -2,6 +2,7 @@
 
 #include "core/FnStateController.h"
 #include "core/FnStatePersistReason.h"
+#include "platform/HidSystem.h"
 #include "tests/core/CoreTest.h"
 
 namespace keyrow::sim {
@@ -163,7 +164,7 @@ TEST_F(FnStatePersistenceTest, WritesNothingWhenNoModeIsStoredAndTheHardwareCann
       expected.emplace_back(readFailureBeforePersisting);
     }
   }
-  mac.hid.setParameter("HIDFKeyMode", 2);
+  mac.hid.setParameter(hidFKeyModeKey, 2);
   controller().persistStoredGlobalFnState(FnStatePersistReason::applicationTermination);
   expected.emplace_back(readFailureBeforePersisting);
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "platform/HidSystem.h"
 #include "tests/core/ModePolicyTest.h"
 
 namespace keyrow::sim {
@@ -108,7 +109,7 @@ TEST_F(ModePolicyRefreshTest, ShowsTheModeThatARetryFinds) {
 }
 
 TEST_F(ModePolicyRefreshTest, RetriesWhateverKeepsItFromReading) {
-  mac.hid.setParameter("HIDFKeyMode", 2);
+  mac.hid.setParameter(hidFKeyModeKey, 2);
   policy().refreshFromHardware();
   setHardware(FnState::standard);
   mac.scheduler.advance(350ms);

@@ -6,6 +6,7 @@
 #include <memory>
 #include <thread>
 
+#include "platform/HidManagers.h"
 #include "tests/SimulatedMacTest.h"
 
 namespace keyrow::sim {
@@ -40,7 +41,7 @@ TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
 
   for (std::uint64_t round = 0; posted < eventCount; ++round) {
     const auto next = posted + interval;
-    mac.sendInput(keyboard, 7);
+    mac.sendInput(keyboard, hidPage::keyboardOrKeypad);
     // No timeout follows close upon another, and no rest lasts that long.
     mac.scheduler.advance(std::chrono::minutes{3});
     switch (round % 9) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/HidManagers.h"
 #include "tests/app/AppDelegateFixture.h"
 
 namespace keyrow::sim {
@@ -31,7 +32,7 @@ class KeyEventFixture : public AppDelegateFixture {
     mac.scheduler.advance(std::chrono::seconds{10});
     mac.sendInput(std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
                       .registryID = ++lastRegistryID_, .properties = std::move(properties)}),
-                  7);
+                  hidPage::keyboardOrKeypad);
   }
 
   /// Whether the event passes.

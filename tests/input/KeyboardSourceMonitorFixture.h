@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/HidManagers.h"
 #include "tests/SimulatedMacTest.h"
 
 namespace keyrow::sim {
@@ -19,7 +20,7 @@ class KeyboardSourceMonitorFixture : public SimulatedMacTest {
 
   using Keyboard = std::shared_ptr<const SimulatedKeyboard>;
 
-  static constexpr std::uint32_t keyboardPage = 7;
+  static constexpr std::uint32_t keyboardPage = hidPage::keyboardOrKeypad;
 
   /// All that is tried happens in the past.
   KeyboardSourceMonitorFixture() { mac.scheduler.advance(std::chrono::hours{1}); }

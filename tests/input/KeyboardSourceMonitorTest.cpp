@@ -145,7 +145,7 @@ TEST_F(KeyboardSourceMonitorTest, ListensToKeyboardsAndKeypadsOnly) {
     // Far enough apart to be out of reach of the one before.
     const auto now = tick * static_cast<std::uint64_t>(usage + 1);
     input(device, now);
-    const bool isKeyboard = usage == 6 || usage == 7;
+    const bool isKeyboard = usage == hidUsage::keyboard || usage == hidUsage::keypad;
     EXPECT_EQ(productAt(now), isKeyboard ? "Device" : "none") << "usage " << usage;
   }
 }

@@ -1,3 +1,4 @@
+#include "platform/HidSystem.h"
 #include "reliability/Session.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +38,7 @@ class SessionTest : public ::testing::Test {
     session.stage.mac.defaults.setValue(std::string{appIdentifier}, key, std::move(value));
   }
 
-  void setHardware(int mode) { session.stage.mac.hid.setParameter("HIDFKeyMode", mode); }
+  void setHardware(int mode) { session.stage.mac.hid.setParameter(hidFKeyModeKey, mode); }
 
   Session session;
 };
@@ -172,7 +173,7 @@ TEST_F(SessionTest, SeesAKeyboardThatIsLeftInAnOverride) {
             "the system preference is not the global mode");
   EXPECT_EQ(verdict([this] {
               session.stage.mac.changeModeInSystemSettings(false);
-              session.stage.mac.hid.setParameter("HIDFKeyMode", 1);
+              session.stage.mac.hid.setParameter(hidFKeyModeKey, 1);
               session.stage.mac.whenKeyrowQuits("me");
             }),
             "the keyboard is not in the global mode");

@@ -8,6 +8,7 @@
 
 #include "core/KeyNames.h"
 #include "core/LocalToggleShortcut.h"
+#include "platform/VirtualKeys.h"
 #include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/MacPorts.h"
@@ -17,6 +18,29 @@ namespace {
 
 static_assert(graveAccentKeyCode == kVK_ANSI_Grave);
 static_assert(escapeKeyCode == kVK_Escape);
+static_assert(virtualKey::space == kVK_Space);
+static_assert(virtualKey::rightCommand == kVK_RightCommand);
+static_assert(virtualKey::command == kVK_Command);
+static_assert(virtualKey::shift == kVK_Shift);
+static_assert(virtualKey::capsLock == kVK_CapsLock);
+static_assert(virtualKey::option == kVK_Option);
+static_assert(virtualKey::control == kVK_Control);
+static_assert(virtualKey::rightShift == kVK_RightShift);
+static_assert(virtualKey::rightOption == kVK_RightOption);
+static_assert(virtualKey::rightControl == kVK_RightControl);
+static_assert(virtualKey::function == kVK_Function);
+static_assert(virtualKey::f1 == kVK_F1);
+static_assert(virtualKey::f2 == kVK_F2);
+static_assert(virtualKey::f3 == kVK_F3);
+static_assert(virtualKey::f4 == kVK_F4);
+static_assert(virtualKey::f5 == kVK_F5);
+static_assert(virtualKey::f6 == kVK_F6);
+static_assert(virtualKey::f7 == kVK_F7);
+static_assert(virtualKey::f8 == kVK_F8);
+static_assert(virtualKey::f9 == kVK_F9);
+static_assert(virtualKey::f10 == kVK_F10);
+static_assert(virtualKey::f11 == kVK_F11);
+static_assert(virtualKey::f12 == kVK_F12);
 
 /// The key as a monitor hands it on. Making an event takes no permission, unlike posting it.
 KeyDown pressed(CGKeyCode keyCode, CGEventFlags flags = 0) {

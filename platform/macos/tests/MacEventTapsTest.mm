@@ -2,10 +2,12 @@
 
 #import <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
+#include <IOKit/hidsystem/IOLLEvent.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
 
+#include "core/FnReplacementModifier.h"
 #include "platform/KeyEvent.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/tests/Eventually.h"
@@ -18,11 +20,20 @@ static_assert(keyEventType::keyUp == kCGEventKeyUp);
 static_assert(keyEventType::flagsChanged == kCGEventFlagsChanged);
 static_assert(keyEventType::tapDisabledByTimeout == kCGEventTapDisabledByTimeout);
 static_assert(keyEventType::tapDisabledByUserInput == kCGEventTapDisabledByUserInput);
+static_assert(keyEventFlag::alphaShift == kCGEventFlagMaskAlphaShift);
 static_assert(keyEventFlag::shift == kCGEventFlagMaskShift);
 static_assert(keyEventFlag::control == kCGEventFlagMaskControl);
 static_assert(keyEventFlag::option == kCGEventFlagMaskAlternate);
 static_assert(keyEventFlag::command == kCGEventFlagMaskCommand);
 static_assert(keyEventFlag::secondaryFn == kCGEventFlagMaskSecondaryFn);
+static_assert(deviceFlag(FnReplacementModifier::leftControl) == NX_DEVICELCTLKEYMASK);
+static_assert(deviceFlag(FnReplacementModifier::rightControl) == NX_DEVICERCTLKEYMASK);
+static_assert(deviceFlag(FnReplacementModifier::leftOption) == NX_DEVICELALTKEYMASK);
+static_assert(deviceFlag(FnReplacementModifier::rightOption) == NX_DEVICERALTKEYMASK);
+static_assert(deviceFlag(FnReplacementModifier::leftCommand) == NX_DEVICELCMDKEYMASK);
+static_assert(deviceFlag(FnReplacementModifier::rightCommand) == NX_DEVICERCMDKEYMASK);
+static_assert(deviceFlag(FnReplacementModifier::leftShift) == NX_DEVICELSHIFTKEYMASK);
+static_assert(deviceFlag(FnReplacementModifier::rightShift) == NX_DEVICERSHIFTKEYMASK);
 
 TEST(MacEventTapsTest, AThreadHasItsNameAndTheUsersAttention) {
   const std::unique_ptr<EventTaps> taps = makeEventTaps();

@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 #include <IOKit/IOKitLib.h>
+#include <IOKit/hid/IOHIDUsageTables.h>
 #include <IOKit/hidsystem/IOHIDParameter.h>
 #include <IOKit/hidsystem/IOHIDShared.h>
 #include <gtest/gtest.h>
@@ -16,6 +17,12 @@ namespace {
 static_assert(hidSystemClass == kIOHIDSystemClass);
 static_assert(hidParamConnectType == kIOHIDParamConnectType);
 static_assert(capsLockState == kIOHIDCapsLockState);
+static_assert(hidParametersKey == kIOHIDParametersKey);
+static_assert(hidFKeyModeKey == kIOHIDFKeyModeKey);
+static_assert(hidPage::genericDesktop == kHIDPage_GenericDesktop);
+static_assert(hidPage::keyboardOrKeypad == kHIDPage_KeyboardOrKeypad);
+static_assert(hidUsage::keyboard == kHIDUsage_GD_Keyboard);
+static_assert(hidUsage::keypad == kHIDUsage_GD_Keypad);
 static_assert(ioReturnSuccess == kIOReturnSuccess);
 static_assert(ioReturnExclusiveAccess == kIOReturnExclusiveAccess);
 
@@ -69,10 +76,10 @@ TEST_F(MacHidSystemTest, ReadsTheModeThatTheRegistryHolds) {
 TEST_F(MacHidSystemTest, HasNoValueForAMissingProperty) {
   const auto found = hidSystem->matchingService(hidSystemClass);
   ASSERT_NE(found, nullptr);
-  EXPECT_EQ(found->entry("KeyrowHasNoSuchProperty", "HIDFKeyMode"), std::nullopt);
-  EXPECT_EQ(found->entry("HIDParameters", "KeyrowHasNoSuchEntry"), std::nullopt);
+  EXPECT_EQ(found->entry("KeyrowHasNoSuchProperty", hidFKeyModeKey), std::nullopt);
+  EXPECT_EQ(found->entry(hidParametersKey, "KeyrowHasNoSuchEntry"), std::nullopt);
   // A text, and no dictionary.
-  EXPECT_EQ(found->entry("IOClass", "HIDFKeyMode"), std::nullopt);
+  EXPECT_EQ(found->entry("IOClass", hidFKeyModeKey), std::nullopt);
 }
 
 }  // namespace
