@@ -59,6 +59,7 @@ const std::map<std::string, Rooms> mayUse{
     {"UserNotifications/", macRooms},
     {"dispatch/", macRooms},
     {"mach/", macRooms},
+    {"objc/", macRooms},
     {"os/", macRooms},
     {"benchmark/", {"bench"}},
     {"fuzzer/", {"fuzz"}},

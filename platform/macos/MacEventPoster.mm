@@ -1,12 +1,30 @@
-#import <AppKit/AppKit.h>
+#include "platform/macos/MacEventPoster.h"
 
 #include <memory>
 #include <utility>
 
-#include "platform/macos/CFRef.h"
 #include "platform/macos/MacPorts.h"
 
 namespace keyrow::macos {
+
+NSEvent* nsEvent(const SystemDefinedEvent& event) {
+  return [NSEvent otherEventWithType:NSEventTypeSystemDefined
+                            location:NSZeroPoint
+                       modifierFlags:event.modifierFlags
+                           timestamp:NSProcessInfo.processInfo.systemUptime
+                        windowNumber:0
+                             context:nil
+                             subtype:event.subtype
+                               data1:event.data1
+                               data2:event.data2];
+}
+
+CFRef<CGEventRef> keyEvent(CGEventSourceRef source, std::uint16_t keyCode, bool isKeyDown,
+                           std::uint64_t flags) {
+  auto event = CFRef<CGEventRef>::adopt(CGEventCreateKeyboardEvent(source, keyCode, isKeyDown));
+  if (event) CGEventSetFlags(event.get(), flags);
+  return event;
+}
 
 namespace {
 
@@ -15,11 +33,8 @@ class MacKeyEventSource final : public KeyEventSource {
   explicit MacKeyEventSource(CFRef<CGEventSourceRef> source) : source_{std::move(source)} {}
 
   void post(std::uint16_t keyCode, bool isKeyDown, std::uint64_t flags) override {
-    const auto event =
-        CFRef<CGEventRef>::adopt(CGEventCreateKeyboardEvent(source_.get(), keyCode, isKeyDown));
-    if (!event) return;
-    CGEventSetFlags(event.get(), flags);
-    CGEventPost(kCGHIDEventTap, event.get());
+    const auto event = keyEvent(source_.get(), keyCode, isKeyDown, flags);
+    if (event) CGEventPost(kCGHIDEventTap, event.get());
   }
 
  private:
@@ -29,17 +44,7 @@ class MacKeyEventSource final : public KeyEventSource {
 class MacEventPoster final : public EventPoster {
  public:
   void post(const SystemDefinedEvent& event) override {
-    NSEvent* const systemDefined =
-        [NSEvent otherEventWithType:NSEventTypeSystemDefined
-                           location:NSZeroPoint
-                      modifierFlags:event.modifierFlags
-                          timestamp:NSProcessInfo.processInfo.systemUptime
-                       windowNumber:0
-                            context:nil
-                            subtype:event.subtype
-                              data1:event.data1
-                              data2:event.data2];
-    if (const CGEventRef quartz = systemDefined.CGEvent) CGEventPost(kCGHIDEventTap, quartz);
+    if (const CGEventRef quartz = nsEvent(event).CGEvent) CGEventPost(kCGHIDEventTap, quartz);
   }
 
   std::unique_ptr<KeyEventSource> createKeyEventSource() override {

@@ -30,6 +30,16 @@ TEST_F(SettingsWindowTest, IsHiddenAndCanOnlyBeClosedAndMinimised) {
   EXPECT_FALSE(window.styleMask & NSWindowStyleMaskResizable);
 }
 
+TEST_F(SettingsWindowTest, LooksLikeSettings) {
+  NSWindow* const window = keyrow.window();
+  EXPECT_EQ(window.titleVisibility, NSWindowTitleVisible);
+  EXPECT_TRUE(window.titlebarAppearsTransparent);
+  EXPECT_TRUE(window.movableByWindowBackground);
+  EXPECT_EQ(window.toolbarStyle, NSWindowToolbarStylePreference);
+  EXPECT_EQ(keyrow.tabs().tabStyle, NSTabViewControllerTabStyleToolbar);
+  EXPECT_FALSE(keyrow.tabs().canPropagateSelectedChildViewControllerTitle);
+}
+
 TEST_F(SettingsWindowTest, HasItsTabs) {
   NSArray<NSTabViewItem*>* const items = keyrow.tabs().tabViewItems;
   ASSERT_EQ(items.count, settingsTabs.size());
