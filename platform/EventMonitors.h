@@ -16,6 +16,11 @@ struct KeyDown {
   std::uint16_t keyCode = 0;
   /// `charactersIgnoringModifiers`; absent when there are none.
   std::optional<std::string> charactersIgnoringModifiers;
+  /// By what a key equivalent is looked up (`characters`): on a keyboard that types other letters,
+  /// the Latin one that Command brings. Absent where Command is not held.
+  std::optional<std::string> commandCharacters;
+  /// Whether the key was down before (`isARepeat`).
+  bool isRepeat = false;
 };
 
 /// Monitors of events (`NSEvent`); destroying a registration removes its monitor. Handlers

@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "platform/macos/Conversions.h"
@@ -11,8 +12,11 @@
 namespace keyrow::macos {
 
 KeyDown keyDown(NSEvent* event) {
+  const bool isCommandHeld = (event.modifierFlags & NSEventModifierFlagCommand) != 0;
   return {.keyCode = event.keyCode,
-          .charactersIgnoringModifiers = optionalText(event.charactersIgnoringModifiers)};
+          .charactersIgnoringModifiers = optionalText(event.charactersIgnoringModifiers),
+          .commandCharacters = isCommandHeld ? optionalText(event.characters) : std::nullopt,
+          .isRepeat = static_cast<bool>(event.ARepeat)};
 }
 
 namespace {

@@ -9,19 +9,24 @@ namespace keyrow::sim {
 
 namespace {
 
-/// What a key types: its name in small letters, when that is a single character.
-std::optional<std::string> charactersOf(std::uint16_t keyCode) {
-  auto name = keyName(keyCode);
+/// What a key types: its name, when that is a single character; of the modifiers only Shift counts.
+std::optional<std::string> charactersOf(const KeyEvent& event) {
+  auto name = keyName(event.keyCode);
   if (name == sectionKeyName) return name;
   if (name.size() != 1) return std::nullopt;
-  if (name[0] >= 'A' && name[0] <= 'Z') name[0] = static_cast<char>(name[0] - 'A' + 'a');
+  const bool isShiftHeld = (event.flags & keyEventFlag::shift) != 0;
+  if (name[0] >= 'A' && name[0] <= 'Z' && !isShiftHeld) {
+    name[0] = static_cast<char>(name[0] - 'A' + 'a');
+  }
   return name;
 }
 
 }  // namespace
 
-SimulatedEventMonitors::SimulatedEventMonitors(const ProcessContext& context)
+SimulatedEventMonitors::SimulatedEventMonitors(
+    const ProcessContext& context, std::function<void(const KeyDown&)> performKeyEquivalent)
     : context_{context},
+      performKeyEquivalent_{std::move(performKeyEquivalent)},
       keyEvents_{context.mac.observeKeyEvents(
           [this](std::uint32_t type, const KeyEvent& event) { receive(type, event); })} {}
 
@@ -36,11 +41,13 @@ Registration SimulatedEventMonitors::addLocalFlagsMonitor(std::function<void()> 
 Registration SimulatedEventMonitors::addLocalKeyDownMonitor(
     std::function<bool(const KeyDown&)> handler) {
   auto observer = context_.observer(
-      "own keys",
-      std::function<void(const KeyDown&)>{
-          [&screen = context_.mac.screen, handler = std::move(handler)](const KeyDown& key) {
-            if (handler(key)) screen.note("Keyrow consumes " + keyName(key.keyCode));
-          }});
+      "own keys", std::function<void(std::shared_ptr<PassingKey>)>{
+                      [&screen = context_.mac.screen,
+                       handler = std::move(handler)](const std::shared_ptr<PassingKey>& passing) {
+                        if (passing->isConsumed || !handler(passing->key)) return;
+                        passing->isConsumed = true;
+                        screen.note("Keyrow consumes " + keyName(passing->key.keyCode));
+                      }});
   return keysDown_.add(std::move(observer));
 }
 
@@ -49,10 +56,18 @@ void SimulatedEventMonitors::receive(std::uint32_t type, const KeyEvent& event) 
   // What is typed into another application's password field is for that alone.
   if (!isActive && context_.mac.isSecureInputOn()) return;
   if (type == keyEventType::flagsChanged) (isActive ? localFlags_ : globalFlags_).notify();
-  if (type == keyEventType::keyDown && isActive) {
-    keysDown_.notify(
-        {.keyCode = event.keyCode, .charactersIgnoringModifiers = charactersOf(event.keyCode)});
-  }
+  if (type != keyEventType::keyDown || !isActive) return;
+  const auto characters = charactersOf(event);
+  const bool isCommandHeld = (event.flags & keyEventFlag::command) != 0;
+  const auto passing = std::make_shared<PassingKey>(
+      KeyDown{.keyCode = event.keyCode,
+              .charactersIgnoringModifiers = characters,
+              .commandCharacters = isCommandHeld ? characters : std::nullopt,
+              .isRepeat = event.isRepeat});
+  keysDown_.notify(passing);
+  context_.mainThread->deliver([this, passing] {
+    if (!passing->isConsumed) performKeyEquivalent_(passing->key);
+  });
 }
 
 }  // namespace keyrow::sim

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <memory>
+
 #include "platform/EventMonitors.h"
 #include "sim/ports/ProcessContext.h"
 
@@ -9,19 +12,28 @@ namespace keyrow::sim {
 /// application.
 class SimulatedEventMonitors final : public EventMonitors {
  public:
-  explicit SimulatedEventMonitors(const ProcessContext& context);
+  /// `performKeyEquivalent` gets the keys of this application that no monitor consumes.
+  SimulatedEventMonitors(const ProcessContext& context,
+                         std::function<void(const KeyDown&)> performKeyEquivalent);
 
   Registration addGlobalFlagsMonitor(std::function<void()> handler) override;
   Registration addLocalFlagsMonitor(std::function<void()> handler) override;
   Registration addLocalKeyDownMonitor(std::function<bool(const KeyDown&)> handler) override;
 
  private:
+  /// A key on its way through the monitors.
+  struct PassingKey {
+    KeyDown key;
+    bool isConsumed = false;
+  };
+
   void receive(std::uint32_t type, const KeyEvent& event);
 
   const ProcessContext& context_;
+  const std::function<void(const KeyDown&)> performKeyEquivalent_;
   ObserverList<> globalFlags_;
   ObserverList<> localFlags_;
-  ObserverList<const KeyDown&> keysDown_;
+  ObserverList<std::shared_ptr<PassingKey>> keysDown_;
   Registration keyEvents_;
 };
 

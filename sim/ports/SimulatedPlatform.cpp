@@ -9,7 +9,7 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
       about{context},
       settingsWindow{context, general, about},
       statusItem{context},
-      eventMonitors{context},
+      eventMonitors{context, [this](const KeyDown& key) { performKeyEquivalent(key); }},
       eventTaps{context},
       updateFramework{context},
       userNotifications{context},
@@ -61,5 +61,10 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
              .userDefaults = userDefaults_,
              .userNotifications = userNotifications,
              .workspace = workspace_} {}
+
+void SimulatedPlatform::performKeyEquivalent(const KeyDown& key) {
+  if (key.commandCharacters == "w" && settingsWindow.isKey()) settingsWindow.close();
+  if (key.commandCharacters == "q") application_.terminate();
+}
 
 }  // namespace keyrow::sim

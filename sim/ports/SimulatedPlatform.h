@@ -63,6 +63,9 @@ class SimulatedPlatform {
   }
 
  private:
+  /// The main menu gets a key that nobody else wants.
+  void performKeyEquivalent(const KeyDown& key);
+
   SimulatedAccessibility accessibility_;
   SimulatedAlerts alerts_;
   SimulatedBundle bundle_;

@@ -29,6 +29,11 @@ void SimulatedSettingsWindowView::bringToFront() {
 
 void SimulatedSettingsWindowView::setFixedContentSize(ContentSize size) { contentSize_ = size; }
 
+void SimulatedSettingsWindowView::touch() {
+  if (context_.mac.applications.frontmost() == context_.bundleIdentifier) return;
+  context_.mac.applications.activate(context_.bundleIdentifier);
+}
+
 bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
   const auto found = std::ranges::find(settingsTabs, title, &SettingsTab::title);
   if (found == settingsTabs.end()) return false;
@@ -54,6 +59,12 @@ void SimulatedSettingsWindowView::close() {
   if (!isVisible_) return;
   isVisible_ = false;
   context_.mac.screen.note("settings window closed");
+}
+
+bool SimulatedSettingsWindowView::isKey() const {
+  return isVisible_ &&
+         context_.mac.sessions.frontmost(context_.user) == context_.bundleIdentifier &&
+         !context_.mac.screen.openAlertOf(context_.processID);
 }
 
 }  // namespace keyrow::sim

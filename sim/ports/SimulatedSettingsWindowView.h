@@ -25,11 +25,16 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   /// How many windows were created.
   int createdCount() const { return createdCount_; }
   bool isVisible() const { return isVisible_; }
+  /// Whether keys go to it: it can be seen, its application is the active one, and no alert of
+  /// that is in front of it.
+  bool isKey() const;
   /// How often the window was brought to the front.
   int broughtToFrontCount() const { return broughtToFrontCount_; }
   ContentSize contentSize() const { return contentSize_; }
   const SettingsTab& selectedTab() const { return settingsTabs[selectedIndex_]; }
 
+  /// The user clicks somewhere into it, which makes its application the active one.
+  void touch();
   /// The user selects a tab; false when there is none of that title.
   bool selectTab(std::string_view title);
   void close();

@@ -69,6 +69,7 @@ Outcome ClickControl::play(Stage& stage) const {
   return stage.touch([this](SimulatedProcess& keyrow) {
     auto& platform = keyrow.simulatedPlatform();
     if (!platform.settingsWindow.isVisible()) return unplayable("the settings window is closed");
+    platform.settingsWindow.touch();
     const bool isClicked =
         isGeneralSelected(platform) ? platform.general.click(title) : platform.about.click(title);
     return isClicked ? Outcome{} : cannotBeClicked(platform, title);
@@ -80,6 +81,7 @@ Outcome Choose::play(Stage& stage) const {
     auto& platform = keyrow.simulatedPlatform();
     if (platform.statusItem.menu()) return chooseFromMenu(platform.statusItem, title);
     if (!platform.settingsWindow.isVisible()) return unplayable("no menu is open");
+    platform.settingsWindow.touch();
     return chooseFromPopUp(platform, title);
   });
 }
@@ -103,6 +105,7 @@ Outcome CloseWindow::play(Stage& stage) const {
 Outcome SelectTab::play(Stage& stage) const {
   return stage.touch([this](SimulatedProcess& keyrow) {
     if (!keyrow.settingsWindow().isVisible()) return unplayable("the settings window is closed");
+    keyrow.settingsWindow().touch();
     keyrow.settingsWindow().selectTab(title);
     return Outcome{};
   });
@@ -247,11 +250,15 @@ Expectation expectMenu(LineReader& line) {
 Expectation expectWindow(LineReader& line) {
   std::array<std::string_view, settingsTabs.size() + 1> words{"closed"};
   std::ranges::copy(tabTitles(), words.begin() + 1);
-  return [expected = std::string{words[line.oneOf(words)]}](Stage& stage) {
+  std::string expected{words[line.oneOf(words)]};
+  const bool asksForKey = expected != "closed" && line.accept("key");
+  if (asksForKey) expected += " key";
+  return [expected, asksForKey](Stage& stage) {
     if (!stage.process()) return Stage::keyrowMissing("a settings window");
     const auto& window = stage.process()->settingsWindow();
-    const auto actual = window.isVisible() ? window.selectedTab().title : "closed";
-    return expectEqual("the settings window", expected, std::string{actual});
+    std::string actual{window.isVisible() ? window.selectedTab().title : "closed"};
+    if (asksForKey && window.isKey()) actual += " key";
+    return expectEqual("the settings window", expected, actual);
   };
 }
 
@@ -306,8 +313,9 @@ constexpr std::array<ExpectationWord, 5> expectations{{
      "An item of the open menu: its place among the items that have a title, its key equivalent "
      "and its tool tip; or that no menu is open.",
      "expect menu \"Quit\" enabled at 6 key \"⌘q\"", expectMenu},
-    {"window", "expect window General|About|closed", "The settings window and its selected tab.",
-     "expect window General", expectWindow},
+    {"window", "expect window General|About [key] | expect window closed",
+     "The settings window and its selected tab, and whether keys go to it.",
+     "expect window General key", expectWindow},
     {"screen", "expect screen [\"TEXT\"]",
      "What the user saw on the screen: a window, an alert, a prompt, a page that was opened.",
      "expect screen \"settings window, General\"", expectScreen},

@@ -90,6 +90,12 @@ TEST(KeyDownTest, EveryKnownKeyHasItsNameWhateverItTypes) {
   }
 }
 
+TEST(KeyDownTest, CommandBringsWhatAKeyEquivalentIsLookedUpBy) {
+  EXPECT_EQ(pressed(kVK_Space).commandCharacters, std::nullopt);
+  EXPECT_EQ(pressed(kVK_Space, kCGEventFlagMaskCommand).commandCharacters, " ");
+  EXPECT_FALSE(pressed(kVK_Space).isRepeat);
+}
+
 TEST(KeyDownTest, TheArrowsAreNamedAfterTheirDirections) {
   EXPECT_EQ(shortcut(pressed(kVK_LeftArrow)), (LocalToggleShortcut{123, "Left Arrow", ""}));
   EXPECT_EQ(shortcut(pressed(kVK_RightArrow)), (LocalToggleShortcut{124, "Right Arrow", ""}));
