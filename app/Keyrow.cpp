@@ -104,6 +104,7 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                     .application = platform.application,
                     .eventMonitors = platform.eventMonitors,
                     .notificationCenter = platform.notificationCenter,
+                    .shortcutCapture = shortcutCapture_,
                     .workspace = platform.workspace}},
       aboutPane_{{.view = views.about,
                   .switches = switches_,
@@ -143,6 +144,7 @@ std::shared_ptr<KeyEventHandler> Keyrow::makeKeyEventHandler() {
       KeyEventHandler::Uses{.keySettings = keySettings_,
                             .keyboardSourceMonitor = keyboardSourceMonitor_,
                             .functionRowMapper = functionRowMapper_,
+                            .shortcutCapture = shortcutCapture_,
                             .modePolicy = modePolicy_,
                             .mainQueue = mainQueue_});
 }

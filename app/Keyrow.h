@@ -14,6 +14,7 @@
 #include "input/KeySettings.h"
 #include "input/KeyboardEventTapController.h"
 #include "input/KeyboardSourceMonitor.h"
+#include "input/ShortcutCapture.h"
 #include "platform/Platform.h"
 #include "ui/AboutPane.h"
 #include "ui/BugReport.h"
@@ -64,6 +65,7 @@ class Keyrow {
   ModePolicy modePolicy_;
   KeyboardSourceMonitor keyboardSourceMonitor_;
   KeySettings keySettings_;
+  ShortcutCapture shortcutCapture_;
   ExternalKeyboardFunctionRowMapper functionRowMapper_;
   MainQueue& mainQueue_;
   KeyboardEventTapController eventTapController_;

@@ -79,7 +79,7 @@ KeyEventHandler::Way KeyEventHandler::decide(std::uint32_t type, const KeyEvent&
 TapVerdict KeyEventHandler::press(const KeyEvent& event) {
   auto& way = ways_[event.keyCode];
   if (way == Way::mediaKeyDown) releaseMediaKey(event.keyCode);
-  way = decide(keyEventType::keyDown, event);
+  way = use_.shortcutCapture.isRunning() ? Way::passed : decide(keyEventType::keyDown, event);
   if (way == Way::passed) return TapVerdict::pass;
   if (way == Way::translated) {
     const auto& action = *ExternalKeyboardFunctionRowMapper::action(event.keyCode);

@@ -8,6 +8,7 @@
 #include "input/ExternalKeyboardFunctionRowMapper.h"
 #include "input/KeySettings.h"
 #include "input/KeyboardSourceMonitor.h"
+#include "input/ShortcutCapture.h"
 #include "input/TappedEventHandler.h"
 #include "platform/MainQueue.h"
 
@@ -15,7 +16,8 @@ namespace keyrow {
 
 /// Decides about every key: it may be one of the two shortcuts, or a top-row key to
 /// translate; all else passes, and nobody is asked which keyboard it came from. How a press
-/// was decided its repeats and its release follow, whatever has changed meanwhile.
+/// was decided its repeats and its release follow, whatever has changed meanwhile. While the
+/// settings window waits for a key, every press passes.
 ///
 /// Runs in the event tap's worker thread, and only reads. What is to be done it puts on the
 /// main queue, and never waits for it.
@@ -25,6 +27,7 @@ class KeyEventHandler final : public TappedEventHandler {
     KeySettings& keySettings;
     KeyboardSourceMonitor& keyboardSourceMonitor;
     ExternalKeyboardFunctionRowMapper& functionRowMapper;
+    const ShortcutCapture& shortcutCapture;
     ModePolicy& modePolicy;
     MainQueue& mainQueue;
   };

@@ -7,6 +7,16 @@
 
 namespace keyrow {
 
+namespace {
+
+/// Whether the main menu makes Close or Quit of it, in whichever case the letter comes.
+bool closesOrQuits(const KeyDown& key) {
+  const auto& letter = key.commandCharacters;
+  return letter == "w" || letter == "W" || letter == "q" || letter == "Q";
+}
+
+}  // namespace
+
 void GeneralPane::viewDidLoad() {
   for (const auto& checkbox : checkboxesOf(generalLayout::rows)) {
     use_.view.setChecked(checkbox.what, use_.switches.isOn(checkbox.what));
@@ -36,11 +46,12 @@ void GeneralPane::changeFnReplacementModifier(
 }
 
 void GeneralPane::toggleLocalShortcutCapture() {
-  if (isCapturingLocalShortcut_) {
+  if (use_.shortcutCapture.isRunning()) {
     stopLocalShortcutCapture();
     return;
   }
-  isCapturingLocalShortcut_ = true;
+  // Before the monitor is there: no key that it would see is swallowed on its way.
+  use_.shortcutCapture.begin();
   refreshShortcutTexts();
   shortcutCaptureMonitor_ = use_.eventMonitors.addLocalKeyDownMonitor(
       [this](const KeyDown& key) { return captureShortcut(key); });
@@ -79,8 +90,8 @@ void GeneralPane::syncFnReplacementModifier() {
 
 void GeneralPane::refreshShortcutTexts() {
   const auto shortcut = use_.settings.localToggleShortcut();
-  use_.view.setLocalShortcutTitle(isCapturingLocalShortcut_ ? "Press any key..."
-                                                            : "Fn + " + shortcut.displayName);
+  use_.view.setLocalShortcutTitle(
+      use_.shortcutCapture.isRunning() ? "Press any key..." : "Fn + " + shortcut.displayName);
   const auto standard = defaultLocalToggleShortcut();
   use_.view.setResetLocalShortcutEnabled(shortcut.keyCode != standard.keyCode ||
                                          shortcut.displayName != standard.displayName);
@@ -109,6 +120,12 @@ void GeneralPane::refreshPermissionIndicator() {
 }
 
 bool GeneralPane::captureShortcut(const KeyDown& key) {
+  // It went down before it was asked for.
+  if (key.isRepeat) return true;
+  if (closesOrQuits(key)) {
+    stopLocalShortcutCapture();
+    return false;
+  }
   if (key.keyCode == escapeKeyCode) {
     use_.alerts.beep();
     return true;
@@ -121,7 +138,7 @@ bool GeneralPane::captureShortcut(const KeyDown& key) {
 
 void GeneralPane::stopLocalShortcutCapture() {
   shortcutCaptureMonitor_ = {};
-  isCapturingLocalShortcut_ = false;
+  use_.shortcutCapture.end();
   refreshShortcutTexts();
 }
 

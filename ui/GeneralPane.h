@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "core/AppSettings.h"
+#include "input/ShortcutCapture.h"
 #include "platform/Accessibility.h"
 #include "platform/Alerts.h"
 #include "platform/Application.h"
@@ -27,6 +28,7 @@ class GeneralPane final : public GeneralActions {
     Application& application;
     EventMonitors& eventMonitors;
     NotificationCenter& notificationCenter;
+    ShortcutCapture& shortcutCapture;
     Workspace& workspace;
   };
 
@@ -34,6 +36,9 @@ class GeneralPane final : public GeneralActions {
 
   /// Shows the state of everything, and follows the permission from now on.
   void viewDidLoad() override;
+
+  void viewWillDisappear() override { stopLocalShortcutCapture(); }
+  void windowDidResignKey() override { stopLocalShortcutCapture(); }
 
   void toggle(Switch what, bool isOn) override;
   void changeFnReplacementModifier(const std::optional<PropertyValue>& representedObject) override;
@@ -55,7 +60,6 @@ class GeneralPane final : public GeneralActions {
   ObserverToken trustObserver_;
   /// Present only while capturing.
   Registration shortcutCaptureMonitor_;
-  bool isCapturingLocalShortcut_ = false;
 };
 
 }  // namespace keyrow

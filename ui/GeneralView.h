@@ -27,6 +27,12 @@ class GeneralActions : public PaneActions {
   virtual void changeFnReplacementModifier(
       const std::optional<PropertyValue>& representedObject) = 0;
 
+  /// The pane goes out of sight: another tab was selected, or its window was closed
+  /// (`viewWillDisappear`).
+  virtual void viewWillDisappear() = 0;
+  /// Keys do not go to its window any more (`NSWindowDidResignKeyNotification`).
+  virtual void windowDidResignKey() = 0;
+
   /// Lets the next key become the per-app shortcut, or stops waiting for it.
   virtual void toggleLocalShortcutCapture() = 0;
   virtual void resetLocalShortcut() = 0;

@@ -63,6 +63,26 @@ void keepSize(NSView* label, NSView* beside) {
   _actions->viewDidLoad();
 }
 
+- (void)viewDidAppear {
+  [super viewDidAppear];
+  [NSNotificationCenter.defaultCenter addObserver:self
+                                         selector:@selector(windowDidResignKey:)
+                                             name:NSWindowDidResignKeyNotification
+                                           object:self.view.window];
+}
+
+- (void)viewWillDisappear {
+  [super viewWillDisappear];
+  [NSNotificationCenter.defaultCenter removeObserver:self
+                                                name:NSWindowDidResignKeyNotification
+                                              object:nil];
+  _actions->viewWillDisappear();
+}
+
+- (void)windowDidResignKey:(NSNotification*)notification {
+  _actions->windowDidResignKey();
+}
+
 - (void)makeControls {
   _axPermissionButton = makePushButton(layout::permissionButtonTitle);
   _axPermissionIndicatorView = [[NSView alloc] init];

@@ -16,6 +16,7 @@ void Screen::showAlert(OpenHandles::ProcessID owner, const Alert& alert,
                          .messageText = std::string{alert.messageText},
                          .buttons = {alert.buttons.begin(), alert.buttons.end()},
                          .answered = std::move(answered)});
+  alertObservers_.notify();
 }
 
 const OpenAlert* Screen::openAlert() const {
@@ -36,6 +37,7 @@ bool Screen::answerAlert(std::string_view button) {
   const auto alert = std::move(openAlerts_.back());
   openAlerts_.pop_back();
   note("the user presses " + quoted(button));
+  alertObservers_.notify();
   alert.answered(response);
   return true;
 }

@@ -4,9 +4,11 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/Alerts.h"
+#include "sim/machine/ObserverList.h"
 #include "sim/machine/OpenHandles.h"
 #include "sim/machine/PropertyText.h"
 #include "sim/machine/Timeline.h"
@@ -40,6 +42,11 @@ class Screen {
   /// button.
   bool answerAlert(std::string_view button);
 
+  /// Calls `handler` whenever an alert has opened, or is about to be answered and has closed.
+  Registration observeAlerts(std::function<void()> handler) {
+    return alertObservers_.add(std::move(handler));
+  }
+
   /// The process has ended.
   void closeAlertsOf(OpenHandles::ProcessID owner);
 
@@ -60,6 +67,7 @@ class Screen {
   std::vector<OpenAlert> openAlerts_;
   std::vector<std::string> alerts_;
   std::vector<std::string> openedURLs_;
+  ObserverList<> alertObservers_;
 };
 
 }  // namespace keyrow::sim

@@ -1,12 +1,23 @@
 #include "sim/ports/SimulatedGeneralView.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/GeneralLayout.h"
 
 namespace keyrow::sim {
 
 namespace layout = generalLayout;
+
+void SimulatedGeneralView::setWindowKey(bool isKey) {
+  const bool wasKey = std::exchange(isWindowKey_, isKey);
+  if (!wasKey || isKey) return;
+  context().mainThread->deliver([this] { actions().windowDidResignKey(); });
+}
+
+void SimulatedGeneralView::disappear() {
+  context().mainThread->deliver([this] { actions().viewWillDisappear(); });
+}
 
 bool SimulatedGeneralView::chooseFnReplacement(std::string_view title) {
   const auto found = std::ranges::find_if(fnReplacementItems, [title](const auto& item) {

@@ -29,6 +29,11 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
   void showPermissionPopover() override { isPopoverShown = true; }
   void closePermissionPopover() override { isPopoverShown = false; }
 
+  /// The window tells where its keys go.
+  void setWindowKey(bool isKey);
+  /// The pane goes out of sight.
+  void disappear();
+
   /// The user chooses from the pop-up; false, and nothing happens, when there is no such item.
   bool chooseFnReplacement(std::string_view title);
 
@@ -44,6 +49,8 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
 
  private:
   std::vector<Clickable> clickables() const override;
+
+  bool isWindowKey_ = false;
 };
 
 }  // namespace keyrow::sim

@@ -11,6 +11,15 @@ constexpr ContentSize fittingSize{300, 200};
 
 }  // namespace
 
+SimulatedSettingsWindowView::SimulatedSettingsWindowView(const ProcessContext& context,
+                                                         SimulatedGeneralView& general,
+                                                         SimulatedAboutView& about)
+    : context_{context},
+      general_{general},
+      about_{about},
+      activations_{context.mac.applications.observeActivation([this] { updateKey(); })},
+      alerts_{context.mac.screen.observeAlerts([this] { updateKey(); })} {}
+
 void SimulatedSettingsWindowView::create() {
   context_.mac.trace.add("create settings window");
   ++createdCount_;
@@ -24,6 +33,7 @@ void SimulatedSettingsWindowView::bringToFront() {
   isVisible_ = true;
   context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
   contentSize_ = fittingSize;
+  updateKey();
   actions().viewDidAppear();
 }
 
@@ -37,9 +47,11 @@ void SimulatedSettingsWindowView::touch() {
 bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
   const auto found = std::ranges::find(settingsTabs, title, &SettingsTab::title);
   if (found == settingsTabs.end()) return false;
+  const bool wasGeneral = selectedIndex_ == 0;
   selectedIndex_ = static_cast<std::size_t>(found - settingsTabs.begin());
   context_.mac.screen.note("settings window, " + std::string{title});
   contentSize_ = fittingSize;
+  if (wasGeneral && selectedIndex_ != 0) general_.disappear();
   context_.mainThread->deliver([this] {
     loadSelectedPane();
     actions().didSelectTabViewItem();
@@ -59,6 +71,8 @@ void SimulatedSettingsWindowView::close() {
   if (!isVisible_) return;
   isVisible_ = false;
   context_.mac.screen.note("settings window closed");
+  updateKey();
+  if (selectedIndex_ == 0) general_.disappear();
 }
 
 bool SimulatedSettingsWindowView::isKey() const {
@@ -66,5 +80,7 @@ bool SimulatedSettingsWindowView::isKey() const {
          context_.mac.sessions.frontmost(context_.user) == context_.bundleIdentifier &&
          !context_.mac.screen.openAlertOf(context_.processID);
 }
+
+void SimulatedSettingsWindowView::updateKey() { general_.setWindowKey(isKey()); }
 
 }  // namespace keyrow::sim

@@ -14,8 +14,7 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
  public:
   /// The panes have to outlive this.
   SimulatedSettingsWindowView(const ProcessContext& context, SimulatedGeneralView& general,
-                              SimulatedAboutView& about)
-      : context_{context}, general_{general}, about_{about} {}
+                              SimulatedAboutView& about);
 
   void create() override;
   bool hasWindow() override { return createdCount_ > 0; }
@@ -40,6 +39,7 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   void close();
 
  private:
+  void updateKey();
   /// A pane is loaded when it is selected for the first time.
   void loadSelectedPane();
 
@@ -51,6 +51,8 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   int broughtToFrontCount_ = 0;
   ContentSize contentSize_ = settingsContentSize;
   std::size_t selectedIndex_ = 0;
+  Registration activations_;
+  Registration alerts_;
 };
 
 }  // namespace keyrow::sim

@@ -128,9 +128,11 @@ TEST_F(KeySettingsTest, EveryEventIsDecidedByOneReadingOfThem) {
   constexpr std::uint16_t keyGrave = 50;
   settings.set(BooleanSetting::applyFnModeToExternalFunctionKeys, true);
   settings.set(BooleanSetting::enhancedDiagnosticsEnabled, true);
+  const ShortcutCapture capture;
   KeyEventHandler handler{{.keySettings = keySettings,
                            .keyboardSourceMonitor = keyrow().keyboardSourceMonitor(),
                            .functionRowMapper = keyrow().functionRowMapper(),
+                           .shortcutCapture = capture,
                            .modePolicy = keyrow().modePolicy(),
                            .mainQueue = process->platform().mainQueue}};
   for (const std::uint16_t keyCode : {std::uint16_t{0}, keyF8, keyGrave}) {

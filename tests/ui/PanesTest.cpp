@@ -170,6 +170,20 @@ TEST_F(PanesTest, CapturingHoldsOneMonitorAndGivesItBack) {
   EXPECT_EQ(mac.openHandles.count("observer"), before);
 }
 
+TEST_F(PanesTest, CommandMakesNoShortcutOfWAndQHoweverTheyAreTyped) {
+  constexpr std::uint16_t keyQ = 12;
+  constexpr std::uint16_t keyW = 13;
+  for (const auto keyCode : {keyQ, keyW}) {
+    general().actions().toggleLocalShortcutCapture();
+    ASSERT_EQ(general().localShortcutTitle, "Press any key...");
+    mac.postKeyEvent(keyEventType::keyDown, {.timestamp = mac.machAbsoluteTime(),
+                                             .flags = keyEventFlag::command | keyEventFlag::shift,
+                                             .keyCode = keyCode});
+    EXPECT_EQ(general().localShortcutTitle, "Fn + `");
+    EXPECT_FALSE(process->hasEnded());
+  }
+}
+
 TEST_F(PanesTest, TheVersionNamesWhatThereIs) {
   EXPECT_EQ(version("1.2", "45"), "1.2 (45)");
   EXPECT_EQ(version("1.2", std::nullopt), "1.2");

@@ -135,6 +135,19 @@ TEST_F(GeneralPaneTest, TheShortcutIsRecordedAndReset) {
   EXPECT_FALSE(pane().resetLocalShortcutButton.enabled);
 }
 
+TEST_F(GeneralPaneTest, ACaptureEndsWhenItsWindowGetsNoKeysAnyMore) {
+  keyrow.createWindow();
+  [pane() viewDidAppear];
+  [pane().localShortcutButton performClick:nil];
+  EXPECT_EQ(titleOf(pane().localShortcutButton), "Press any key...");
+  [NSNotificationCenter.defaultCenter postNotificationName:NSWindowDidResignKeyNotification
+                                                    object:keyrow.window()];
+  EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + `");
+  [pane().localShortcutButton performClick:nil];
+  [pane() viewWillDisappear];
+  EXPECT_EQ(titleOf(pane().localShortcutButton), "Fn + `");
+}
+
 TEST_F(GeneralPaneTest, HasRoomForEveryTextThatItShows) {
   keyrow.createWindow();
   const auto items = fnReplacementItems();
