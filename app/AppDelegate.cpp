@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "ui/AccessibilitySettings.h"
-
 namespace keyrow {
 
 void AppDelegate::applicationDidFinishLaunching() {

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "input/InputLogTexts.h"
-#include "ui/AccessibilitySettings.h"
+#include "ui/PermissionSettings.h"
 
 namespace keyrow {
 
@@ -33,7 +33,7 @@ constexpr auto probation = 2min;
 void EventTapKeeper::start() {
   trustObserver_ = use_.distributedNotificationCenter.addObserver(
       accessibilityListDidChange, std::nullopt, [this](const auto&) { lookRepeatedly(); });
-  if (use_.accessibility.isProcessTrusted()) make();
+  if (use_.permissions.isProcessTrusted()) make();
 }
 
 void EventTapKeeper::lookRepeatedly() {
@@ -87,7 +87,7 @@ void EventTapKeeper::stopAndWait() {
 
 /// Whether Keyrow is trusted; where that has changed, the tap has been stopped or made.
 bool EventTapKeeper::checkTrust() {
-  const bool isTrusted = use_.accessibility.isProcessTrusted();
+  const bool isTrusted = use_.permissions.isProcessTrusted();
   const bool wasTrusted = state_ != State::untrusted;
   if (wasTrusted && !isTrusted) lose();
   if (!wasTrusted && isTrusted) regain();
@@ -169,15 +169,16 @@ void EventTapKeeper::putOnProbation() {
 void EventTapKeeper::showAlert() {
   use_.mainRunLoop.perform([this] {
     if (state_ != State::failing || std::exchange(hasShownAlert_, true)) return;
+    const auto& settings = settingsOf(use_.permissions.missing());
     use_.alerts.runModal(
         {.messageText = "Keyrow could not start keyboard monitoring",
          .informativeText =
              "Keyrow may still be missing Input Monitoring, or macOS may not have applied its "
              "permissions yet. Try reopening Keyrow, or remove and re-add Keyrow in System "
              "Settings > Privacy & Security > Accessibility and Input Monitoring.",
-         .buttons = {"Open Accessibility Settings", "OK"}},
-        [this](int response) {
-          if (response == alertFirstButtonReturn) openAccessibilitySettings(use_.workspace);
+         .buttons = {settings.alertButtonTitle, "OK"}},
+        [this, &settings](int response) {
+          if (response == alertFirstButtonReturn) openPermissionSettings(settings, use_.workspace);
         });
   });
 }

@@ -3,10 +3,11 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "input/KeyboardEventTapController.h"
-#include "platform/Accessibility.h"
+#include "input/Permissions.h"
 #include "platform/Alerts.h"
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/MainQueue.h"
@@ -16,6 +17,10 @@
 #include "platform/Workspace.h"
 
 namespace keyrow {
+
+/// Posted in the process when Keyrow has noticed that it got the Accessibility permission, or
+/// has lost it.
+inline constexpr std::string_view accessibilityTrustDidChange = "AccessibilityTrustDidChange";
 
 /// Decides when there is a keyboard event tap: when it is made, repaired, stopped, given a
 /// rest, and tried again. Others tell it what happened. Main thread only.
@@ -27,7 +32,7 @@ class EventTapKeeper {
   /// `inputLog` is the logger of the "input" category.
   struct Uses {
     KeyboardEventTapController& eventTapController;
-    Accessibility& accessibility;
+    Permissions& permissions;
     Alerts& alerts;
     DistributedNotificationCenter& distributedNotificationCenter;
     MainQueue& mainQueue;

@@ -14,6 +14,7 @@
 #include "input/KeySettings.h"
 #include "input/KeyboardEventTapController.h"
 #include "input/KeyboardSourceMonitor.h"
+#include "input/Permissions.h"
 #include "input/ShortcutCapture.h"
 #include "platform/Platform.h"
 #include "ui/AboutPane.h"
@@ -58,6 +59,7 @@ class Keyrow {
   const Registration activity_;
   DiagnosticsLog diagnosticsLog_;
   AppSettings settings_;
+  Permissions permissions_;
   StoredFnStates storedFnStates_;
   FnStateController fnStateController_;
   SettingsWindowController settingsWindowController_;

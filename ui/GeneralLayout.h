@@ -12,6 +12,8 @@ namespace keyrow {
 namespace generalLayout {
 
 inline constexpr std::string_view permissionButtonTitle = "Accessibility Permission";
+/// Where that is the one that is missing.
+inline constexpr std::string_view inputMonitoringButtonTitle = "Input Monitoring Permission";
 /// A help button (`NSBezelStyleHelpButton`) draws it by itself.
 inline constexpr std::string_view permissionHelpTitle = "?";
 inline constexpr std::string_view localShortcutTitle = "Frontmost App Override Shortcut";

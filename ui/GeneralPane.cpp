@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "ui/AccessibilitySettings.h"
 #include "ui/GeneralLayout.h"
+#include "ui/PermissionSettings.h"
 
 namespace keyrow {
 
@@ -24,11 +24,11 @@ void GeneralPane::viewDidLoad() {
   use_.view.setFnReplacementItems(fnReplacementItems());
   syncFnReplacementModifier();
   refreshShortcutTexts();
-  refreshPermissionIndicator();
-  axPermissionObserver_ = use_.notificationCenter.addObserver(
-      applicationDidBecomeActive, [this] { refreshPermissionIndicator(); });
-  trustObserver_ = use_.notificationCenter.addObserver(accessibilityTrustDidChange,
-                                                       [this] { refreshPermissionIndicator(); });
+  refreshPermission();
+  activationObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive,
+                                                            [this] { refreshPermission(); });
+  permissionObserver_ =
+      use_.notificationCenter.addObserver(permissionsWereLookedAt, [this] { refreshPermission(); });
 }
 
 void GeneralPane::toggle(Switch what, bool isOn) {
@@ -63,7 +63,11 @@ void GeneralPane::resetLocalShortcut() {
   refreshShortcutTexts();
 }
 
-void GeneralPane::openAccessibilityPermissions() { openAccessibilitySettings(use_.workspace); }
+void GeneralPane::openPermissions() {
+  const auto missing = use_.permissions.missing();
+  showPermission(missing);
+  openPermissionSettings(settingsOf(missing), use_.workspace);
+}
 
 void GeneralPane::showAXPermissionHelp() {
   if (use_.view.isPermissionPopoverShown()) {
@@ -107,15 +111,22 @@ void GeneralPane::refreshShortcutTexts() {
   }
 }
 
-void GeneralPane::refreshPermissionIndicator() {
-  if (use_.accessibility.isProcessTrusted()) {
-    use_.view.setPermissionIndicator(
-        PermissionColor::green,
-        "Accessibility permission granted. Input Monitoring is managed separately.");
-  } else {
-    use_.view.setPermissionIndicator(
-        PermissionColor::red,
-        "Accessibility permission not granted. Input Monitoring may also be required.");
+void GeneralPane::refreshPermission() { showPermission(use_.permissions.missing()); }
+
+void GeneralPane::showPermission(MissingPermission missing) {
+  const auto title = settingsOf(missing).buttonTitle;
+  switch (missing) {
+    case MissingPermission::none:
+      return use_.view.setPermission(
+          title, PermissionColor::green,
+          "Accessibility permission granted. Input Monitoring is managed separately.");
+    case MissingPermission::accessibility:
+      return use_.view.setPermission(
+          title, PermissionColor::red,
+          "Accessibility permission not granted. Input Monitoring may also be required.");
+    case MissingPermission::inputMonitoring:
+      return use_.view.setPermission(title, PermissionColor::red,
+                                     "Input Monitoring permission not granted.");
   }
 }
 

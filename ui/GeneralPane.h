@@ -3,8 +3,8 @@
 #include <optional>
 
 #include "core/AppSettings.h"
+#include "input/Permissions.h"
 #include "input/ShortcutCapture.h"
-#include "platform/Accessibility.h"
 #include "platform/Alerts.h"
 #include "platform/Application.h"
 #include "platform/EventMonitors.h"
@@ -23,7 +23,7 @@ class GeneralPane final : public GeneralActions {
     GeneralView& view;
     AppSettings& settings;
     Switches& switches;
-    Accessibility& accessibility;
+    Permissions& permissions;
     Alerts& alerts;
     Application& application;
     EventMonitors& eventMonitors;
@@ -34,7 +34,7 @@ class GeneralPane final : public GeneralActions {
 
   explicit GeneralPane(const Uses& uses) : use_{uses} {}
 
-  /// Shows the state of everything, and follows the permission from now on.
+  /// Shows the state of everything, and follows the permissions from now on.
   void viewDidLoad() override;
 
   void viewWillDisappear() override { stopLocalShortcutCapture(); }
@@ -44,20 +44,21 @@ class GeneralPane final : public GeneralActions {
   void changeFnReplacementModifier(const std::optional<PropertyValue>& representedObject) override;
   void toggleLocalShortcutCapture() override;
   void resetLocalShortcut() override;
-  void openAccessibilityPermissions() override;
+  void openPermissions() override;
   void showAXPermissionHelp() override;
   void quitApp() override;
 
  private:
   void syncFnReplacementModifier();
   void refreshShortcutTexts();
-  void refreshPermissionIndicator();
+  void refreshPermission();
+  void showPermission(MissingPermission missing);
   bool captureShortcut(const KeyDown& key);
   void stopLocalShortcutCapture();
 
   const Uses use_;
-  ObserverToken axPermissionObserver_;
-  ObserverToken trustObserver_;
+  ObserverToken activationObserver_;
+  ObserverToken permissionObserver_;
   /// Present only while capturing.
   Registration shortcutCaptureMonitor_;
 };

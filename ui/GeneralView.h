@@ -12,7 +12,7 @@
 
 namespace keyrow {
 
-/// The colour of the dot that tells about the Accessibility permission.
+/// The colour of the dot that tells whether a permission is missing.
 enum class PermissionColor {
   /// `systemGreenColor`.
   green,
@@ -37,7 +37,8 @@ class GeneralActions : public PaneActions {
   virtual void toggleLocalShortcutCapture() = 0;
   virtual void resetLocalShortcut() = 0;
 
-  virtual void openAccessibilityPermissions() = 0;
+  /// The button that leads to the permission.
+  virtual void openPermissions() = 0;
   virtual void showAXPermissionHelp() = 0;
   virtual void quitApp() = 0;
 
@@ -58,7 +59,9 @@ class GeneralView : public PaneView<GeneralActions> {
   virtual void setResetLocalShortcutEnabled(bool enabled) = 0;
   virtual void setLocalShortcutHint(std::string_view text) = 0;
 
-  virtual void setPermissionIndicator(PermissionColor color, std::string_view toolTip) = 0;
+  /// The title of the button, and the colour and the tool tip of the dot beside it.
+  virtual void setPermission(std::string_view buttonTitle, PermissionColor color,
+                             std::string_view toolTip) = 0;
 
   virtual bool isPermissionPopoverShown() = 0;
   /// Shows the popover at the help button's max-Y edge; it is made at the first time.

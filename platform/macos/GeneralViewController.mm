@@ -84,7 +84,7 @@ void keepSize(NSView* label, NSView* beside) {
 }
 
 - (void)makeControls {
-  _axPermissionButton = makePushButton(layout::permissionButtonTitle);
+  _axPermissionButton = makePushButton({});
   _axPermissionIndicatorView = [[NSView alloc] init];
   _axPermissionIndicatorView.wantsLayer = YES;
   _axPermissionIndicatorView.layer.cornerRadius = layout::permissionIndicatorCornerRadius;
@@ -217,7 +217,7 @@ void keepSize(NSView* label, NSView* beside) {
   if (!control) return;
   switch (*control) {
     case Control::permissionStack:
-      controls.push_back({ _axPermissionButton, @selector(openAccessibilityPermissions:) });
+      controls.push_back({ _axPermissionButton, @selector(openPermissions:) });
       controls.push_back({ _axPermissionHelpButton, @selector(showAXPermissionHelp:) });
       break;
     case Control::localShortcut:
@@ -267,8 +267,8 @@ void keepSize(NSView* label, NSView* beside) {
   return _axPermissionPopover;
 }
 
-- (void)openAccessibilityPermissions:(id)sender {
-  _actions->openAccessibilityPermissions();
+- (void)openPermissions:(id)sender {
+  _actions->openPermissions();
 }
 
 - (void)showAXPermissionHelp:(id)sender {

@@ -15,7 +15,8 @@ class MacGeneralView final : public GeneralView {
   void setLocalShortcutTitle(std::string_view title) override;
   void setResetLocalShortcutEnabled(bool enabled) override;
   void setLocalShortcutHint(std::string_view text) override;
-  void setPermissionIndicator(PermissionColor color, std::string_view toolTip) override;
+  void setPermission(std::string_view buttonTitle, PermissionColor color,
+                     std::string_view toolTip) override;
   bool isPermissionPopoverShown() override;
   void showPermissionPopover() override;
   void closePermissionPopover() override;

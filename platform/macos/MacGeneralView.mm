@@ -53,7 +53,9 @@ void MacGeneralView::setLocalShortcutHint(std::string_view text) {
   controller_.localShortcutHintLabel.stringValue = nsString(text);
 }
 
-void MacGeneralView::setPermissionIndicator(PermissionColor color, std::string_view toolTip) {
+void MacGeneralView::setPermission(std::string_view buttonTitle, PermissionColor color,
+                                   std::string_view toolTip) {
+  controller_.axPermissionButton.title = nsString(buttonTitle);
   NSView* const indicator = controller_.axPermissionIndicatorView;
   NSColor* const fill =
       color == PermissionColor::green ? NSColor.systemGreenColor : NSColor.systemRedColor;

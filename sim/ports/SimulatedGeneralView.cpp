@@ -41,8 +41,7 @@ std::vector<SimulatedGeneralView::Clickable> SimulatedGeneralView::clickables() 
     if (!control) continue;
     switch (*control) {
       case layout::Control::permissionStack:
-        result.push_back(clickable(layout::permissionButtonTitle,
-                                   &GeneralActions::openAccessibilityPermissions));
+        result.push_back(clickable(permissionButtonTitle, &GeneralActions::openPermissions));
         result.push_back(
             clickable(layout::permissionHelpTitle, &GeneralActions::showAXPermissionHelp));
         break;

@@ -21,7 +21,9 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
   void setLocalShortcutTitle(std::string_view title) override { localShortcutTitle = title; }
   void setResetLocalShortcutEnabled(bool enabled) override { isResetEnabled = enabled; }
   void setLocalShortcutHint(std::string_view text) override { localShortcutHint = text; }
-  void setPermissionIndicator(PermissionColor color, std::string_view toolTip) override {
+  void setPermission(std::string_view buttonTitle, PermissionColor color,
+                     std::string_view toolTip) override {
+    permissionButtonTitle = buttonTitle;
     permissionColor = color;
     permissionToolTip = toolTip;
   }
@@ -43,6 +45,7 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
   std::string localShortcutTitle;
   bool isResetEnabled = true;
   std::string localShortcutHint;
+  std::string permissionButtonTitle;
   PermissionColor permissionColor = PermissionColor::red;
   std::string permissionToolTip;
   bool isPopoverShown = false;

@@ -87,7 +87,7 @@ std::string draw(const SimulatedGeneralView& general, generalLayout::Control con
   const bool isGreen = general.permissionColor == PermissionColor::green;
   switch (control) {
     case permissionStack:
-      return "  " + button(layout::permissionButtonTitle) + (isGreen ? " green" : " red") +
+      return "  " + button(general.permissionButtonTitle) + (isGreen ? " green" : " red") +
              " dot " + button(layout::permissionHelpTitle) + '\n' +
              hint(general.permissionToolTip) +
              (general.isPopoverShown ? hint(layout::popoverText) : std::string{});

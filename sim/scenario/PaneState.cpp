@@ -14,6 +14,7 @@ std::vector<std::pair<std::string, std::string>> paneState(SimulatedPlatform& pl
   }
   std::vector<std::pair<std::string, std::string>> state{
       {"permission", general.permissionColor == PermissionColor::green ? "green" : "red"},
+      {"permission-button", general.permissionButtonTitle},
       {"permission-tip", general.permissionToolTip},
       {"permission-help", general.isPopoverShown ? "shown" : "closed"},
       {"shortcut", general.localShortcutTitle},

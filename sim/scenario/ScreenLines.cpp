@@ -320,9 +320,9 @@ constexpr std::array<ExpectationWord, 5> expectations{{
      "What the user saw on the screen: a window, an alert, a prompt, a page that was opened.",
      "expect screen \"settings window, General\"", expectScreen},
     {"pane", "expect pane NAME \"STATE\"",
-     "What the settings window shows: permission, permission-tip, permission-help, login-item, "
-     "caps-lock-indicator, external-keys, shortcut, reset, shortcut-hint, replacement, "
-     "replacement-hint; version, diagnostics, auto-update.",
+     "What the settings window shows: permission, permission-button, permission-tip, "
+     "permission-help, login-item, caps-lock-indicator, external-keys, shortcut, reset, "
+     "shortcut-hint, replacement, replacement-hint; version, diagnostics, auto-update.",
      "expect pane shortcut \"Fn + `\"", expectPane},
 }};
 
