@@ -43,16 +43,20 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           std::string{"observe "} + takeover, "list running applications", "create status item",
           // The mode, for the item.
           "find-service", "read-service-property", "create settings window",
-          // Its first pane shows the permission, and follows it.
-          "is process trusted", "observe NSApplicationDidBecomeActiveNotification",
-          "observe AccessibilityTrustDidChange", "start updater",
+          // Its first pane shows the permissions, and follows every look at one.
+          "is process trusted", "check input monitoring",
+          "observe NSApplicationDidBecomeActiveNotification", "observe PermissionsWereLookedAt",
+          "start updater",
           // An override whose application is not installed.
           "find-application",
           // Whether anything has to be asked, and whether a manager may be opened.
-          "check input monitoring", "check input monitoring", "open-hid-manager",
+          "check input monitoring", "is process trusted", "check input monitoring",
+          "check input monitoring", "is process trusted", "check input monitoring",
+          "open-hid-manager",
           // The prompt, then the tap.
-          "is process trusted", "write-defaults", "observe com.apple.accessibility.api",
-          "is process trusted", "create-event-tap", "create-run-loop-source",
+          "is process trusted", "is process trusted", "check input monitoring", "write-defaults",
+          "observe com.apple.accessibility.api", "is process trusted", "is process trusted",
+          "check input monitoring", "create-event-tap", "create-run-loop-source",
           "start thread app.keyrow.Keyrow.KeyboardEventTap", "enable-event-tap",
           "observe activation", "observe wake", "observe sleep", "observe session leaving",
           "observe session coming", "observe CapsLockIndicatorSettingDidChange",
@@ -68,9 +72,10 @@ TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
   process->launch();
   EXPECT_THAT(
       between(mac.trace.take(), "open-hid-manager", "observe activation"),
-      ElementsAre("is process trusted", "activate all windows", "activate",
-                  "bring settings window to the front", "prompt for trust", "write-defaults",
-                  "observe com.apple.accessibility.api", "is process trusted"));
+      ElementsAre("is process trusted", "is process trusted", "activate all windows",
+                  "activate", "bring settings window to the front",
+                  "prompt for trust", "write-defaults", "observe com.apple.accessibility.api",
+                  "is process trusted", "is process trusted"));
 }
 
 TEST_F(AppDelegateOrderTest, TakesOverBeforeItShowsAnything) {

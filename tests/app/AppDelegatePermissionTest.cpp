@@ -87,10 +87,14 @@ TEST_F(AppDelegatePermissionTest, ATapThatRunsIsNotStartedAgain) {
   process->launch();
   mac.trace.start();
   becomeActive();
-  // The settings window looks at the permission, and so does who keeps the tap; the monitors
-  // look at theirs.
-  EXPECT_THAT(mac.trace.take(), ElementsAre("is process trusted", "is process trusted",
-                                            "check input monitoring", "check input monitoring"));
+  // The settings window looks at the permissions, then who keeps the tap, and then the monitors;
+  // each time the window looks as well.
+  EXPECT_THAT(
+      mac.trace.take(),
+      ElementsAre("is process trusted", "check input monitoring",                            //
+                  "is process trusted", "is process trusted", "check input monitoring",      //
+                  "check input monitoring", "is process trusted", "check input monitoring",  //
+                  "check input monitoring", "is process trusted", "check input monitoring"));
 }
 
 TEST_F(AppDelegatePermissionTest, ARefusedTapAlertsOnceUntilItHasWorked) {

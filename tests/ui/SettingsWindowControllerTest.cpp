@@ -41,9 +41,9 @@ TEST_F(SettingsWindowControllerTest, ComesForwardNowAndOnceMoreFromTheMainQueue)
                                          "bring settings window to the front"};
   EXPECT_EQ(mac.trace.take(), forward);
   mac.scheduler.runReady();
-  // Active now, the pane looks at the permission.
-  EXPECT_THAT(mac.trace.take(),
-              ElementsAre("is process trusted", forward[0], forward[1], forward[2]));
+  // Active now, the pane looks at the permissions.
+  EXPECT_THAT(mac.trace.take(), ElementsAre("is process trusted", "check input monitoring",
+                                            forward[0], forward[1], forward[2]));
   mac.scheduler.advance(std::chrono::hours{1});
   EXPECT_THAT(mac.trace.take(), ElementsAre());
 }

@@ -10,6 +10,7 @@
 #include "platform/Alerts.h"
 #include "platform/Application.h"
 #include "platform/Files.h"
+#include "platform/InputMonitoring.h"
 #include "platform/LoginItem.h"
 #include "platform/MailComposer.h"
 #include "platform/UpdateFramework.h"
@@ -57,6 +58,14 @@ class FakeFiles final : public Files {
   }
 
   std::map<std::string, std::string> files;
+};
+
+class FakeInputMonitoring final : public InputMonitoring {
+ public:
+  InputMonitoringAccess access() override { return answer; }
+  Registration requestAccess(std::function<void()>) override { return {}; }
+
+  InputMonitoringAccess answer = InputMonitoringAccess::granted;
 };
 
 class FakeLoginItem final : public LoginItem {

@@ -103,6 +103,14 @@ TEST_F(GeneralPaneTest, FollowsThePermissionWheneverItIsActivated) {
   EXPECT_TRUE(isIndicator(NSColor.systemGreenColor));
   EXPECT_EQ(utf8Text(pane().axPermissionIndicatorView.toolTip),
             "Accessibility permission granted. Input Monitoring is managed separately.");
+  keyrow.inputMonitoring.answer = InputMonitoringAccess::denied;
+  makeNotificationCenter()->post(applicationDidBecomeActive);
+  EXPECT_TRUE(isIndicator(NSColor.systemRedColor));
+  EXPECT_EQ(utf8Text(pane().axPermissionIndicatorView.toolTip),
+            "Input Monitoring permission not granted.");
+  EXPECT_EQ(titleOf(pane().axPermissionButton), layout::inputMonitoringButtonTitle);
+  [pane().axPermissionButton performClick:nil];
+  EXPECT_TRUE(keyrow.workspace.openedURLs.back().ends_with("Privacy_ListenEvent"));
 }
 
 TEST_F(GeneralPaneTest, EveryCheckboxSetsItsOwnSwitch) {

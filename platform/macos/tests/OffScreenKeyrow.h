@@ -21,6 +21,7 @@ class OffScreenKeyrow {
   FakeAlerts alerts;
   FakeApplication application;
   FakeFiles files;
+  FakeInputMonitoring inputMonitoring;
   FakeLoginItem loginItem;
   FakeMailComposer mailComposer;
   FakeUpdateFramework updateFramework;

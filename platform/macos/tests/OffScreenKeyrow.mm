@@ -31,7 +31,7 @@ Platform OffScreenKeyrow::platform() {
           .globalPreferences = real.globalPreferences,
           .hidManagers = real.hidManagers,
           .hidSystem = real.hidSystem,
-          .inputMonitoring = real.inputMonitoring,
+          .inputMonitoring = inputMonitoring,
           .loginItem = loginItem,
           .mailComposer = mailComposer,
           .mainQueue = real.mainQueue,
