@@ -176,7 +176,8 @@ void EventTapKeeper::showAlert() {
              "Keyrow may still be missing Input Monitoring, or macOS may not have applied its "
              "permissions yet. Try reopening Keyrow, or remove and re-add Keyrow in System "
              "Settings > Privacy & Security > Accessibility and Input Monitoring.",
-         .buttons = {settings.alertButtonTitle, "OK"}},
+         .buttons = {settings.alertButtonTitle, "OK"},
+         .preventsTermination = false},
         [this, &settings](int response) {
           if (response == alertFirstButtonReturn) openPermissionSettings(settings, use_.workspace);
         });

@@ -14,6 +14,10 @@ struct Alert {
   std::string_view informativeText;
   /// From the first, which is the default, on.
   std::vector<std::string_view> buttons;
+  /// Whether the application cannot be terminated before it is answered: neither by the user, nor
+  /// for a log-out, nor by a newer instance (`preventsApplicationTerminationWhenModal`). macOS
+  /// wants it so where nobody says otherwise.
+  bool preventsTermination = true;
 };
 
 /// What `Alerts::runModal` tells for the first button (`NSAlertFirstButtonReturn`); the
@@ -26,9 +30,8 @@ class Alerts : public Port {
   /// Shows the alert, waits for the user, and tells `answered` the modal response. Call it
   /// last: a Mac comes back when the user has answered, the simulated one at once.
   ///
-  /// Meanwhile the main run loop goes on, and the application may be terminated
-  /// (`preventsApplicationTerminationWhenModal`). The main queue goes on, too, unless this is
-  /// called from one of its blocks: start it from `MainRunLoop::perform` then.
+  /// Meanwhile the main run loop goes on. The main queue goes on, too, unless this is called from
+  /// one of its blocks: start it from `MainRunLoop::perform` then.
   virtual void runModal(const Alert& alert, std::function<void(int response)> answered) = 0;
 
   /// The system's beep (`NSBeep`).

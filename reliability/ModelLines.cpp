@@ -76,6 +76,7 @@ struct Happening {
   Meaning operator()(const sim::Launch&) const { return applied; }
   Meaning operator()(const sim::Reopen&) const { return nothing; }
   Meaning operator()(const sim::Quit&) const { return nothing; }
+  Meaning operator()(const sim::LogOut&) const { return nothing; }
   Meaning operator()(const sim::Kill&) const { return nothing; }
   Meaning operator()(const sim::HangUp&) const { return nothing; }
   Meaning operator()(const sim::Resume&) const { return nothing; }

@@ -23,7 +23,8 @@ void SparkleUpdater::checkForUpdates() {
   if (!hasFeed()) {
     use_.alerts.runModal({.messageText = "Sparkle feed not configured",
                           .informativeText = "Set SUFeedURL in Info.plist to enable updates.",
-                          .buttons = {"OK"}},
+                          .buttons = {"OK"},
+                          .preventsTermination = false},
                          [](int /*response*/) {});
     return;
   }

@@ -18,7 +18,7 @@ class MacAlerts final : public Alerts {
     panel.messageText = nsString(alert.messageText);
     panel.informativeText = nsString(alert.informativeText);
     for (const auto title : alert.buttons) [panel addButtonWithTitle:nsString(title)];
-    panel.window.preventsApplicationTerminationWhenModal = NO;
+    panel.window.preventsApplicationTerminationWhenModal = alert.preventsTermination;
     answered(static_cast<int>([panel runModal]));
   }
 

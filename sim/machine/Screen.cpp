@@ -15,6 +15,7 @@ void Screen::showAlert(OpenHandles::ProcessID owner, const Alert& alert,
   openAlerts_.push_back({.owner = owner,
                          .messageText = std::string{alert.messageText},
                          .buttons = {alert.buttons.begin(), alert.buttons.end()},
+                         .preventsTermination = alert.preventsTermination,
                          .answered = std::move(answered)});
   alertObservers_.notify();
 }
@@ -27,6 +28,12 @@ const OpenAlert* Screen::openAlertOf(OpenHandles::ProcessID owner) const {
   auto topmostFirst = openAlerts_ | std::views::reverse;
   const auto found = std::ranges::find(topmostFirst, owner, &OpenAlert::owner);
   return found == topmostFirst.end() ? nullptr : &*found;
+}
+
+bool Screen::preventsTermination(OpenHandles::ProcessID owner) const {
+  return std::ranges::any_of(openAlerts_, [owner](const OpenAlert& alert) {
+    return alert.owner == owner && alert.preventsTermination;
+  });
 }
 
 bool Screen::answerAlert(std::string_view button) {

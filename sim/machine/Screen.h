@@ -20,6 +20,7 @@ struct OpenAlert {
   OpenHandles::ProcessID owner;
   std::string messageText;
   std::vector<std::string> buttons;
+  bool preventsTermination;
   std::function<void(int response)> answered;
 };
 
@@ -37,6 +38,9 @@ class Screen {
   /// The topmost alert, or the topmost of a process; null where there is none.
   const OpenAlert* openAlert() const;
   const OpenAlert* openAlertOf(OpenHandles::ProcessID owner) const;
+
+  /// Whether an alert of a process keeps it from being terminated.
+  bool preventsTermination(OpenHandles::ProcessID owner) const;
 
   /// The user presses a button of the topmost alert, which is there. False when it has no such
   /// button.

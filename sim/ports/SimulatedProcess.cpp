@@ -39,7 +39,8 @@ bool SimulatedProcess::launch() {
 }
 
 void SimulatedProcess::terminate() {
-  if (hasEnded()) return;
+  // AppKit does not even ask the delegate then.
+  if (hasEnded() || context_.mac.screen.preventsTermination(processID())) return;
   contents_->keyrow.appDelegate().applicationWillTerminate();
   context_.mac.whenKeyrowQuits(user());
   note("quit");

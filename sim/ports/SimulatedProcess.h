@@ -49,7 +49,7 @@ class SimulatedProcess {
   /// instances, and did not live to see the end.
   bool launch();
 
-  /// Runs Keyrow's termination sequence and ends.
+  /// Runs Keyrow's termination sequence and ends, unless an alert is in the way.
   void terminate();
 
   /// The user quits it; it gets to that as soon as it answers.

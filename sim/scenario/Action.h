@@ -21,8 +21,8 @@ using Action = std::variant<
     WriteDefaults, ManageSetting, AddOverride, AttachKeyboard, Unplug, Press, HoldDown, Release,
     ChangeFlags, SwitchCapsLock, StampEvents, DisableTap, ClickItem, ClickControl, Choose,
     CloseMenu, CloseWindow, SelectTab, Answer, Wait, Sleep, Wake, SwitchUser, ChangePermission,
-    ForgetConsent, AnswerConsent, SwitchSecureInput, Launch, Reopen, Quit, Kill, HangUp, Resume,
-    PostTakeover, Fail, Repair, SetMailService, SwitchLoginItem, RequireApproval,
+    ForgetConsent, AnswerConsent, SwitchSecureInput, Launch, Reopen, Quit, LogOut, Kill, HangUp,
+    Resume, PostTakeover, Fail, Repair, SetMailService, SwitchLoginItem, RequireApproval,
     AllowNotifications, FindUpdate, AttendUpdate, FinishUpdate, OpenNotification, SetInfo>;
 
 /// Asks whether something holds, or has happened since the last line that is no expectation.

@@ -30,6 +30,17 @@ Outcome Quit::play(Stage& stage) const {
   });
 }
 
+Outcome LogOut::play(Stage& stage) const {
+  stage.askAllToQuit();
+  if (stage.process()) {
+    stage.mac.screen.note("Keyrow has interrupted the log-out");
+    return {};
+  }
+  stage.mac.screen.note("the user has logged out");
+  stage.mac.applications.activate(std::nullopt);
+  return {};
+}
+
 Outcome Kill::play(Stage& stage) const {
   return stage.tell(process, [](SimulatedProcess& keyrow) {
     keyrow.kill();
@@ -84,6 +95,8 @@ Action parseReopen(LineReader& line) { return Reopen{meantProcess(line)}; }
 
 Action parseQuit(LineReader& line) { return Quit{meantProcess(line)}; }
 
+Action parseLogOut(LineReader&) { return LogOut{}; }
+
 Action parseKill(LineReader& line) { return Kill{meantProcess(line)}; }
 
 Action parseResume(LineReader& line) { return Resume{meantProcess(line)}; }
@@ -127,7 +140,7 @@ Expectation expectLeaks(LineReader& line) {
   };
 }
 
-constexpr std::array<ActionWord, 7> actions{{
+constexpr std::array<ActionWord, 8> actions{{
     {"launch", "launch keyrow",
      "The user starts Keyrow. The first has the process identifier 501, the next 502, and so on. "
      "Where one runs already, another instance starts; all other lines mean the one that was "
@@ -136,6 +149,10 @@ constexpr std::array<ActionWord, 7> actions{{
     {"reopen", "reopen keyrow [PID]",
      "The user opens the running Keyrow, in Finder or in the Dock.", "reopen keyrow", parseReopen},
     {"quit", "quit keyrow [PID]", "The user quits Keyrow.", "quit keyrow 501", parseQuit},
+    {"log out", "log out",
+     "The user logs out: macOS asks all that runs in the session to quit, and gives up where one "
+     "does not.",
+     "log out", parseLogOut},
     {"kill", "kill keyrow [PID]", "Keyrow ends at once and without a word, as after kill -9.",
      "kill keyrow", parseKill},
     {"hang", "hang keyrow [PID] [unreachable|unstoppable]",

@@ -28,6 +28,11 @@ struct Quit {
   Outcome play(Stage& stage) const;
 };
 
+/// The user logs out.
+struct LogOut {
+  Outcome play(Stage& stage) const;
+};
+
 /// Keyrow ends at once and without a word.
 struct Kill {
   MeantProcess process;

@@ -40,6 +40,12 @@ int Stage::runningCount(const std::string& user) const {
   }));
 }
 
+void Stage::askAllToQuit() {
+  for (const auto& process : processes_) {
+    if (process->user() == mac.sessions.active()) process->quit();
+  }
+}
+
 std::string Stage::runningProcesses() const {
   std::string list;
   for (const auto& process : processes_) {

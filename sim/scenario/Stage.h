@@ -47,6 +47,9 @@ class Stage {
   int runningCount() const { return runningCount(mac.sessions.active()); }
   int runningCount(const std::string& user) const;
 
+  /// Asks every Keyrow in the session of the user who is there to quit.
+  void askAllToQuit();
+
   /// The process identifiers of those that run, in the order of their launch, or "none".
   std::string runningProcesses() const;
 

@@ -20,7 +20,8 @@ class MacAlertsTest : public ::testing::Test {
   const std::unique_ptr<Alerts> alerts = makeAlerts();
   const Alert alert{.messageText = "Naïve 😀?",
                     .informativeText = "More about it.",
-                    .buttons = {"First", "Second", "Third"}};
+                    .buttons = {"First", "Second", "Third"},
+                    .preventsTermination = false};
 
   /// Shows the alert, looks at its window, and clicks the button with this title; what the alert
   /// has told, an answer each.
@@ -81,6 +82,7 @@ TEST_F(MacAlertsTest, ShowsWhatItSaysAndHasItsFirstButtonForTheReturnKey) {
     EXPECT_TRUE(showsText(window.contentView, alert.messageText));
     EXPECT_TRUE(showsText(window.contentView, alert.informativeText));
     EXPECT_EQ(utf8Text(window.defaultButtonCell.title), "First");
+    EXPECT_FALSE(window.preventsApplicationTerminationWhenModal);
   });
   EXPECT_TRUE(hasLooked);
 }
