@@ -11,8 +11,10 @@ class Application : public Port {
   /// (`activateWithOptions:NSApplicationActivateAllWindows`).
   virtual void activateAllWindows() = 0;
 
-  /// Makes this the active application (`activate`).
-  virtual void activate() = 0;
+  /// Makes this the active application, whatever the one that is wants
+  /// (`activateIgnoringOtherApps:`). The `activate` of macOS 14 asks that one, and often does
+  /// nothing for an application without an icon in the Dock.
+  virtual void activateIgnoringOtherApps() = 0;
 
   /// Ends the application by way of its termination sequence (`terminate:`). On a Mac
   /// this does not return.

@@ -21,7 +21,7 @@ void SettingsWindowController::didSelectTabViewItem() {
 bool SettingsWindowController::bringForward() {
   if (!use_.view.hasWindow()) return false;
   use_.application.activateAllWindows();
-  use_.application.activate();
+  use_.application.activateIgnoringOtherApps();
   use_.view.bringToFront();
   return true;
 }

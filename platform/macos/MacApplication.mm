@@ -14,13 +14,7 @@ class MacApplication final : public Application {
     [NSRunningApplication.currentApplication activateWithOptions:NSApplicationActivateAllWindows];
   }
 
-  void activate() override {
-    if (@available(macOS 14, *)) {
-      [NSApp activate];
-    } else {
-      [NSApp activateIgnoringOtherApps:YES];
-    }
-  }
+  void activateIgnoringOtherApps() override { [NSApp activateIgnoringOtherApps:YES]; }
 
   void terminate() override { [NSApp terminate:nil]; }
 };

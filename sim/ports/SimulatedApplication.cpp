@@ -10,7 +10,7 @@ SimulatedApplication::SimulatedApplication(const ProcessContext& context,
       terminate_{std::move(terminate)},
       activations_{context.mac.applications.observeActivation([this] { noteActivation(); })} {}
 
-void SimulatedApplication::askToBecomeActive() {
+void SimulatedApplication::becomeActive() {
   // It takes the window server a moment.
   auto& mac = context_.mac;
   mac.scheduler.schedule(Scheduler::Duration{0}, [&mac, thread = context_.mainThread,

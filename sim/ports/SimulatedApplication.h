@@ -16,18 +16,17 @@ class SimulatedApplication final : public Application {
   SimulatedApplication(const ProcessContext& context, NotificationCenter& notificationCenter,
                        std::function<void()> terminate);
 
-  void activateAllWindows() override {
-    context_.mac.trace.add("activate all windows");
-    askToBecomeActive();
-  }
-  void activate() override {
-    context_.mac.trace.add("activate");
-    askToBecomeActive();
+  /// Whether that makes an application active that has no icon in the Dock is up to the one that
+  /// is. It does not here.
+  void activateAllWindows() override { context_.mac.trace.add("activate all windows"); }
+  void activateIgnoringOtherApps() override {
+    context_.mac.trace.add("activate ignoring other apps");
+    becomeActive();
   }
   void terminate() override { terminate_(); }
 
  private:
-  void askToBecomeActive();
+  void becomeActive();
   void noteActivation();
 
   const ProcessContext& context_;

@@ -73,7 +73,7 @@ TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
   EXPECT_THAT(
       between(mac.trace.take(), "open-hid-manager", "observe activation"),
       ElementsAre("is process trusted", "is process trusted", "activate all windows",
-                  "activate", "bring settings window to the front",
+                  "activate ignoring other apps", "bring settings window to the front",
                   "prompt for trust", "write-defaults", "observe com.apple.accessibility.api",
                   "is process trusted", "is process trusted"));
 }

@@ -37,7 +37,7 @@ TEST_F(SettingsWindowControllerTest, ShowingManyTimesMakesNoSecondWindow) {
 TEST_F(SettingsWindowControllerTest, ComesForwardNowAndOnceMoreFromTheMainQueue) {
   mac.trace.start();
   controller().show();
-  const std::vector<std::string> forward{"activate all windows", "activate",
+  const std::vector<std::string> forward{"activate all windows", "activate ignoring other apps",
                                          "bring settings window to the front"};
   EXPECT_EQ(mac.trace.take(), forward);
   mac.scheduler.runReady();

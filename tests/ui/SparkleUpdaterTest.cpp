@@ -78,8 +78,8 @@ TEST_F(SparkleUpdaterTest, AResponseToTheReminderShowsTheSettingsChecksAndComple
   updater().didReceiveNotificationResponse(reminder, [this] { mac.trace.add("completed"); });
   EXPECT_THAT(mac.trace.take(),
               ElementsAre("remove pending notification", "remove delivered notification",
-                          "activate all windows", "activate", "bring settings window to the front",
-                          "check for updates", "completed"));
+                          "activate all windows", "activate ignoring other apps",
+                          "bring settings window to the front", "check for updates", "completed"));
 }
 
 TEST_F(SparkleUpdaterTest, AResponseToAnotherNotificationOnlyCompletes) {

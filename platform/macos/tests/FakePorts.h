@@ -43,7 +43,7 @@ class FakeAlerts final : public Alerts {
 class FakeApplication final : public Application {
  public:
   void activateAllWindows() override {}
-  void activate() override {}
+  void activateIgnoringOtherApps() override {}
   void terminate() override { ++terminations; }
 
   int terminations = 0;
