@@ -10,6 +10,9 @@ namespace keyrow {
 /// Main thread only.
 class UpdateFrameworkDelegate {
  public:
+  /// Whether Sparkle may ask the user whether to check by itself
+  /// (`updaterShouldPromptForPermissionToCheckForUpdates:`).
+  virtual bool shouldPromptForPermissionToCheck() = 0;
   virtual void willScheduleUpdateCheck() = 0;
   virtual bool supportsGentleScheduledUpdateReminders() const = 0;
   virtual bool shouldHandleShowingScheduledUpdate(bool inImmediateFocus) const = 0;

@@ -45,6 +45,8 @@ class SparkleUpdater final : public UpdateFrameworkDelegate, public UserNotifica
   /// Takes the reminder back, pending or delivered.
   void removeUpdateReminder();
 
+  /// There is nothing to ask where there is nothing to check.
+  bool shouldPromptForPermissionToCheck() override { return hasFeed(); }
   void willScheduleUpdateCheck() override;
   bool supportsGentleScheduledUpdateReminders() const override { return true; }
   bool shouldHandleShowingScheduledUpdate(bool inImmediateFocus) const override {

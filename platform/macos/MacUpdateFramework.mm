@@ -15,6 +15,10 @@
   return self;
 }
 
+- (BOOL)updaterShouldPromptForPermissionToCheckForUpdates:(SPUUpdater*)updater {
+  return _delegate->shouldPromptForPermissionToCheck();
+}
+
 - (void)updater:(SPUUpdater*)updater willScheduleUpdateCheckAfterDelay:(NSTimeInterval)delay {
   _delegate->willScheduleUpdateCheck();
 }

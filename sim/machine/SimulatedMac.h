@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -83,6 +84,9 @@ class SimulatedMac {
   PropertyDictionary infoDictionary{{"CFBundleShortVersionString", KEYROW_VERSION},
                                     {"CFBundleVersion", "1"},
                                     {"SUFeedURL", "https://keyrow.example/appcast.xml"}};
+
+  /// For whom Sparkle has been started before, by the domain of the settings.
+  std::set<std::string> sparkleStarts;
 
   LoginItemStatus loginItemStatus = LoginItemStatus::notRegistered;
   /// Whether the user has to approve a login item before it counts.

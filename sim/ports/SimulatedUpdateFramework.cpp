@@ -8,8 +8,21 @@ void SimulatedUpdateFramework::start(UpdateFrameworkDelegate& delegate) {
   context_.mac.trace.add("start updater");
   delegate_ = &delegate;
   context_.mac.scheduler.schedule(Scheduler::Duration{0}, [this, thread = context_.mainThread] {
-    thread->deliver([this] { delegate_->willScheduleUpdateCheck(); });
+    thread->deliver([this] {
+      askForPermission();
+      delegate_->willScheduleUpdateCheck();
+    });
   });
+}
+
+/// Where nobody has said whether it may check by itself, Sparkle asks at the second launch, and at
+/// each that follows until it has an answer.
+void SimulatedUpdateFramework::askForPermission() {
+  if (context_.mac.defaults.value(domain(), settingsKey::SUEnableAutomaticChecks)) return;
+  const bool isFirst = context_.mac.sparkleStarts.insert(domain()).second;
+  if (isFirst) return;
+  if (!delegate_->shouldPromptForPermissionToCheck()) return;
+  context_.mac.screen.note("Sparkle asks whether it may check for updates by itself");
 }
 
 void SimulatedUpdateFramework::checkForUpdates() {
@@ -18,14 +31,12 @@ void SimulatedUpdateFramework::checkForUpdates() {
 }
 
 bool SimulatedUpdateFramework::automaticallyChecksForUpdates() {
-  const auto stored = context_.mac.defaults.value(context_.bundleIdentifier.value_or(""),
-                                                  settingsKey::SUEnableAutomaticChecks);
+  const auto stored = context_.mac.defaults.value(domain(), settingsKey::SUEnableAutomaticChecks);
   return !stored || stored->boolValue().value_or(true);
 }
 
 void SimulatedUpdateFramework::setAutomaticallyChecksForUpdates(bool checks) {
-  context_.mac.defaults.setValue(context_.bundleIdentifier.value_or(""),
-                                 settingsKey::SUEnableAutomaticChecks, checks);
+  context_.mac.defaults.setValue(domain(), settingsKey::SUEnableAutomaticChecks, checks);
 }
 
 void SimulatedUpdateFramework::findUpdate(const std::string& version, bool inImmediateFocus) {

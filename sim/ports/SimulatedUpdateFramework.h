@@ -27,6 +27,12 @@ class SimulatedUpdateFramework final : public UpdateFramework {
   void finishSession();
 
  private:
+  void askForPermission();
+  /// Of the user in whose session it runs.
+  std::string domain() const {
+    return Sessions::domain(context_.user, context_.bundleIdentifier.value_or(""));
+  }
+
   const ProcessContext& context_;
   UpdateFrameworkDelegate* delegate_ = nullptr;
 };

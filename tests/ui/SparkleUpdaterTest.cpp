@@ -94,6 +94,7 @@ TEST_F(SparkleUpdaterTest, WithoutAUsableFeedAnAlertSaysSo) {
     mac.infoDictionary.erase("SUFeedURL");
     if (feed) mac.infoDictionary.emplace("SUFeedURL", *feed);
     const auto before = mac.screen.alerts().size();
+    EXPECT_FALSE(updater().shouldPromptForPermissionToCheck());
     mac.trace.start();
     updater().checkForUpdates();
     EXPECT_EQ(mac.screen.alerts().size(), before + 1);

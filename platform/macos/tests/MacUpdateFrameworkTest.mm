@@ -31,6 +31,7 @@ class SparkleDelegateTest : public ::testing::Test, public UpdateFrameworkDelega
   bool answer = false;
   std::vector<std::string> told;
 
+  bool shouldPromptForPermissionToCheck() override { return answer; }
   void willScheduleUpdateCheck() override { told.emplace_back("schedule"); }
   bool supportsGentleScheduledUpdateReminders() const override { return answer; }
   bool shouldHandleShowingScheduledUpdate(bool inImmediateFocus) const override {
@@ -70,6 +71,8 @@ TEST_F(SparkleDelegateTest, HandsOnHowAnUpdateIsShown) {
 TEST_F(SparkleDelegateTest, HandsBackWhatKeyrowAnswers) {
   for (const bool answered : {true, false}) {
     answer = answered;
+    SPUUpdater* const updater = (SPUUpdater*)(id)fakeUpdate;
+    EXPECT_EQ([delegate updaterShouldPromptForPermissionToCheckForUpdates:updater], answered);
     EXPECT_EQ(delegate.supportsGentleScheduledUpdateReminders, answered);
     EXPECT_EQ([delegate standardUserDriverShouldHandleShowingScheduledUpdate:update
                                                          andInImmediateFocus:YES],
@@ -84,6 +87,7 @@ TEST_F(SparkleDelegateTest, HandsBackWhatKeyrowAnswers) {
 /// of again.
 TEST_F(SparkleDelegateTest, HasWhatSparkleAsksFor) {
   for (NSString* name in @[
+         @"updaterShouldPromptForPermissionToCheckForUpdates:",
          @"updater:willScheduleUpdateCheckAfterDelay:", @"supportsGentleScheduledUpdateReminders",
          @"standardUserDriverShouldHandleShowingScheduledUpdate:andInImmediateFocus:",
          @"standardUserDriverWillHandleShowingUpdate:forUpdate:state:",
