@@ -110,9 +110,9 @@ const TranslatedAction* ExternalKeyboardFunctionRowMapper::action(std::uint16_t 
   return key && key->action ? &*key->action : nullptr;
 }
 
-std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate(
+std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::decide(
     std::uint32_t eventType, const KeyEvent& event, const KeyboardDeviceSource* source,
-    const KeySettings::Values& settings) {
+    const KeySettings::Values& settings, std::optional<FnState> mode) {
   const auto* key = findTopRowKey(event.keyCode);
   if (!key) return std::nullopt;
 
@@ -132,12 +132,22 @@ std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate
   if (!key->action) return pass(TranslationReason::noPublicMediaMapping);
 
   evaluation.action = &*key->action;
-  const auto mode = use_.fnStateController.readFnState();
   if (!mode) return pass(TranslationReason::fnStateUnavailable);
   if (*mode == FnState::standard) return pass(TranslationReason::passthrough);
   evaluation.shouldTranslate = true;
   evaluation.why = TranslationReason::translate;
   return evaluation;
+}
+
+std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate(
+    std::uint32_t eventType, const KeyEvent& event, const KeyboardDeviceSource* source,
+    const KeySettings::Values& settings) {
+  const auto withoutMode = decide(eventType, event, source, settings, std::nullopt);
+  if (!withoutMode || withoutMode->why != TranslationReason::fnStateUnavailable) {
+    return withoutMode;
+  }
+  const auto mode = use_.fnStateController.readFnState();
+  return mode ? decide(eventType, event, source, settings, *mode) : withoutMode;
 }
 
 bool ExternalKeyboardFunctionRowMapper::translateIfNeeded(std::uint32_t eventType,

@@ -74,8 +74,15 @@ class ExternalKeyboardFunctionRowMapper {
   /// need no keyboard, and need not be evaluated.
   static bool isConcernedWith(std::uint16_t keyCode, const KeySettings::Values& settings);
 
-  /// Decides about one event; absent for a key that is not in the top row. A null source
-  /// stands for a keyboard that cannot be told.
+  /// What comes of one event in this mode, and of nothing else: absent for a key that is not in
+  /// the top row. A null source stands for a keyboard that cannot be told, an absent mode for one
+  /// that cannot be read.
+  static std::optional<TranslationEvaluation> decide(std::uint32_t eventType, const KeyEvent& event,
+                                                     const KeyboardDeviceSource* source,
+                                                     const KeySettings::Values& settings,
+                                                     std::optional<FnState> mode);
+
+  /// The same in the mode that the hardware holds, which is read only where it matters.
   std::optional<TranslationEvaluation> evaluate(std::uint32_t eventType, const KeyEvent& event,
                                                 const KeyboardDeviceSource* source,
                                                 const KeySettings::Values& settings);

@@ -37,22 +37,6 @@ std::optional<std::uint32_t> uint32Property(HidDevice& device, std::string_view 
   return integer ? std::optional{static_cast<std::uint32_t>(*integer)} : std::nullopt;
 }
 
-/// Asks the device for each property: `kIOHIDBuiltInKey` and the others of IOHIDKeys.h.
-KeyboardDeviceSource readSource(HidDevice& device, std::optional<std::uint64_t> registryID,
-                                Text& text) {
-  KeyboardDeviceSource source;
-  source.registryID = registryID;
-  source.isBuiltIn = boolProperty(device, "Built-In");
-  source.vendorID = uint32Property(device, "VendorID");
-  source.transport = stringProperty(device, "Transport");
-  source.manufacturer = stringProperty(device, "Manufacturer");
-  source.product = stringProperty(device, "Product");
-  source.locationID = uint32Property(device, "LocationID");
-  source.kind = keyboardDeviceKind(source.isBuiltIn, source.transport);
-  source.mediaTranslationEligible = source.isMediaTranslationEligible(text);
-  return source;
-}
-
 std::uint64_t distance(std::uint64_t a, std::uint64_t b) { return a > b ? a - b : b - a; }
 
 }  // namespace
@@ -151,6 +135,23 @@ void KeyboardSourceMonitor::handleInputValue(const HidInputValue& value) {
   isInOrder_ =
       isInOrder_ && (recentSamples_.empty() || recentSamples_.back().timestamp <= value.timestamp);
   recentSamples_.push_back({value.timestamp, std::move(source)});
+}
+
+// `kIOHIDBuiltInKey` and the others of IOHIDKeys.h.
+KeyboardDeviceSource KeyboardSourceMonitor::readSource(HidDevice& device,
+                                                       std::optional<std::uint64_t> registryID,
+                                                       Text& text) {
+  KeyboardDeviceSource source;
+  source.registryID = registryID;
+  source.isBuiltIn = boolProperty(device, "Built-In");
+  source.vendorID = uint32Property(device, "VendorID");
+  source.transport = stringProperty(device, "Transport");
+  source.manufacturer = stringProperty(device, "Manufacturer");
+  source.product = stringProperty(device, "Product");
+  source.locationID = uint32Property(device, "LocationID");
+  source.kind = keyboardDeviceKind(source.isBuiltIn, source.transport);
+  source.mediaTranslationEligible = source.isMediaTranslationEligible(text);
+  return source;
 }
 
 KeyboardSourceMonitor::SharedSource KeyboardSourceMonitor::resolveSource(HidDevice& device) {

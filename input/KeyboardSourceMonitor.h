@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -46,6 +47,10 @@ class KeyboardSourceMonitor {
 
   /// Stops listening and forgets every sample and keyboard.
   void stopMonitoring();
+
+  /// What a keyboard tells of itself: asks the device for each property.
+  static KeyboardDeviceSource readSource(HidDevice& device, std::optional<std::uint64_t> registryID,
+                                         Text& text);
 
   /// The keyboard that produced the key event with this timestamp, in mach ticks, or in
   /// nanoseconds where it can be no ticks (`eventTicks`); null when none can be told. Safe to call

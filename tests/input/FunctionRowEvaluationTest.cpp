@@ -150,5 +150,18 @@ TEST_F(FunctionRowEvaluationTest, TheModeDecidesAndFnIsOnlyReported) {
             "passthrough mode=1 fnPressed=true");
 }
 
+TEST(FunctionRowDecisionTest, NeedsNothingButKeySettingsKeyboardAndMode) {
+  constexpr std::uint16_t keyF8 = 100;
+  const KeySettings::Values settings{.applyFnModeToExternalFunctionKeys = true};
+  const KeyboardDeviceSource foreign{.mediaTranslationEligible = true};
+  const auto decided = [&](std::optional<FnState> mode) {
+    return *ExternalKeyboardFunctionRowMapper::decide(keyDown, {.keyCode = keyF8}, &foreign,
+                                                      settings, mode);
+  };
+  EXPECT_TRUE(decided(FnState::special).shouldTranslate);
+  EXPECT_EQ(decided(FnState::standard).why, TranslationReason::passthrough);
+  EXPECT_EQ(decided(std::nullopt).why, TranslationReason::fnStateUnavailable);
+}
+
 }  // namespace
 }  // namespace keyrow::sim
