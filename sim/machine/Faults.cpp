@@ -40,6 +40,12 @@ bool Faults::strikes(PortCall call) {
   return failingOverallCalls_.contains(overallCount_);
 }
 
+bool Faults::isNextToFail(PortCall call) const {
+  const std::scoped_lock guard{mutex_};
+  const auto& plan = plans_[static_cast<std::size_t>(call)];
+  return plan.passing == 0 && plan.failing > 0;
+}
+
 std::uint64_t Faults::failuresLeft(PortCall call) const {
   const std::scoped_lock guard{mutex_};
   return plans_[static_cast<std::size_t>(call)].failing;

@@ -32,6 +32,9 @@ class Faults {
   /// Counts a call, and tells whether it is to fail.
   bool strikes(PortCall call);
 
+  /// Whether the next call of this kind is planned to fail. Asking does not count as a call.
+  bool isNextToFail(PortCall call) const;
+
   /// How many more calls of this kind will fail; 0 when none is to.
   std::uint64_t failuresLeft(PortCall call) const;
 

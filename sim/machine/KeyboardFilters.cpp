@@ -104,6 +104,14 @@ bool KeyboardFilters::isDown(std::string_view keyboard, std::uint16_t keyCode) c
   });
 }
 
+std::vector<std::string> KeyboardFilters::heldKeys(std::string_view keyboard) const {
+  std::vector<std::string> names;
+  for (const auto& one : down_) {
+    if (one.keyboard == keyboard) names.push_back(keyName(one.key.keyCode));
+  }
+  return names;
+}
+
 int KeyboardFilters::downCount(std::uint16_t keyCode) const {
   return static_cast<int>(std::ranges::count_if(down_, [keyCode](const DownKey& one) {
     return one.outgoing.mediaKey.empty() && one.outgoing.keyCode == keyCode;

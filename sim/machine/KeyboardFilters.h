@@ -42,16 +42,26 @@ class KeyboardFilters {
   /// Whether any key is down.
   bool isAnythingDown() const { return !down_.empty(); }
 
-  /// On how many keyboards a key is down that arrives under this key code.
-  int downCount(std::uint16_t keyCode) const;
+  /// What is held on this keyboard, by the names of the keys, in the order in which they went down.
+  std::vector<std::string> heldKeys(std::string_view keyboard) const;
 
- private:
   /// What becomes of a key: an event of a key code, or a media key.
   struct Outgoing {
     std::uint16_t keyCode = 0;
     /// Empty for a key code.
     std::string_view mediaKey;
   };
+
+  /// What a key would become if it were pressed now.
+  Outgoing outgoing(std::string_view keyboard, std::uint16_t keyCode) const;
+
+  /// Whether this is one of Apple's keyboards.
+  bool isApples(std::string_view keyboard) const;
+
+  /// On how many keyboards a key is down that arrives under this key code.
+  int downCount(std::uint16_t keyCode) const;
+
+ private:
   struct DownKey {
     std::string keyboard;
     NamedKey key;
@@ -63,8 +73,6 @@ class KeyboardFilters {
   };
 
   std::vector<DownKey>::iterator find(std::string_view keyboard, std::uint16_t keyCode);
-  Outgoing outgoing(std::string_view keyboard, std::uint16_t keyCode) const;
-  bool isApples(std::string_view keyboard) const;
   void stopRepeating(DownKey& key);
   void scheduleRepeat(DownKey& key, std::chrono::nanoseconds delay);
   void repeat(const std::string& keyboard, std::uint16_t keyCode);

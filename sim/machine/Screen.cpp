@@ -14,6 +14,7 @@ void Screen::showAlert(OpenHandles::ProcessID owner, const Alert& alert,
   note("alert " + quoted(alert.messageText));
   openAlerts_.push_back({.owner = owner,
                          .messageText = std::string{alert.messageText},
+                         .informativeText = std::string{alert.informativeText},
                          .buttons = {alert.buttons.begin(), alert.buttons.end()},
                          .preventsTermination = alert.preventsTermination,
                          .answered = std::move(answered)});

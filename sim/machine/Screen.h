@@ -19,6 +19,7 @@ namespace keyrow::sim {
 struct OpenAlert {
   OpenHandles::ProcessID owner;
   std::string messageText;
+  std::string informativeText;
   std::vector<std::string> buttons;
   bool preventsTermination;
   std::function<void(int response)> answered;

@@ -22,6 +22,8 @@ class Source final : public KeyEventSource {
   const OpenHandle handle_;
 };
 
+}  // namespace
+
 std::string mediaKeyName(std::int64_t keyType) {
   switch (keyType) {
     case auxiliaryKey::soundUp:
@@ -44,8 +46,6 @@ std::string mediaKeyName(std::int64_t keyType) {
       return "media key " + std::to_string(keyType);
   }
 }
-
-}  // namespace
 
 void SimulatedEventPoster::post(const SystemDefinedEvent& event) {
   constexpr std::int64_t pressed = 0xA00;

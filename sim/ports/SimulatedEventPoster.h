@@ -1,9 +1,15 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "platform/EventPoster.h"
 #include "sim/ports/ProcessContext.h"
 
 namespace keyrow::sim {
+
+/// What a media key of this type is called (`NX_KEYTYPE_…`, ev_keymap.h), such as "volume up".
+std::string mediaKeyName(std::int64_t keyType);
 
 /// Events that one process synthesises.
 class SimulatedEventPoster final : public EventPoster {

@@ -32,6 +32,8 @@ class Device final : public HidDevice {
   const std::shared_ptr<const SimulatedKeyboard> keyboard_;
 };
 
+using Hearing = std::function<bool(const SimulatedKeyboard& keyboard, std::uint32_t usagePage)>;
+
 bool matches(const PropertyDictionary& matching, const PropertyDictionary& properties) {
   return std::ranges::all_of(matching, [&](const auto& wanted) {
     const auto found = properties.find(wanted.first);
@@ -104,11 +106,11 @@ class Manager final : public HidManager {
     return isAnyExclusive ? ioReturnExclusiveAccess : ioReturnSuccess;
   }
 
+  std::weak_ptr<const Hearing> hearing() const { return hearing_; }
+
  private:
   void receive(const KeyboardInput& input) {
-    if (!isOpen_ || !callback_) return;
-    if (withdrawalCount_ != mac_.inputMonitoring.withdrawalCount()) return;
-    if (!matches(valueMatching_, {{"UsagePage", std::int64_t{input.usagePage}}})) return;
+    if (!isListening(input.usagePage)) return;
     if (!input.keyboard) {
       callback_({nullptr, input.usagePage, input.timestamp});
       return;
@@ -116,6 +118,11 @@ class Manager final : public HidManager {
     if (!matchesDevice(*input.keyboard)) return;
     Device device{mac_, input.keyboard};
     callback_({&device, input.usagePage, input.timestamp});
+  }
+
+  bool isListening(std::uint32_t usagePage) const {
+    return isOpen_ && callback_ && withdrawalCount_ == mac_.inputMonitoring.withdrawalCount() &&
+           matches(valueMatching_, {{"UsagePage", std::int64_t{usagePage}}});
   }
 
   bool matchesDevice(const SimulatedKeyboard& keyboard) const {
@@ -129,6 +136,10 @@ class Manager final : public HidManager {
   SimulatedMac& mac_;
   const std::shared_ptr<MainThread> mainThread_;
   const OpenHandle handle_;
+  const std::shared_ptr<const Hearing> hearing_ = std::make_shared<const Hearing>(
+      [this](const SimulatedKeyboard& keyboard, std::uint32_t usagePage) {
+        return isListening(usagePage) && matchesDevice(keyboard);
+      });
   const std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
   std::vector<PropertyDictionary> deviceMatching_;
   PropertyDictionary valueMatching_;
@@ -145,7 +156,17 @@ class Manager final : public HidManager {
 }  // namespace
 
 std::unique_ptr<HidManager> SimulatedHidManagers::create() {
-  return std::make_unique<Manager>(context_);
+  auto manager = std::make_unique<Manager>(context_);
+  std::erase_if(hearing_, [](const auto& one) { return one.expired(); });
+  hearing_.push_back(manager->hearing());
+  return manager;
+}
+
+bool SimulatedHidManagers::hears(const SimulatedKeyboard& keyboard, std::uint32_t usagePage) const {
+  return std::ranges::any_of(hearing_, [&](const auto& one) {
+    const auto hearing = one.lock();
+    return hearing && (*hearing)(keyboard, usagePage);
+  });
 }
 
 }  // namespace keyrow::sim

@@ -51,6 +51,7 @@ class SimulatedPlatform {
   SimulatedStatusItemView statusItem;
   SimulatedEventMonitors eventMonitors;
   SimulatedEventTaps eventTaps;
+  SimulatedHidManagers hidManagers;
   SimulatedUpdateFramework updateFramework;
   SimulatedUserNotifications userNotifications;
 
@@ -74,7 +75,6 @@ class SimulatedPlatform {
   SimulatedEventPoster eventPoster_;
   SimulatedFiles files_;
   SimulatedGlobalPreferences globalPreferences_;
-  SimulatedHidManagers hidManagers_;
   SimulatedHidSystem hidSystem_;
   SimulatedInputMonitoring inputMonitoring_;
   SimulatedLoginItem loginItem_;

@@ -4,8 +4,7 @@ namespace keyrow::sim {
 
 namespace {
 
-Outcome playAction(const Action& action, Stage& stage) {
-  stage.beginAction();
+Outcome perform(const Action& action, Stage& stage) {
   try {
     auto outcome = std::visit([&](const auto& line) { return line.play(stage); }, action);
     stage.mac.scheduler.runReady();
@@ -37,9 +36,16 @@ void PlayResult::count(const Step& step, const Outcome& outcome) {
 }
 
 Outcome playStep(const Step& step, Stage& stage) {
-  if (const auto* action = step.action()) return playAction(*action, stage);
+  if (const auto* action = step.action()) {
+    stage.beginAction();
+    return perform(*action, stage);
+  }
   const auto* check = std::get_if<Check>(&step.content);
   return check ? (*check)(stage) : Outcome{};
+}
+
+Outcome lengthenWait(std::chrono::nanoseconds duration, Stage& stage) {
+  return perform(Wait{duration}, stage);
 }
 
 PlayResult playScenario(const Scenario& scenario, PlayListener& listener) {

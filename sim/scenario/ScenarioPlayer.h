@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 #include "sim/scenario/Outcome.h"
 #include "sim/scenario/Scenario.h"
 #include "sim/scenario/Stage.h"
@@ -35,6 +37,10 @@ struct PlayResult {
 
 /// Plays one line on the stage.
 Outcome playStep(const Step& step, Stage& stage);
+
+/// Lets time go on as if it belonged to the wait that was played last: expectations look at what
+/// came of both.
+Outcome lengthenWait(std::chrono::nanoseconds duration, Stage& stage);
 
 /// Plays a scenario on a fresh stage. An expectation that does not hold does not end it.
 PlayResult playScenario(const Scenario& scenario, PlayListener& listener);
