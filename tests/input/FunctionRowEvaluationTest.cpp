@@ -153,7 +153,8 @@ TEST_F(FunctionRowEvaluationTest, TheModeDecidesAndFnIsOnlyReported) {
 TEST(FunctionRowDecisionTest, NeedsNothingButKeySettingsKeyboardAndMode) {
   constexpr std::uint16_t keyF8 = 100;
   const KeySettings::Values settings{.applyFnModeToExternalFunctionKeys = true};
-  const KeyboardDeviceSource foreign{.mediaTranslationEligible = true};
+  // Absent where nothing is known; then its top row may be translated.
+  const KeyboardDeviceSource foreign;
   const auto decided = [&](std::optional<FnState> mode) {
     return *ExternalKeyboardFunctionRowMapper::decide(keyDown, {.keyCode = keyF8}, &foreign,
                                                       settings, mode);
