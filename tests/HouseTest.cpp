@@ -38,7 +38,8 @@ const std::map<std::string, Rooms> standsOn{
     {"reliability/random", {"reliability"}},
     {"bench", {"sim/ports"}},
     {"fuzz", {"sim/scenario"}},
-    {"tests", {"reliability", "bench"}},
+    {"desk", {"sim/scenario"}},
+    {"tests", {"reliability", "bench", "desk"}},
 };
 
 const Rooms macRooms{"platform/macos", "platform/macos/tests"};
@@ -66,7 +67,9 @@ const std::map<std::string, Rooms> mayUse{
     {"gmock/", {"tests"}},
     {"gtest/", {"tests", "platform/macos/tests"}},
     {"histedit.h", {"sim/scenario"}},
+    {"httplib.h", {"desk", "tests"}},
     {"langinfo.h", {"sim/scenario"}},
+    {"nlohmann/", {"desk", "tests"}},
     {"rapidcheck", {"reliability/random"}},
     {"sys/resource.h", {"bench"}},
     {"unistd.h", {"bench", "reliability/random", "sim/scenario", "tests"}},

@@ -1,0 +1,249 @@
+import { h } from "./dom.js";
+
+// The lines so far and what came of them; time; what can go wrong; play and pause.
+
+const rows = new WeakMap();
+
+function eventRow(store, index, event) {
+  return h(
+    "li",
+    { class: `event of-${event.kind}` },
+    h("span", { class: "mark", "aria-hidden": "true" }),
+    h("code", {}, event.text),
+    !store.isFilm &&
+      h(
+        "button",
+        {
+          type: "button",
+          class: "expect",
+          title: "Expect this",
+          "aria-label": `Expect ${event.text}`,
+          onclick: () => store.expect(index, event.text),
+        },
+        "+",
+      ),
+  );
+}
+
+function timeOf(frame, before) {
+  const time = frame.at.slice(11);
+  return before && before.at === frame.at ? "" : time;
+}
+
+function frameRow(store, frame, index) {
+  const isShown = index < store.at;
+  const isLast = index === store.at - 1;
+  const known = rows.get(frame);
+  if (known && known.isShown === isShown && known.isLast === isLast && known.index === index) return known.row;
+  const state = frame.failure ? "unmet" : frame.kind === "expectation" ? "met" : frame.kind;
+  const words = frame.kind === "comment" ? frame.line.slice(2) : frame.line;
+  const spoken = { unmet: "Does not hold: ", met: "Holds: " }[state] ?? "";
+  const row = h(
+    "li",
+    { key: index, class: `frame ${state}${isShown ? "" : " later"}`, "data-index": String(index), "aria-current": isLast ? "step" : null },
+    h(
+      "button",
+      { type: "button", class: "line-button", title: "Show how things stood then", onclick: () => store.enqueue(() => store.goTo(index + 1)) },
+      h("span", { class: "time" }, timeOf(frame, store.frames[index - 1])),
+      h("span", { class: "words" }, spoken && h("span", { class: "spoken" }, spoken), words),
+    ),
+    frame.failure && h("p", { class: "failure" }, frame.failure),
+    frame.events.length > 0 && h("ul", {}, frame.events.map((event) => eventRow(store, index, event))),
+  );
+  rows.set(frame, { row, isShown, isLast, index });
+  return row;
+}
+
+function laterRow(one, index) {
+  const known = rows.get(one);
+  if (known && known.index === index) return known.row;
+  const words = one.kind === "comment" ? one.line.slice(2) : one.line;
+  const row = h("li", { key: `later ${index}`, class: `frame later ${one.kind}` }, h("span", { class: "line-button" }, h("span", { class: "time" }), h("span", { class: "words" }, words)));
+  rows.set(one, { row, index });
+  return row;
+}
+
+function refusal(store) {
+  const { refused } = store;
+  if (!refused) return null;
+  return h(
+    "p",
+    { key: "refused", class: "refused", role: "alert" },
+    h("code", {}, refused.line),
+    ` was not played: ${refused.message}`,
+  );
+}
+
+function timeline(store) {
+  const upcoming = store.script.slice(0, 500);
+  return h(
+    "ol",
+    { class: "timeline", "aria-label": "Timeline", tabindex: "0" },
+    store.frames.map((frame, index) => frameRow(store, frame, index)),
+    upcoming.map((one, index) => laterRow(one, store.frames.length + index)),
+  );
+}
+
+function button(title, action, properties = {}) {
+  return h("button", { key: title, type: "button", class: "small", onclick: action, ...properties }, title);
+}
+
+function timeButtons(store) {
+  return h(
+    "div",
+    { class: "group", role: "group", "aria-label": "Time" },
+    h("span", {}, "Wait"),
+    button("a moment", () => store.play(["wait 1s"])),
+    button("a minute", () => store.play(["wait 1min"])),
+    button("an hour", () => store.play(["wait 1h"])),
+  );
+}
+
+function download(store) {
+  const link = document.createElement("a");
+  link.href = URL.createObjectURL(new Blob([store.text], { type: "text/plain" }));
+  link.download = "my-scenario.txt";
+  link.click();
+  setTimeout(() => URL.revokeObjectURL(link.href), 1000);
+}
+
+async function copy(store) {
+  try {
+    await navigator.clipboard.writeText(store.text);
+    store.note = "Copied.";
+  } catch {
+    store.note = "The browser does not let this page copy; download it instead.";
+  }
+  store.draw();
+}
+
+function lineButtons(store) {
+  return h(
+    "div",
+    { class: "group", role: "group", "aria-label": "As a scenario" },
+    button("Take back", () => store.takeBack(), { disabled: store.undos.length === 0 }),
+    button("Start again", () => store.startAgain()),
+    button("Copy", () => copy(store)),
+    button("Download", () => download(store)),
+    h("span", { class: "note", role: "status" }, store.note ?? ""),
+  );
+}
+
+function playButtons(store) {
+  if (!store.file || (store.lineCount === 0 && !store.isFilm)) return null;
+  return h(
+    "div",
+    { class: "player", role: "group", "aria-label": "Play" },
+    button("⏮", () => store.step(-1), { "aria-label": "One line back", disabled: store.at === 0 }),
+    button(store.isPlaying ? "⏸" : "▶", () => store.playOn(), { key: "play", class: "small play", "aria-label": store.isPlaying ? "Pause" : "Play" }),
+    button("⏭", () => store.step(1), { "aria-label": "One line on", disabled: store.at >= store.lineCount }),
+    h("input", {
+      type: "range",
+      min: "0",
+      max: String(store.lineCount),
+      step: "1",
+      value: String(store.at),
+      "aria-label": "Lines played",
+      oninput: (event) => {
+        const count = Number(event.target.value);
+        store.enqueue(() => store.goTo(count));
+      },
+    }),
+    h("output", { class: "count" }, `${store.at} of ${store.lineCount}`),
+  );
+}
+
+function typedLine(store) {
+  return h(
+    "form",
+    {
+      class: "typed",
+      onsubmit: (event) => {
+        event.preventDefault();
+        const field = event.target.elements.line;
+        const line = field.value.trim();
+        if (line) store.play([line]).then((isPlayed) => isPlayed && (field.value = ""));
+      },
+    },
+    h("input", { name: "line", type: "text", autocomplete: "off", spellcheck: "false", placeholder: "press F8 on usb", "aria-label": "A line of the language" }),
+    h("button", { type: "submit", class: "small" }, "Play"),
+  );
+}
+
+function troubles(store) {
+  const { snapshot } = store;
+  const { system, keyrow } = snapshot;
+  const act = (title, line, properties) => button(title, () => store.act(line), properties);
+  const group = (title, ...children) => h("fieldset", { key: title }, h("legend", {}, title), children);
+  const missing = { disabled: keyrow === null };
+  return h(
+    "details",
+    { class: "troubles" },
+    h("summary", {}, "What can go wrong"),
+    h(
+      "div",
+      { class: "drawer" },
+      group(
+        "Keyrow",
+        keyrow?.isHanging ? act("It answers again", "resume keyrow") : act("It hangs", "hang keyrow", missing),
+        act("It is killed", "kill keyrow", missing),
+        act("It quits", "quit keyrow", missing),
+        act(snapshot.processes.length > 0 ? "A second one starts" : "It starts", "launch keyrow"),
+      ),
+      group(
+        "Its event tap",
+        act("takes too long", "disable tap timeout"),
+        act("is disabled by the user", "disable tap user-input"),
+        act("dies silently", "disable tap silently"),
+      ),
+      group(
+        "Permissions",
+        system.accessibility
+          ? act("Accessibility is taken away", "revoke accessibility")
+          : act("Accessibility is given", "grant accessibility"),
+        system.accessibility && act("the same, untold", "revoke accessibility untold"),
+        act("Input Monitoring is forgotten", "reset input-monitoring"),
+        system.secureInput ? act("The password is typed", "secure-input off") : act("A password field takes the keys", "secure-input on"),
+      ),
+      group(
+        "Calls of the system",
+        h(
+          "form",
+          {
+            onsubmit: (event) => {
+              event.preventDefault();
+              const { call, times } = event.target.elements;
+              store.act(`fail ${call.value}${times.value}`);
+            },
+          },
+          h("select", { name: "call", "aria-label": "The call that fails" }, store.calls.map(({ name, failure }) => h("option", { key: name, value: name, title: failure }, name))),
+          h("select", { name: "times", "aria-label": "How often it fails" }, h("option", { value: "" }, "once"), h("option", { value: " 3 times" }, "3 times"), h("option", { value: " always" }, "always")),
+          h("button", { type: "submit", class: "small" }, "Fail"),
+        ),
+        act("Repair all", "repair", { disabled: system.faults.length === 0 }),
+        system.faults.length > 0 && h("p", { class: "faults" }, `Fails: ${system.faults.join(", ")}`),
+      ),
+      group(
+        "Mail, login item, update",
+        ["works", "missing", "refuses"].map((word) => act(`Mail ${word}`, `mail ${word}`, { disabled: system.mail === word })),
+        act(system.loginItemsNeedApproval ? "Login items are allowed" : "Login items need approval", `login-item ${system.loginItemsNeedApproval ? "allowed" : "needs-approval"}`),
+        act("An update is found", "update found 9.9", missing),
+      ),
+    ),
+  );
+}
+
+export function scenarioView(store) {
+  return h(
+    "aside",
+    { class: "side", "aria-label": "As a scenario" },
+    h("header", {}, h("h2", {}, store.file ? store.file.name : "As a scenario"), playButtons(store)),
+    !store.isFilm && timeButtons(store),
+    !store.isFilm && troubles(store),
+    timeline(store),
+    refusal(store),
+    !store.isFilm && typedLine(store),
+    !store.isFilm && lineButtons(store),
+    store.hasDeparted && store.file && h("p", { class: "note" }, "You have left the file. “Start again” brings it back."),
+  );
+}
