@@ -8,6 +8,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   use_.instanceTakeover.registerInstanceTakeoverObserver();
   use_.modePolicy.willLaunch();
   use_.instanceTakeover.takeOverPreviousInstances();
+  use_.mainMenuController.setUp();
   use_.statusBarController.setUp();
   use_.settingsWindowController.createWindow();
   use_.updater.start();

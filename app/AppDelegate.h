@@ -10,6 +10,7 @@
 #include "platform/Accessibility.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Workspace.h"
+#include "ui/MainMenuController.h"
 #include "ui/SettingsWindowController.h"
 #include "ui/SparkleUpdater.h"
 #include "ui/StatusBarController.h"
@@ -30,6 +31,7 @@ class AppDelegate {
     CapsLockMonitor& capsLockMonitor;
     StatusBarController& statusBarController;
     SettingsWindowController& settingsWindowController;
+    MainMenuController& mainMenuController;
     SparkleUpdater& updater;
     InstanceTakeover& instanceTakeover;
     Accessibility& accessibility;

@@ -114,6 +114,10 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                   .bundle = platform.bundle,
                   .bugReport = bugReport_,
                   .updater = updater_}},
+      mainMenuController_{{.view = views.mainMenu,
+                           .settingsWindowController = settingsWindowController_,
+                           .bundle = platform.bundle,
+                           .workspace = platform.workspace}},
       instanceTakeover_{{.modePolicy = modePolicy_,
                          .application = platform.application,
                          .bundle = platform.bundle,
@@ -131,12 +135,14 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                     .capsLockMonitor = capsLockMonitor_,
                     .statusBarController = statusBarController_,
                     .settingsWindowController = settingsWindowController_,
+                    .mainMenuController = mainMenuController_,
                     .updater = updater_,
                     .instanceTakeover = instanceTakeover_,
                     .accessibility = permissions_,
                     .notificationCenter = platform.notificationCenter,
                     .workspace = platform.workspace}} {
   views.statusItem.setActions(statusBarController_);
+  views.mainMenu.setActions(mainMenuController_);
   views.settingsWindow.setActions(settingsWindowController_);
   views.general.setActions(generalPane_);
   views.about.setActions(aboutPane_);

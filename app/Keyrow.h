@@ -20,6 +20,7 @@
 #include "ui/AboutPane.h"
 #include "ui/BugReport.h"
 #include "ui/GeneralPane.h"
+#include "ui/MainMenuController.h"
 #include "ui/SettingsWindowController.h"
 #include "ui/SparkleUpdater.h"
 #include "ui/StatusBarController.h"
@@ -79,6 +80,7 @@ class Keyrow {
   Switches switches_;
   GeneralPane generalPane_;
   AboutPane aboutPane_;
+  MainMenuController mainMenuController_;
   InstanceTakeover instanceTakeover_;
   AppDelegate appDelegate_;
 };

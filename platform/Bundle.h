@@ -18,6 +18,10 @@ class Bundle : public Port {
   /// A value of the info dictionary (`objectForInfoDictionaryKey:`); absent when there is
   /// none.
   virtual std::optional<PropertyValue> infoValue(std::string_view key) = 0;
+
+  /// The URL of a file among the bundle's resources (`URLForResource:withExtension:`); absent
+  /// when there is none.
+  virtual std::optional<std::string> resourceURL(std::string_view name) = 0;
 };
 
 }  // namespace keyrow

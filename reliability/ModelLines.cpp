@@ -61,6 +61,9 @@ struct Happening {
   Meaning operator()(const sim::ClickItem&) const { return noticed; }
   Meaning operator()(const sim::ClickControl&) const { return nothing; }
   Meaning operator()(const sim::Choose&) const { return nothing; }
+  Meaning operator()(const sim::ChooseFromMainMenu& line) const {
+    return line.title == "Quit Keyrow" ? noticed : nothing;
+  }
   Meaning operator()(const sim::CloseMenu&) const { return nothing; }
   Meaning operator()(const sim::CloseWindow&) const { return nothing; }
   Meaning operator()(const sim::SelectTab&) const { return nothing; }

@@ -9,6 +9,11 @@ void SettingsWindowController::show() {
   });
 }
 
+void SettingsWindowController::showAbout() {
+  if (use_.view.hasWindow()) use_.view.selectTab(aboutTabIndex);
+  show();
+}
+
 // The system sizes the window for each tab as it sees fit.
 void SettingsWindowController::viewDidAppear() {
   use_.view.setFixedContentSize(settingsContentSize);

@@ -27,6 +27,9 @@ class SettingsWindowController final : public SettingsWindowActions {
   /// main queue gets to it: what is going on now may still take the focus away.
   void show();
 
+  /// The same with the About pane.
+  void showAbout();
+
   void viewDidAppear() override;
   void didSelectTabViewItem() override;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string_view>
 
 #include "ui/View.h"
@@ -30,6 +31,8 @@ inline constexpr std::array<SettingsTab, 2> settingsTabs{{
     {"About", "info.circle"},
 }};
 
+inline constexpr std::size_t aboutTabIndex = 1;
+
 /// What happens to the settings window.
 class SettingsWindowActions {
  public:
@@ -54,6 +57,9 @@ class SettingsWindowView : public View<SettingsWindowActions> {
   /// Brings the window before those of all applications and makes it the key and the
   /// main window (`orderFrontRegardless`, `makeKeyAndOrderFront:`, `makeMainWindow`).
   virtual void bringToFront() = 0;
+
+  /// Selects a tab, by its place.
+  virtual void selectTab(std::size_t index) = 0;
 
   /// Sets the content size, and the smallest and the largest, in the window that the
   /// tabs are in.

@@ -4,6 +4,7 @@ namespace keyrow {
 
 class AboutView;
 class GeneralView;
+class MainMenuView;
 class SettingsWindowView;
 class StatusItemView;
 
@@ -11,6 +12,7 @@ class StatusItemView;
 struct Views {
   AboutView& about;
   GeneralView& general;
+  MainMenuView& mainMenu;
   SettingsWindowView& settingsWindow;
   StatusItemView& statusItem;
 };

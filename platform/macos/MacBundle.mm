@@ -31,6 +31,11 @@ class MacBundle final : public Bundle {
     const id value = [applicationBundle() objectForInfoDictionaryKey:nsString(key)];
     return propertyValue((__bridge CFTypeRef)value);
   }
+
+  std::optional<std::string> resourceURL(std::string_view name) override {
+    return optionalText(
+        [applicationBundle() URLForResource:nsString(name) withExtension:nil].absoluteString);
+  }
 };
 
 }  // namespace

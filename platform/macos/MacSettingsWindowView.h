@@ -20,6 +20,7 @@ class MacSettingsWindowView final : public SettingsWindowView {
   void create() override;
   bool hasWindow() override;
   void bringToFront() override;
+  void selectTab(std::size_t index) override;
   void setFixedContentSize(ContentSize size) override;
 
   /// The window; nil before it is created.

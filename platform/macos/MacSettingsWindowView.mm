@@ -69,6 +69,11 @@ void MacSettingsWindowView::bringToFront() {
   [window() makeMainWindow];
 }
 
+void MacSettingsWindowView::selectTab(std::size_t index) {
+  auto* const tabs = (PreferencesTabViewController*)window().contentViewController;
+  tabs.selectedTabViewItemIndex = static_cast<NSInteger>(index);
+}
+
 void MacSettingsWindowView::setFixedContentSize(ContentSize size) {
   const NSSize contentSize = NSMakeSize(size.width, size.height);
   window().contentSize = contentSize;

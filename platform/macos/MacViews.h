@@ -2,6 +2,7 @@
 
 #include "platform/macos/MacAboutView.h"
 #include "platform/macos/MacGeneralView.h"
+#include "platform/macos/MacMainMenuView.h"
 #include "platform/macos/MacSettingsWindowView.h"
 #include "platform/macos/MacStatusItemView.h"
 #include "ui/Views.h"
@@ -15,6 +16,7 @@ class MacViews {
   Views views() {
     return {.about = about_,
             .general = general_,
+            .mainMenu = mainMenu_,
             .settingsWindow = settingsWindow_,
             .statusItem = statusItem_};
   }
@@ -22,6 +24,7 @@ class MacViews {
  private:
   MacAboutView about_;
   MacGeneralView general_;
+  MacMainMenuView mainMenu_;
   MacSettingsWindowView settingsWindow_{general_, about_};
   MacStatusItemView statusItem_;
 };

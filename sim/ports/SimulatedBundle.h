@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "platform/Bundle.h"
@@ -17,6 +20,11 @@ class SimulatedBundle final : public Bundle {
   std::optional<PropertyValue> infoValue(std::string_view key) override {
     const auto found = info_.find(key);
     return found == info_.end() ? std::nullopt : std::optional{found->second};
+  }
+
+  std::optional<std::string> resourceURL(std::string_view name) override {
+    if (!identifier_) return std::nullopt;
+    return "file:///Applications/Keyrow.app/Contents/Resources/" + std::string{name};
   }
 
  private:

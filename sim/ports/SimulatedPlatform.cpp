@@ -8,6 +8,7 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
     : general{context},
       about{context},
       settingsWindow{context, general, about},
+      mainMenu{context, settingsWindow, [this] { application_.terminate(); }},
       statusItem{context},
       eventMonitors{context, [this](const KeyDown& key) { performKeyEquivalent(key); }},
       eventTaps{context},
@@ -63,8 +64,7 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
              .workspace = workspace_} {}
 
 void SimulatedPlatform::performKeyEquivalent(const KeyDown& key) {
-  if (key.commandCharacters == "w" && settingsWindow.isKey()) settingsWindow.close();
-  if (key.commandCharacters == "q") application_.terminate();
+  if (key.commandCharacters) mainMenu.performKeyEquivalent(*key.commandCharacters);
 }
 
 }  // namespace keyrow::sim

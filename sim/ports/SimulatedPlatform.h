@@ -22,6 +22,7 @@
 #include "sim/ports/SimulatedInputMonitoring.h"
 #include "sim/ports/SimulatedLoginItem.h"
 #include "sim/ports/SimulatedMailComposer.h"
+#include "sim/ports/SimulatedMainMenuView.h"
 #include "sim/ports/SimulatedMainQueue.h"
 #include "sim/ports/SimulatedMainRunLoop.h"
 #include "sim/ports/SimulatedNotificationCenter.h"
@@ -48,6 +49,7 @@ class SimulatedPlatform {
   SimulatedGeneralView general;
   SimulatedAboutView about;
   SimulatedSettingsWindowView settingsWindow;
+  SimulatedMainMenuView mainMenu;
   SimulatedStatusItemView statusItem;
   SimulatedEventMonitors eventMonitors;
   SimulatedEventTaps eventTaps;
@@ -59,6 +61,7 @@ class SimulatedPlatform {
   Views views() {
     return {.about = about,
             .general = general,
+            .mainMenu = mainMenu,
             .settingsWindow = settingsWindow,
             .statusItem = statusItem};
   }

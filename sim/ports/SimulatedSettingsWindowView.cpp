@@ -47,16 +47,21 @@ void SimulatedSettingsWindowView::touch() {
 bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
   const auto found = std::ranges::find(settingsTabs, title, &SettingsTab::title);
   if (found == settingsTabs.end()) return false;
-  const bool wasGeneral = selectedIndex_ == 0;
-  selectedIndex_ = static_cast<std::size_t>(found - settingsTabs.begin());
-  context_.mac.screen.note("settings window, " + std::string{title});
-  contentSize_ = fittingSize;
-  if (wasGeneral && selectedIndex_ != 0) general_.disappear();
-  context_.mainThread->deliver([this] {
-    loadSelectedPane();
-    actions().didSelectTabViewItem();
-  });
+  context_.mainThread->deliver(
+      [this, index = static_cast<std::size_t>(found - settingsTabs.begin())] { selectTab(index); });
   return true;
+}
+
+void SimulatedSettingsWindowView::selectTab(std::size_t index) {
+  if (index == selectedIndex_) return;
+  if (isVisible_ && selectedIndex_ == 0) general_.disappear();
+  selectedIndex_ = index;
+  if (isVisible_) {
+    context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
+  }
+  contentSize_ = fittingSize;
+  loadSelectedPane();
+  actions().didSelectTabViewItem();
 }
 
 void SimulatedSettingsWindowView::loadSelectedPane() {

@@ -19,6 +19,7 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   void create() override;
   bool hasWindow() override { return createdCount_ > 0; }
   void bringToFront() override;
+  void selectTab(std::size_t index) override;
   void setFixedContentSize(ContentSize size) override;
 
   /// How many windows were created.

@@ -20,6 +20,7 @@ using Action = std::variant<
     Install, Uninstall, Front, ChangeInSystemSettings, ChangeHardware, ChangePreference,
     WriteDefaults, ManageSetting, AddOverride, AttachKeyboard, Unplug, Press, HoldDown, Release,
     ChangeFlags, SwitchCapsLock, StampEvents, DisableTap, ClickItem, ClickControl, Choose,
+    ChooseFromMainMenu,
     CloseMenu, CloseWindow, SelectTab, Answer, Wait, Sleep, Wake, SwitchUser, ChangePermission,
     ForgetConsent, AnswerConsent, SwitchSecureInput, Launch, Reopen, Quit, LogOut, Kill, HangUp,
     Resume, PostTakeover, Fail, Repair, SetMailService, SwitchLoginItem, RequireApproval,

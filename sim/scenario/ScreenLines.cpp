@@ -86,6 +86,15 @@ Outcome Choose::play(Stage& stage) const {
   });
 }
 
+Outcome ChooseFromMainMenu::play(Stage& stage) const {
+  return stage.touch([this](SimulatedProcess& keyrow) {
+    auto& menu = keyrow.simulatedPlatform().mainMenu;
+    if (menu.choose(title)) return Outcome{};
+    return unplayable("the main menu does not offer " + quoted(title) + " now, but " +
+                      listOf(menu.enabledTitles()));
+  });
+}
+
 Outcome CloseMenu::play(Stage& stage) const {
   return stage.touch([](SimulatedProcess& keyrow) {
     if (!keyrow.statusItem().menu()) return unplayable("no menu is open");
@@ -136,6 +145,10 @@ Action parseClick(LineReader& line) {
 
 Action parseChoose(LineReader& line) {
   return Choose{line.quotedText("the title of an item in quotation marks")};
+}
+
+Action parseMenu(LineReader& line) {
+  return ChooseFromMainMenu{line.quotedText("the title of an item in quotation marks")};
 }
 
 Action parseClose(LineReader& line) {
@@ -281,7 +294,7 @@ Expectation expectPane(LineReader& line) {
   };
 }
 
-constexpr std::array<ActionWord, 5> actions{{
+constexpr std::array<ActionWord, 6> actions{{
     {"click", "click [right|\"TITLE\"]",
      "The user clicks Keyrow's item in the menu bar, where a right click opens its menu, or a "
      "control in the settings window.",
@@ -289,6 +302,10 @@ constexpr std::array<ActionWord, 5> actions{{
     {"choose", "choose \"TITLE\"",
      "The user chooses from the open menu, or from the pop-up in the settings window.",
      "choose \"Settings…\"", parseChoose},
+    {"menu", "menu \"TITLE\"",
+     "The user chooses from Keyrow's main menu, as assistive technology can: there is no menu bar "
+     "to show it.",
+     "menu \"About Keyrow\"", parseMenu},
     {"close", "close menu|window", "The user closes the menu or the settings window.",
      "close window", parseClose},
     {"tab", "tab General|About", "The user selects a tab of the settings window.", "tab About",

@@ -24,6 +24,12 @@ struct Choose {
   Outcome play(Stage& stage) const;
 };
 
+/// The user chooses from Keyrow's main menu.
+struct ChooseFromMainMenu {
+  std::string title;
+  Outcome play(Stage& stage) const;
+};
+
 /// The user closes the menu.
 struct CloseMenu {
   Outcome play(Stage& stage) const;

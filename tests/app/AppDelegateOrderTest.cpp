@@ -40,7 +40,8 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
   EXPECT_THAT(
       mac.trace.take(),
       ElementsAre(
-          std::string{"observe "} + takeover, "list running applications", "create status item",
+          std::string{"observe "} + takeover, "list running applications", "create main menu",
+          "create status item",
           // The mode, for the item.
           "find-service", "read-service-property", "create settings window",
           // Its first pane shows the permissions, and follows every look at one.

@@ -1,0 +1,95 @@
+#include "sim/ports/SimulatedMainMenuView.h"
+
+#include <algorithm>
+
+namespace keyrow::sim {
+
+void SimulatedMainMenuView::create() {
+  context_.mac.trace.add("create main menu");
+  exists_ = true;
+}
+
+std::vector<std::string> SimulatedMainMenuView::enabledTitles() const {
+  std::vector<std::string> titles;
+  find([&](const MainMenuItem& item) {
+    titles.emplace_back(item.title);
+    return false;
+  });
+  return titles;
+}
+
+bool SimulatedMainMenuView::choose(std::string_view title) {
+  const auto* item = find([title](const auto& one) { return one.title == title; });
+  if (item) perform(item->action);
+  return item != nullptr;
+}
+
+bool SimulatedMainMenuView::performKeyEquivalent(std::string_view key) {
+  const auto* item =
+      find([key](const auto& one) { return !one.key.empty() && one.key == key && !one.hasOption; });
+  if (item) perform(item->action);
+  return item != nullptr;
+}
+
+const MainMenuItem* SimulatedMainMenuView::find(
+    const std::function<bool(const MainMenuItem&)>& isMeant) const {
+  if (!exists_) return nullptr;
+  for (const auto& menu : mainMenus()) {
+    for (const auto& item : menu.items) {
+      if (!item.isSeparator() && isEnabled(item) && isMeant(item)) return &item;
+    }
+  }
+  return nullptr;
+}
+
+bool SimulatedMainMenuView::isEnabled(const MainMenuItem& item) const {
+  using enum MainMenuAction;
+  switch (item.action) {
+    case showAbout:
+    case showSettings:
+    case showAcknowledgements:
+    case hide:
+    case hideOtherApplications:
+    case unhideAllApplications:
+    case terminate:
+    case arrangeInFront:
+      return true;
+    case performClose:
+    case performMiniaturize:
+      return settingsWindow_.isKey();
+    case undo:
+    case redo:
+    case cut:
+    case copy:
+    case paste:
+    case remove:
+    case selectAll:
+    case performZoom:
+      // No text has the focus, and the window has one size.
+      break;
+  }
+  return false;
+}
+
+void SimulatedMainMenuView::perform(MainMenuAction action) {
+  context_.mainThread->deliver([this, action] {
+    using enum MainMenuAction;
+    switch (action) {
+      case showAbout:
+        return actions().showAbout();
+      case showSettings:
+        return actions().showSettings();
+      case showAcknowledgements:
+        return actions().showAcknowledgements();
+      case terminate:
+        return terminate_();
+      case performClose:
+        return settingsWindow_.close();
+      default:
+        // What AppKit does then, Keyrow does not notice.
+        break;
+    }
+  });
+}
+
+}  // namespace keyrow::sim

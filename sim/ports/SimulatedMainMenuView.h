@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sim/ports/ProcessContext.h"
+#include "sim/ports/SimulatedSettingsWindowView.h"
+#include "ui/MainMenu.h"
+
+namespace keyrow::sim {
+
+/// A process's main menu, and the user's hands on it.
+class SimulatedMainMenuView final : public MainMenuView {
+ public:
+  /// `terminate` is what asking the application to terminate does. The window has to outlive this.
+  SimulatedMainMenuView(const ProcessContext& context, SimulatedSettingsWindowView& settingsWindow,
+                        std::function<void()> terminate)
+      : context_{context}, settingsWindow_{settingsWindow}, terminate_{std::move(terminate)} {}
+
+  void create() override;
+
+  /// The titles of the items that can be chosen.
+  std::vector<std::string> enabledTitles() const;
+
+  /// Chooses the enabled item with this title; false when there is none.
+  bool choose(std::string_view title);
+
+  /// Chooses the item with this key and Command alone; false when there is none that is enabled. A
+  /// capital letter stands for Shift.
+  bool performKeyEquivalent(std::string_view key);
+
+ private:
+  /// AppKit disables what nothing that has the focus can do.
+  bool isEnabled(const MainMenuItem& item) const;
+  const MainMenuItem* find(const std::function<bool(const MainMenuItem&)>& isMeant) const;
+  void perform(MainMenuAction action);
+
+  const ProcessContext& context_;
+  SimulatedSettingsWindowView& settingsWindow_;
+  const std::function<void()> terminate_;
+  bool exists_ = false;
+};
+
+}  // namespace keyrow::sim
