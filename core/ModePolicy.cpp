@@ -213,6 +213,7 @@ void ModePolicy::setGlobal(FnState state, const KeyboardDeviceSource* source) {
   storeGlobal(state);
   setScope(false);
   use_.stateLog.notice(std::string{stateLogText::setGlobal} + mode + sourceSuffix(source) + ".");
+  use_.presenter.commandWorked();
 }
 
 void ModePolicy::toggleGlobalFnState(const KeyboardDeviceSource* source) {
@@ -241,6 +242,7 @@ void ModePolicy::setLocal(FnState state, const std::string& bundleIdentifier,
   noteStore();
   setScope(true);
   use_.stateLog.notice("Set a " + target + sourceSuffix(source) + ".");
+  use_.presenter.commandWorked();
 }
 
 void ModePolicy::toggleLocalOverride(const KeyboardDeviceSource* source) {
@@ -273,6 +275,7 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
   use_.storedFnStates.removeLocal(*frontmost);
   noteStore();
   use_.stateLog.notice(std::string{stateLogText::clearedOverride} + suffixes + ".");
+  use_.presenter.commandWorked();
 }
 
 bool ModePolicy::mayChangeGlobal() {

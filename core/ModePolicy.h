@@ -30,6 +30,9 @@ class ModePresenter {
   /// The mode in force comes from an override (local), or from the global mode.
   virtual void scopeDidChange(bool isLocalScopeActive) = 0;
 
+  /// A command of the user has worked; what came of it has been told before.
+  virtual void commandWorked() = 0;
+
  protected:
   ~ModePresenter() = default;
 };

@@ -59,6 +59,7 @@ struct Happening {
   Meaning operator()(const sim::SwitchCapsLock&) const { return nothing; }
   Meaning operator()(const sim::DisableTap&) const { return nothing; }
   Meaning operator()(const sim::ClickItem&) const { return noticed; }
+  Meaning operator()(const sim::UseVoiceOver&) const { return noticed; }
   Meaning operator()(const sim::ClickControl&) const { return nothing; }
   Meaning operator()(const sim::Choose&) const { return nothing; }
   Meaning operator()(const sim::ChooseFromMainMenu& line) const {

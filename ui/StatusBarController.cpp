@@ -1,5 +1,7 @@
 #include "ui/StatusBarController.h"
 
+#include <utility>
+
 namespace keyrow {
 
 namespace {
@@ -14,6 +16,9 @@ std::optional<FnState> stateOf(const std::optional<PropertyValue>& representedOb
 void StatusBarController::setUp() {
   use_.view.create();
   updateScopeIndicator();
+  // What was told while there was no item yet is lost.
+  accessibilityValue_.clear();
+  updateAccessibilityValue();
   setCapsLockIndicatorEnabled(use_.settings.isOn(BooleanSetting::showCapsLockIndicator));
   use_.modePolicy.refreshFromHardware();
 }
@@ -45,13 +50,26 @@ void StatusBarController::updateCapsLockIndicator() {
   updateScopeIndicator();
 }
 
-void StatusBarController::fnStateDidChange(FnState state) { updateStatusImage(state); }
+void StatusBarController::fnStateDidChange(FnState state) {
+  updateStatusImage(state);
+  updateAccessibilityValue();
+}
 
-void StatusBarController::scopeDidChange(bool /*isLocalScopeActive*/) { updateScopeIndicator(); }
+void StatusBarController::scopeDidChange(bool /*isLocalScopeActive*/) {
+  updateScopeIndicator();
+  updateAccessibilityValue();
+}
 
-void StatusBarController::statusBarButtonClicked(ClickEvent event) {
-  if (event == ClickEvent::leftMouseUp) fnSwitch();
-  if (event == ClickEvent::rightMouseDown) popUpMenu();
+void StatusBarController::commandWorked() { use_.view.announce(accessibilityValue_); }
+
+// Whatever asks for no menu counts as a click. VoiceOver's own keys hold Control, too.
+void StatusBarController::statusBarButtonClicked(ClickEvent event, bool isControlHeld) {
+  const bool isControlClick = event == ClickEvent::leftMouseUp && isControlHeld;
+  if (event == ClickEvent::rightMouseDown || isControlClick) {
+    popUpMenu();
+  } else {
+    fnSwitch();
+  }
 }
 
 void StatusBarController::handleMenuGlobalSwitch(
@@ -89,6 +107,17 @@ void StatusBarController::updateScopeIndicator() {
   } else {
     use_.view.setScopeIndicator(true, std::nullopt);
   }
+}
+
+void StatusBarController::updateAccessibilityValue() {
+  const auto mode = use_.modePolicy.lastKnownFnState();
+  if (!mode) return;
+  auto value = std::string{*mode == FnState::standard ? "Standard function keys"
+                                                      : "Media and system controls"} +
+               (use_.modePolicy.isLocalScopeActive() ? " in this app only" : " by default");
+  if (value == accessibilityValue_) return;
+  accessibilityValue_ = std::move(value);
+  use_.view.setAccessibilityValue(accessibilityValue_);
 }
 
 void StatusBarController::hideCapsLockIndicator() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "core/AppSettings.h"
 #include "core/ModePolicy.h"
@@ -50,8 +51,10 @@ class StatusBarController final : public ModePresenter,
 
   void fnStateDidChange(FnState state) override;
   void scopeDidChange(bool isLocalScopeActive) override;
+  void commandWorked() override;
 
-  void statusBarButtonClicked(ClickEvent event) override;
+  void statusBarButtonClicked(ClickEvent event, bool isControlHeld) override;
+  void showMenu() override { popUpMenu(); }
   void handleMenuGlobalSwitch(const std::optional<PropertyValue>& representedObject) override;
   void handleMenuLocalSwitch(const std::optional<PropertyValue>& representedObject) override;
   void openPreferences() override;
@@ -61,6 +64,7 @@ class StatusBarController final : public ModePresenter,
  private:
   void updateStatusImage(FnState state);
   void updateScopeIndicator();
+  void updateAccessibilityValue();
   void hideCapsLockIndicator();
   void popUpMenu();
   void afterMenu();
@@ -70,6 +74,8 @@ class StatusBarController final : public ModePresenter,
   /// The Caps Lock state last shown; absent when the next one is to be shown in any case.
   std::optional<bool> lastCapsLockLockedState_;
   bool isCapsLockIndicatorVisible_ = false;
+  /// What assistive technology was told last.
+  std::string accessibilityValue_;
   /// Set by the menu: the window would lose the focus to a menu that is still closing.
   bool shouldOpenSettingsAfterMenuClose_ = false;
 };

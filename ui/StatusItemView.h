@@ -11,18 +11,23 @@
 
 namespace keyrow {
 
-/// The events at which the status item's button sends its action (`NSEventType`).
+/// The event at which the status item's button sends its action (`NSEventType`).
 enum class ClickEvent {
+  /// None: VoiceOver has pressed it.
+  none,
   leftMouseUp,
   rightMouseDown,
-  /// Every other type.
+  /// Every other type, such as that of a key.
   other,
 };
 
 /// What the user does with the status item.
 class StatusItemActions {
  public:
-  virtual void statusBarButtonClicked(ClickEvent event) = 0;
+  virtual void statusBarButtonClicked(ClickEvent event, bool isControlHeld) = 0;
+
+  /// The action "Show Menu", which assistive technology offers with the button.
+  virtual void showMenu() = 0;
 
   /// A mode was chosen in the menu; the item's represented object says which, if it is
   /// 0 or 1.
@@ -57,6 +62,9 @@ inline constexpr CalibratedColor capsLockIndicatorColor{0.26, 1.0, 0.36, 1.0};
 /// Where the menu's top left corner lies on the button, in points from its left edge.
 inline constexpr double statusMenuX = 6;
 
+/// The name of the action that opens the menu for those who cannot click.
+inline constexpr std::string_view showMenuActionName = "Show Menu";
+
 /// The square item in the menu bar (`NSStatusItem`), with its button and two indicators.
 /// Before `create`, and where the system gives no item, the other calls do nothing.
 class StatusItemView : public View<StatusItemActions> {
@@ -72,6 +80,14 @@ class StatusItemView : public View<StatusItemActions> {
 
   /// The override indicator, filled with the system blue; an absent tool tip clears it.
   virtual void setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) = 0;
+
+  /// What assistive technology says of the button's state (`accessibilityValue`). That it has
+  /// changed is told (`NSAccessibilityValueChangedNotification`), and spoken only where the user
+  /// is at it.
+  virtual void setAccessibilityValue(std::string_view value) = 0;
+
+  /// Lets VoiceOver speak a text now (`NSAccessibilityAnnouncementRequestedNotification`).
+  virtual void announce(std::string_view text) = 0;
 
   virtual void setHighlighted(bool highlighted) = 0;
 

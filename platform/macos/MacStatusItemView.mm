@@ -15,14 +15,19 @@
 }
 
 - (void)statusBarButtonClicked:(id)sender {
-  switch (NSApp.currentEvent.type) {
-    case NSEventTypeLeftMouseUp:
-      return _actions->statusBarButtonClicked(keyrow::ClickEvent::leftMouseUp);
-    case NSEventTypeRightMouseDown:
-      return _actions->statusBarButtonClicked(keyrow::ClickEvent::rightMouseDown);
-    default:
-      return _actions->statusBarButtonClicked(keyrow::ClickEvent::other);
-  }
+  NSEvent* const event = NSApp.currentEvent;
+  const bool isControlHeld = (event.modifierFlags & NSEventModifierFlagControl) != 0;
+  _actions->statusBarButtonClicked(keyrow::macos::clickEvent(event), isControlHeld);
+}
+
+- (BOOL)performShowMenu {
+  // Whoever asks waits for the answer, and a menu stays open as long as the user likes.
+  [self performSelector:@selector(showMenu) withObject:nil afterDelay:0];
+  return YES;
+}
+
+- (void)showMenu {
+  _actions->showMenu();
 }
 
 - (void)handleMenuGlobalSwitch:(NSMenuItem*)item {
@@ -100,6 +105,18 @@ NSEventModifierFlags flagsOf(MenuKeyModifier modifier) {
 
 }  // namespace
 
+ClickEvent clickEvent(NSEvent* event) {
+  if (!event) return ClickEvent::none;
+  switch (event.type) {
+    case NSEventTypeLeftMouseUp:
+      return ClickEvent::leftMouseUp;
+    case NSEventTypeRightMouseDown:
+      return ClickEvent::rightMouseDown;
+    default:
+      return ClickEvent::other;
+  }
+}
+
 void MacStatusItemView::create() {
   target_ = [[KeyrowStatusItemTarget alloc] initWithActions:actions()];
   statusItem_ = [NSStatusBar.systemStatusBar statusItemWithLength:NSSquareStatusItemLength];
@@ -110,6 +127,11 @@ void MacStatusItemView::create() {
   [button sendActionOn:NSEventMaskLeftMouseUp | NSEventMaskRightMouseDown];
   // VoiceOver has nothing else to say about a button without text.
   button.accessibilityLabel = @"Keyrow";
+
+  button.accessibilityCustomActions =
+      @[ [[NSAccessibilityCustomAction alloc] initWithName:nsString(showMenuActionName)
+                                                    target:target_
+                                                  selector:@selector(performShowMenu)] ];
 
   NSView* const statusIndicator = addIndicator(button);
   const auto& [red, green, blue, alpha] = capsLockIndicatorColor;
@@ -137,6 +159,20 @@ void MacStatusItemView::setScopeIndicator(bool hidden, std::optional<std::string
   view.toolTip = toolTip ? nsString(*toolTip) : nil;
   // A dynamic colour: taken anew, it follows the appearance.
   view.layer.backgroundColor = NSColor.systemBlueColor.CGColor;
+}
+
+void MacStatusItemView::setAccessibilityValue(std::string_view value) {
+  if (!button()) return;
+  button().accessibilityValue = nsString(value);
+  NSAccessibilityPostNotification(button(), NSAccessibilityValueChangedNotification);
+}
+
+void MacStatusItemView::announce(std::string_view text) {
+  NSAccessibilityPostNotificationWithUserInfo(
+      NSApp, NSAccessibilityAnnouncementRequestedNotification, @{
+        NSAccessibilityAnnouncementKey : nsString(text),
+        NSAccessibilityPriorityKey : @(NSAccessibilityPriorityHigh)
+      });
 }
 
 void MacStatusItemView::setHighlighted(bool highlighted) {

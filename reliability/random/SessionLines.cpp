@@ -56,6 +56,8 @@ Text userLine() {
       {{8, before(app(), "front ")},
        {1, oneOf({"front none", "front unnamed"})},
        {4, oneOf({"press fn+` on internal", "press fn+escape on internal", "click"})},
+       {1, oneOf({"voice-over press", "click control\nchoose \"Use F1-F12 by Default\"",
+                  "voice-over show-menu\nclose menu"})},
        {5, oneOf({"click right\nchoose \"Use F1-F12 by Default\"",
                   "click right\nchoose \"Use Media & System Controls by Default\"",
                   "click right\nchoose \"Use F1-F12 in This App Only\"",

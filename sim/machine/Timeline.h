@@ -28,6 +28,8 @@ struct TimelineEvent {
     log,
     /// The user sees something else, or the Mac itself changes.
     screen,
+    /// VoiceOver speaks because an application asked it to.
+    voice,
     /// A key reached an application, or the system.
     key,
     /// There is a working event tap where there was none, or the other way round.

@@ -34,6 +34,17 @@ void SimulatedStatusItemView::setScopeIndicator(bool hidden,
   change("tooltip", toolTipBefore, toolTipText());
 }
 
+void SimulatedStatusItemView::setAccessibilityValue(std::string_view value) {
+  if (!exists()) return;
+  const auto before = valueText();
+  accessibilityValue_ = value;
+  change("value", before, valueText());
+}
+
+void SimulatedStatusItemView::announce(std::string_view text) {
+  context_.mac.timeline.add(TimelineEvent::Kind::voice, {quoted(text)});
+}
+
 void SimulatedStatusItemView::setHighlighted(bool highlighted) { isHighlighted_ = highlighted; }
 
 void SimulatedStatusItemView::popUpMenu(const std::vector<MenuItem>& items) {
@@ -52,9 +63,19 @@ std::string SimulatedStatusItemView::toolTipText() const {
   return scopeToolTip_ ? quoted(*scopeToolTip_) : "none";
 }
 
-void SimulatedStatusItemView::click(ClickEvent event) {
-  context_.mainThread->deliver([this, event] {
-    if (exists()) actions().statusBarButtonClicked(event);
+std::string SimulatedStatusItemView::valueText() const {
+  return accessibilityValue_.empty() ? "none" : quoted(accessibilityValue_);
+}
+
+void SimulatedStatusItemView::click(ClickEvent event, bool isControlHeld) {
+  context_.mainThread->deliver([this, event, isControlHeld] {
+    if (exists()) actions().statusBarButtonClicked(event, isControlHeld);
+  });
+}
+
+void SimulatedStatusItemView::showMenu() {
+  context_.mainThread->deliver([this] {
+    if (exists()) actions().showMenu();
   });
 }
 

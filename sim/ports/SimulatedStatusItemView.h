@@ -19,6 +19,8 @@ class SimulatedStatusItemView final : public StatusItemView {
   void setImage(std::string_view systemSymbolName) override;
   void setCapsLockIndicatorHidden(bool hidden) override;
   void setScopeIndicator(bool hidden, std::optional<std::string_view> toolTip) override;
+  void setAccessibilityValue(std::string_view value) override;
+  void announce(std::string_view text) override;
   void setHighlighted(bool highlighted) override;
   /// The menu stays open until the user chooses something or closes it.
   void popUpMenu(const std::vector<MenuItem>& items) override;
@@ -34,13 +36,19 @@ class SimulatedStatusItemView final : public StatusItemView {
   const std::optional<std::string>& scopeToolTip() const { return scopeToolTip_; }
   /// The same as scenarios write it: a quoted text, or none.
   std::string toolTipText() const;
+  /// What VoiceOver says of its state; empty before it is known.
+  const std::string& accessibilityValue() const { return accessibilityValue_; }
+  /// The same as scenarios write it: a quoted text, or none.
+  std::string valueText() const;
   bool isHighlighted() const { return isHighlighted_; }
   /// Whether it was when the menu opened: on a Mac the menu closes before that call returns.
   bool wasHighlightedForMenu() const { return wasHighlightedForMenu_; }
   /// The items of the open menu; null when none is open.
   const std::vector<MenuItem>* menu() const { return menu_ ? &*menu_ : nullptr; }
 
-  void click(ClickEvent event);
+  void click(ClickEvent event, bool isControlHeld = false);
+  /// The user performs the action "Show Menu" with VoiceOver.
+  void showMenu();
   /// Chooses the enabled item with this title; false when there is none.
   bool choose(std::string_view title);
   void closeMenu();
@@ -54,6 +62,7 @@ class SimulatedStatusItemView final : public StatusItemView {
   bool isCapsLockIndicatorHidden_ = true;
   bool isScopeIndicatorHidden_ = true;
   std::optional<std::string> scopeToolTip_;
+  std::string accessibilityValue_;
   bool isHighlighted_ = false;
   bool wasHighlightedForMenu_ = false;
   std::optional<std::vector<MenuItem>> menu_;

@@ -60,7 +60,18 @@ Outcome chooseFromPopUp(SimulatedPlatform& platform, const std::string& title) {
 
 Outcome ClickItem::play(Stage& stage) const {
   return stage.touch([this](SimulatedProcess& keyrow) {
-    keyrow.statusItem().click(event);
+    keyrow.statusItem().click(event, isControlHeld);
+    return Outcome{};
+  });
+}
+
+Outcome UseVoiceOver::play(Stage& stage) const {
+  return stage.touch([this](SimulatedProcess& keyrow) {
+    if (showsMenu) {
+      keyrow.statusItem().showMenu();
+    } else {
+      keyrow.statusItem().click(ClickEvent::none);
+    }
     return Outcome{};
   });
 }
@@ -139,8 +150,15 @@ std::array<std::string_view, settingsTabs.size()> tabTitles() {
 
 Action parseClick(LineReader& line) {
   if (line.accept("right")) return ClickItem{ClickEvent::rightMouseDown};
+  if (line.accept("control")) return ClickItem{ClickEvent::leftMouseUp, /*isControlHeld=*/true};
   if (line.atEnd()) return ClickItem{ClickEvent::leftMouseUp};
-  return ClickControl{line.quotedText("right, or the title of a control in quotation marks")};
+  return ClickControl{
+      line.quotedText("right, control, or the title of a control in quotation marks")};
+}
+
+Action parseVoiceOver(LineReader& line) {
+  constexpr std::array<std::string_view, 2> words{"press", "show-menu"};
+  return UseVoiceOver{line.oneOf(words) == 1};
 }
 
 Action parseChoose(LineReader& line) {
@@ -170,11 +188,12 @@ Action parseAnswer(LineReader& line) {
 std::string statusAttribute(const SimulatedStatusItemView& item, std::string_view name) {
   if (name == "image") return item.image();
   if (name == "dot") return item.dot();
+  if (name == "value") return item.valueText();
   return item.toolTipText();
 }
 
 Expectation expectStatus(LineReader& line) {
-  constexpr std::array<std::string_view, 3> names{"image", "dot", "tooltip"};
+  constexpr std::array<std::string_view, 4> names{"image", "dot", "tooltip", "value"};
   constexpr std::array<std::string_view, 3> images{"fn", "globe", "none"};
   constexpr std::array<std::string_view, 4> dots{"override", "caps-lock", "both", "none"};
   const auto value = [&](std::size_t name) {
@@ -279,6 +298,10 @@ Expectation expectScreen(LineReader& line) {
   return EventPattern{TimelineEvent::Kind::screen, {line.maybeQuoted()}};
 }
 
+Expectation expectVoice(LineReader& line) {
+  return EventPattern{TimelineEvent::Kind::voice, {line.maybeQuoted()}};
+}
+
 Expectation expectPane(LineReader& line) {
   const auto name = line.word("what the settings window shows, such as shortcut");
   return [name, expected = line.word("its state, or its text in quotation marks")](Stage& stage) {
@@ -294,11 +317,16 @@ Expectation expectPane(LineReader& line) {
   };
 }
 
-constexpr std::array<ActionWord, 6> actions{{
-    {"click", "click [right|\"TITLE\"]",
-     "The user clicks Keyrow's item in the menu bar, where a right click opens its menu, or a "
-     "control in the settings window.",
+constexpr std::array<ActionWord, 7> actions{{
+    {"click", "click [right|control|\"TITLE\"]",
+     "The user clicks Keyrow's item in the menu bar, where a right click and one with Control open "
+     "its menu, or a control in the settings window.",
      "click right", parseClick},
+    {"voice-over", "voice-over press|show-menu",
+     "The user presses Keyrow's item with VoiceOver, which is a click without an event, or "
+     "performs "
+     "its action Show Menu.",
+     "voice-over press", parseVoiceOver},
     {"choose", "choose \"TITLE\"",
      "The user chooses from the open menu, or from the pop-up in the settings window.",
      "choose \"Settings…\"", parseChoose},
@@ -317,12 +345,11 @@ constexpr std::array<ActionWord, 6> actions{{
      "answer \"Open Accessibility Settings\"", parseAnswer},
 }};
 
-constexpr std::array<ExpectationWord, 5> expectations{{
-    {"status", "expect status image|dot|tooltip VALUE [-> VALUE]",
+constexpr std::array<ExpectationWord, 6> expectations{{
+    {"status", "expect status image|dot|tooltip|value VALUE [-> VALUE]",
      "What Keyrow's item in the menu bar shows, or a change of it: the image fn, globe or none, "
-     "the dot override, caps-lock, both or none, and the tool tip, a text or none. Several may "
-     "follow "
-     "each other.",
+     "the dot override, caps-lock, both or none, the tool tip, a text or none, and the value "
+     "that VoiceOver has for it, a text or none. Several may follow each other.",
      "expect status image fn dot override", expectStatus},
     {"menu",
      "expect menu \"TITLE\" enabled|disabled|missing [at N] [key \"KEY\"] [tooltip \"TEXT\"] | "
@@ -336,6 +363,8 @@ constexpr std::array<ExpectationWord, 5> expectations{{
     {"screen", "expect screen [\"TEXT\"]",
      "What the user saw on the screen: a window, an alert, a prompt, a page that was opened.",
      "expect screen \"settings window, General\"", expectScreen},
+    {"voice", "expect voice [\"TEXT\"]", "What VoiceOver speaks because Keyrow asks it to.",
+     "expect voice \"Standard function keys by default\"", expectVoice},
     {"pane", "expect pane NAME \"STATE\"",
      "What the settings window shows: permission, permission-button, permission-tip, "
      "permission-help, login-item, caps-lock-indicator, external-keys, shortcut, reset, "

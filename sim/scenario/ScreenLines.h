@@ -9,6 +9,13 @@ namespace keyrow::sim {
 /// The user clicks Keyrow's item in the menu bar.
 struct ClickItem {
   ClickEvent event;
+  bool isControlHeld = false;
+  Outcome play(Stage& stage) const;
+};
+
+/// The user presses Keyrow's item with VoiceOver, or performs its action "Show Menu".
+struct UseVoiceOver {
+  bool showsMenu;
   Outcome play(Stage& stage) const;
 };
 

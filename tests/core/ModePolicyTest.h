@@ -85,6 +85,7 @@ class ModePolicyTest : public CoreTest {
       test_.happenings.emplace_back(isLocalScopeActive ? "show local" : "show global");
       EXPECT_EQ(test_.policy().isLocalScopeActive(), isLocalScopeActive);
     }
+    void commandWorked() override {}
 
    private:
     ModePolicyTest& test_;

@@ -131,11 +131,34 @@ TEST_F(StatusBarControllerTest, ALeftClickFlipsWhatIsInForce) {
   EXPECT_EQ(stored("localFnState"), (PropertyDictionary{{textEdit, 0}}));
 }
 
-TEST_F(StatusBarControllerTest, OtherEventsDoNothing) {
+TEST_F(StatusBarControllerTest, EveryOtherActivationCountsAsALeftClick) {
   takeWrittenModes();
+  item().click(ClickEvent::none);
+  // The keys that press it for VoiceOver are held with Control.
+  item().click(ClickEvent::other, /*isControlHeld=*/true);
   item().click(ClickEvent::other);
-  EXPECT_THAT(takeWrittenModes(), ElementsAre());
+  EXPECT_THAT(takeWrittenModes(), ElementsAre(1, 0, 1));
   EXPECT_EQ(item().menu(), nullptr);
+}
+
+TEST_F(StatusBarControllerTest, AControlClickAndTheActionOpenTheMenu) {
+  takeWrittenModes();
+  item().click(ClickEvent::leftMouseUp, /*isControlHeld=*/true);
+  EXPECT_NE(item().menu(), nullptr);
+  item().closeMenu();
+  item().showMenu();
+  EXPECT_NE(item().menu(), nullptr);
+  EXPECT_THAT(takeWrittenModes(), ElementsAre());
+}
+
+TEST_F(StatusBarControllerTest, AnItemThatIsMadeAnewIsToldItsValue) {
+  const auto value = item().accessibilityValue();
+  EXPECT_EQ(value, "Media and system controls by default");
+  item().setAccessibilityValue("");
+  controller().fnStateDidChange(FnState::special);
+  EXPECT_EQ(item().accessibilityValue(), "");
+  controller().setUp();
+  EXPECT_EQ(item().accessibilityValue(), value);
 }
 
 TEST_F(StatusBarControllerTest, ARightClickOpensAMenuThatIsBuiltAnew) {
@@ -251,7 +274,8 @@ TEST(StatusBarControllerWithoutItemTest, SkipsWhatHasNoItem) {
   controller.fnStateDidChange(FnState::standard);
   controller.scopeDidChange(true);
   controller.setCapsLockIndicatorEnabled(false);
-  controller.statusBarButtonClicked(ClickEvent::rightMouseDown);
+  controller.statusBarButtonClicked(ClickEvent::rightMouseDown, false);
+  controller.showMenu();
   EXPECT_EQ(process.statusItem().image(), "none");
   EXPECT_EQ(process.statusItem().menu(), nullptr);
 }

@@ -35,7 +35,8 @@ class MacStatusMenuTest : public ::testing::Test, public StatusItemActions {
     view.create();
   }
 
-  void statusBarButtonClicked(ClickEvent) override {}
+  void statusBarButtonClicked(ClickEvent, bool) override {}
+  void showMenu() override {}
   void handleMenuGlobalSwitch(const std::optional<PropertyValue>& mode) override {
     done.push_back("global " + text(mode));
   }

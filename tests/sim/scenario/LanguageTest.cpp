@@ -91,7 +91,8 @@ TEST(LanguageTest, TheDocumentationHasEveryCallThatCanFail) {
 /// What can be expected, in the order of the language.
 #define EXPECTATIONS                                                                              \
   "hardware, preference, defaults, override, global, scope, key, tap, source, shortcut, status, " \
-  "menu, window, screen, pane, process, leaks, log, report, fault, calls, draft, attachment, "    \
+  "menu, window, screen, voice, pane, process, leaks, log, report, fault, calls, draft, "         \
+  "attachment, "                                                                                  \
   "notification"
 
 #define VALUES \

@@ -379,6 +379,7 @@ TEST(PlayTest, TheTimelineReadsLikeAStory) {
             "                launch keyrow\n"
             "                  process 501 launched\n"
             "                  status image none -> globe\n"
+            "                  status value none -> \"Media and system controls by default\"\n"
             "                  defaults hasPromptedAccessibility none -> true\n"
             "                  tap missing -> working\n"
             "                  defaults lastSeenFnStatePreference none -> -1\n"
