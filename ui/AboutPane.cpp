@@ -6,15 +6,23 @@
 namespace keyrow {
 
 void AboutPane::viewDidLoad() {
-  for (const auto& checkbox : checkboxesOf(aboutLayout::rows)) {
-    use_.view.setChecked(checkbox.what, use_.switches.isOn(checkbox.what));
-  }
+  showSwitches();
   use_.view.setVersion("Version " + versionText(use_.bundle));
+  activeObserver_ =
+      use_.notificationCenter.addObserver(applicationDidBecomeActive, [this] { showSwitches(); });
 }
+
+void AboutPane::viewWillAppear() { showSwitches(); }
 
 void AboutPane::toggle(Switch what, bool isOn) {
   use_.switches.set(what, isOn);
   use_.view.setChecked(what, use_.switches.isOn(what));
+}
+
+void AboutPane::showSwitches() {
+  for (const auto& checkbox : checkboxesOf(aboutLayout::rows)) {
+    use_.view.setChecked(checkbox.what, use_.switches.isOn(checkbox.what));
+  }
 }
 
 }  // namespace keyrow

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/Application.h"
 #include "platform/Bundle.h"
+#include "platform/NotificationCenter.h"
 #include "ui/AboutView.h"
 #include "ui/BugReport.h"
 #include "ui/SparkleUpdater.h"
@@ -18,12 +20,14 @@ class AboutPane final : public AboutActions {
     Bundle& bundle;
     BugReport& bugReport;
     SparkleUpdater& updater;
+    NotificationCenter& notificationCenter;
   };
 
   explicit AboutPane(const Uses& uses) : use_{uses} {}
 
-  /// Shows the state of everything.
+  /// Shows the state of everything, and follows what can be switched elsewhere from now on.
   void viewDidLoad() override;
+  void viewWillAppear() override;
 
   void toggle(Switch what, bool isOn) override;
   void openContactEmail() override { use_.bugReport.openContactEmail(); }
@@ -31,7 +35,10 @@ class AboutPane final : public AboutActions {
   void checkForUpdates() override { use_.updater.checkForUpdates(); }
 
  private:
+  void showSwitches();
+
   const Uses use_;
+  ObserverToken activeObserver_;
 };
 
 }  // namespace keyrow

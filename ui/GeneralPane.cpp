@@ -18,18 +18,20 @@ bool closesOrQuits(const KeyDown& key) {
 }  // namespace
 
 void GeneralPane::viewDidLoad() {
-  for (const auto& checkbox : checkboxesOf(generalLayout::rows)) {
-    use_.view.setChecked(checkbox.what, use_.switches.isOn(checkbox.what));
-  }
+  showSwitches();
   use_.view.setFnReplacementItems(fnReplacementItems());
   syncFnReplacementModifier();
   refreshShortcutTexts();
   refreshPermission();
-  activationObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive,
-                                                            [this] { refreshPermission(); });
+  activationObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive, [this] {
+    refreshPermission();
+    showSwitches();
+  });
   permissionObserver_ =
       use_.notificationCenter.addObserver(permissionsWereLookedAt, [this] { refreshPermission(); });
 }
+
+void GeneralPane::viewWillAppear() { showSwitches(); }
 
 void GeneralPane::toggle(Switch what, bool isOn) {
   use_.switches.set(what, isOn);
@@ -78,6 +80,12 @@ void GeneralPane::showAXPermissionHelp() {
 }
 
 void GeneralPane::quitApp() { use_.application.terminate(); }
+
+void GeneralPane::showSwitches() {
+  for (const auto& checkbox : checkboxesOf(generalLayout::rows)) {
+    use_.view.setChecked(checkbox.what, use_.switches.isOn(checkbox.what));
+  }
+}
 
 void GeneralPane::syncFnReplacementModifier() {
   const auto modifier = use_.settings.fnReplacementModifier();

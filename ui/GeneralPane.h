@@ -34,8 +34,10 @@ class GeneralPane final : public GeneralActions {
 
   explicit GeneralPane(const Uses& uses) : use_{uses} {}
 
-  /// Shows the state of everything, and follows the permissions from now on.
+  /// Shows the state of everything, and follows the permissions and what can be switched elsewhere
+  /// from now on.
   void viewDidLoad() override;
+  void viewWillAppear() override;
 
   void viewWillDisappear() override { stopLocalShortcutCapture(); }
   void windowDidResignKey() override { stopLocalShortcutCapture(); }
@@ -49,6 +51,7 @@ class GeneralPane final : public GeneralActions {
   void quitApp() override;
 
  private:
+  void showSwitches();
   void syncFnReplacementModifier();
   void refreshShortcutTexts();
   void refreshPermission();

@@ -11,6 +11,9 @@ class PaneActions {
   /// The controls are there.
   virtual void viewDidLoad() = 0;
 
+  /// The pane is about to be seen: in a window that opens, or because its tab was selected.
+  virtual void viewWillAppear() = 0;
+
   /// A check box of the pane was clicked, and stands at this now.
   virtual void toggle(Switch what, bool isOn) = 0;
 

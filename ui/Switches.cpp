@@ -6,7 +6,7 @@ bool Switches::isOn(Switch what) const {
   if (const auto* setting = std::get_if<BooleanSetting>(&what)) return use_.settings.isOn(*setting);
   switch (std::get<OtherSwitch>(what)) {
     case OtherSwitch::loginItem:
-      return use_.loginItem.isEnabled();
+      return use_.loginItem.status() == LoginItemStatus::enabled;
     case OtherSwitch::automaticUpdates:
       return use_.updater.automaticChecksEnabled();
   }
@@ -27,10 +27,13 @@ void Switches::set(Switch what, bool isOn) {
 }
 
 void Switches::toggleLaunchAtLogin(bool isOn) {
-  if (isOn) {
-    use_.loginItem.registerItem();
-  } else {
+  if (!isOn) {
     use_.loginItem.unregisterItem();
+    return;
+  }
+  use_.loginItem.registerItem();
+  if (use_.loginItem.status() == LoginItemStatus::requiresApproval) {
+    use_.loginItem.openSystemSettings();
   }
 }
 

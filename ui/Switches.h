@@ -20,7 +20,8 @@ class Switches {
 
   bool isOn(Switch what) const;
 
-  /// Switches on or off. The system may refuse; then `isOn` says what is so.
+  /// Switches on or off. The system may refuse; then `isOn` says what is so. Where it wants the
+  /// user to approve the login item, that page of System Settings opens.
   void set(Switch what, bool isOn);
 
  private:

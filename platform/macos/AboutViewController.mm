@@ -42,6 +42,11 @@ using layout::Control;
   _actions->viewDidLoad();
 }
 
+- (void)viewWillAppear {
+  [super viewWillAppear];
+  _actions->viewWillAppear();
+}
+
 - (void)makeControls {
   NSImage* icon = [NSImage imageNamed:NSImageNameApplicationIcon];
   if (!icon) icon = [NSWorkspace.sharedWorkspace iconForFile:NSBundle.mainBundle.bundlePath];

@@ -63,6 +63,11 @@ void keepSize(NSView* label, NSView* beside) {
   _actions->viewDidLoad();
 }
 
+- (void)viewWillAppear {
+  [super viewWillAppear];
+  _actions->viewWillAppear();
+}
+
 - (void)viewDidAppear {
   [super viewDidAppear];
   [NSNotificationCenter.defaultCenter addObserver:self

@@ -10,12 +10,20 @@ namespace {
 
 class MacLoginItem final : public LoginItem {
  public:
-  bool isEnabled() override {
-    return SMAppService.mainAppService.status == SMAppServiceStatusEnabled;
+  LoginItemStatus status() override {
+    switch (SMAppService.mainAppService.status) {
+      case SMAppServiceStatusEnabled:
+        return LoginItemStatus::enabled;
+      case SMAppServiceStatusRequiresApproval:
+        return LoginItemStatus::requiresApproval;
+      default:
+        return LoginItemStatus::notRegistered;
+    }
   }
 
   void registerItem() override { [SMAppService.mainAppService registerAndReturnError:nil]; }
   void unregisterItem() override { [SMAppService.mainAppService unregisterAndReturnError:nil]; }
+  void openSystemSettings() override { [SMAppService openSystemSettingsLoginItems]; }
 };
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "platform/Clock.h"
 #include "platform/EventPoster.h"
 #include "platform/KeyEvent.h"
+#include "platform/LoginItem.h"
 #include "sim/machine/Applications.h"
 #include "sim/machine/CrashPoints.h"
 #include "sim/machine/DistributedNotifications.h"
@@ -37,9 +38,6 @@
 #include "sim/machine/UnifiedLog.h"
 
 namespace keyrow::sim {
-
-/// What the system makes of Keyrow as a login item (`SMAppServiceStatus`).
-enum class LoginItemStatus { notRegistered, enabled, requiresApproval };
 
 /// A small, deterministic Mac on virtual time: what all its processes share. It starts
 /// with the hardware in the special mode, nothing stored, and nothing in front.

@@ -10,10 +10,12 @@ class SimulatedLoginItem final : public LoginItem {
  public:
   explicit SimulatedLoginItem(SimulatedMac& mac) : mac_{mac} {}
 
-  bool isEnabled() override { return mac_.loginItemStatus == LoginItemStatus::enabled; }
+  LoginItemStatus status() override { return mac_.loginItemStatus; }
 
   void registerItem() override {
     if (!mac_.call(PortCall::registerLoginItem)) return;
+    // Only the user can allow what waits for that.
+    if (mac_.loginItemStatus != LoginItemStatus::notRegistered) return;
     mac_.loginItemStatus =
         mac_.loginItemsNeedApproval ? LoginItemStatus::requiresApproval : LoginItemStatus::enabled;
   }
@@ -21,6 +23,11 @@ class SimulatedLoginItem final : public LoginItem {
   void unregisterItem() override {
     if (!mac_.call(PortCall::unregisterLoginItem)) return;
     mac_.loginItemStatus = LoginItemStatus::notRegistered;
+  }
+
+  void openSystemSettings() override {
+    mac_.screen.note("the login items in System Settings");
+    mac_.applications.activate("com.apple.systempreferences");
   }
 
  private:

@@ -33,6 +33,12 @@ class SimulatedPane : public PaneView {
     actions().viewDidLoad();
   }
 
+  /// The pane comes into sight.
+  void appear() {
+    load();
+    actions().viewWillAppear();
+  }
+
   /// What can be clicked, in the order of the pane.
   std::vector<SimulatedControl> controls() const {
     std::vector<SimulatedControl> controls;

@@ -23,7 +23,7 @@ SimulatedSettingsWindowView::SimulatedSettingsWindowView(const ProcessContext& c
 void SimulatedSettingsWindowView::create() {
   context_.mac.trace.add("create settings window");
   ++createdCount_;
-  loadSelectedPane();
+  general_.load();
 }
 
 void SimulatedSettingsWindowView::bringToFront() {
@@ -33,6 +33,7 @@ void SimulatedSettingsWindowView::bringToFront() {
   isVisible_ = true;
   context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
   contentSize_ = fittingSize;
+  showSelectedPane();
   updateKey();
   actions().viewDidAppear();
 }
@@ -60,15 +61,15 @@ void SimulatedSettingsWindowView::selectTab(std::size_t index) {
     context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
   }
   contentSize_ = fittingSize;
-  loadSelectedPane();
+  if (isVisible_) showSelectedPane();
   actions().didSelectTabViewItem();
 }
 
-void SimulatedSettingsWindowView::loadSelectedPane() {
+void SimulatedSettingsWindowView::showSelectedPane() {
   if (selectedIndex_ == 0) {
-    general_.load();
+    general_.appear();
   } else {
-    about_.load();
+    about_.appear();
   }
 }
 

@@ -41,8 +41,7 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
 
  private:
   void updateKey();
-  /// A pane is loaded when it is selected for the first time.
-  void loadSelectedPane();
+  void showSelectedPane();
 
   const ProcessContext& context_;
   SimulatedGeneralView& general_;

@@ -20,7 +20,11 @@ Outcome SetMailService::play(Stage& stage) const {
 }
 
 Outcome SwitchLoginItem::play(Stage& stage) const {
-  stage.mac.loginItemStatus = isOn ? LoginItemStatus::enabled : LoginItemStatus::notRegistered;
+  if (isOn) {
+    stage.mac.loginItemStatus = LoginItemStatus::enabled;
+  } else if (stage.mac.loginItemStatus == LoginItemStatus::enabled) {
+    stage.mac.loginItemStatus = LoginItemStatus::requiresApproval;
+  }
   return {};
 }
 
@@ -152,8 +156,9 @@ constexpr std::array<ActionWord, 6> actions{{
     {"mail", "mail works|missing|refuses", "What the Mac's mail service does with a draft.",
      "mail missing", parseMail},
     {"login-item", "login-item on|off|needs-approval|allowed",
-     "The user switches Keyrow on or off among the login items in System Settings; or from now on "
-     "a login item needs to be approved there, or does not.",
+     "The user switches Keyrow on or off among the login items in System Settings: once it is off "
+     "there, only the user can switch it on again; or from now on a login item needs to be "
+     "approved there, or does not.",
      "login-item off", parseLoginItem},
     {"notifications", "notifications allowed|refused", "Whether Keyrow may post notifications.",
      "notifications refused", parseNotifications},

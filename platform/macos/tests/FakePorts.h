@@ -70,9 +70,12 @@ class FakeInputMonitoring final : public InputMonitoring {
 
 class FakeLoginItem final : public LoginItem {
  public:
-  bool isEnabled() override { return enabled; }
+  LoginItemStatus status() override {
+    return enabled ? LoginItemStatus::enabled : LoginItemStatus::notRegistered;
+  }
   void registerItem() override { enabled = true; }
   void unregisterItem() override { enabled = false; }
+  void openSystemSettings() override {}
 
   bool enabled = false;
 };

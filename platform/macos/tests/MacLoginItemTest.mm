@@ -35,8 +35,12 @@ TEST(MacLoginItemTest, RegistersAndUnregistersTheApplicationItself) {
   const std::unique_ptr<LoginItem> loginItem = makeLoginItem();
   loginItem->registerItem();
   EXPECT_EQ(fake.status, SMAppServiceStatusEnabled);
+  EXPECT_EQ(loginItem->status(), LoginItemStatus::enabled);
+  fake.status = SMAppServiceStatusRequiresApproval;
+  EXPECT_EQ(loginItem->status(), LoginItemStatus::requiresApproval);
   loginItem->unregisterItem();
   EXPECT_EQ(fake.status, SMAppServiceStatusNotRegistered);
+  EXPECT_EQ(loginItem->status(), LoginItemStatus::notRegistered);
 }
 
 }  // namespace
