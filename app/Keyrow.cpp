@@ -1,5 +1,7 @@
 #include "app/Keyrow.h"
 
+#include <algorithm>
+
 #include "platform/Process.h"
 
 namespace keyrow {
@@ -23,7 +25,8 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                           .stateLog = diagnosticsLog_.logger(LogCategory::state)}},
       settingsWindowController_{{.view = views.settingsWindow,
                                  .application = platform.application,
-                                 .mainQueue = platform.mainQueue}},
+                                 .mainQueue = platform.mainQueue,
+                                 .tallestPane = [this] { return tallestPane(); }}},
       statusBarController_{{.view = views.statusItem,
                             .modePolicy = modePolicy_,
                             .settings = settings_,
@@ -147,6 +150,11 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
   views.settingsWindow.setActions(settingsWindowController_);
   views.general.setActions(generalPane_);
   views.about.setActions(aboutPane_);
+}
+
+double Keyrow::tallestPane() {
+  const double general = generalPane_.tallestHeight();
+  return std::max(general, aboutPane_.tallestHeight());
 }
 
 std::shared_ptr<KeyEventHandler> Keyrow::makeKeyEventHandler() {

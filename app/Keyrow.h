@@ -56,6 +56,8 @@ class Keyrow {
   AppDelegate& appDelegate() { return appDelegate_; }
 
  private:
+  double tallestPane();
+
   /// macOS would nap an application that shows nothing, and keys wait for this one.
   const Registration activity_;
   DiagnosticsLog diagnosticsLog_;

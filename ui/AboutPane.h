@@ -29,6 +29,9 @@ class AboutPane final : public AboutActions {
   void viewDidLoad() override;
   void viewWillAppear() override;
 
+  /// How high its tallest state is, in points: it has only one.
+  double tallestHeight() { return use_.view.fittingHeight(); }
+
   void toggle(Switch what, bool isOn) override;
   void openContactEmail() override { use_.bugReport.openContactEmail(); }
   void openBugReportEmail() override { use_.bugReport.openBugReportEmail(); }

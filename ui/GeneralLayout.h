@@ -80,9 +80,8 @@ inline constexpr double gapBeforeReset = 8;
 inline constexpr double minimumGapAboveQuit = 20;
 inline constexpr double quitBottomGap = 20;
 
-/// The popover's content, and its label within.
+/// The popover's content, which is as high as its text needs, and its label within.
 inline constexpr double popoverWidth = 280;
-inline constexpr double popoverHeight = 72;
 inline constexpr double popoverInset = 12;
 inline constexpr double popoverLabelWidth = popoverWidth - 2 * popoverInset;
 

@@ -1,5 +1,6 @@
 #include "ui/GeneralPane.h"
 
+#include <algorithm>
 #include <string>
 
 #include "ui/GeneralLayout.h"
@@ -31,7 +32,22 @@ void GeneralPane::viewDidLoad() {
       use_.notificationCenter.addObserver(permissionsWereLookedAt, [this] { refreshPermission(); });
 }
 
-void GeneralPane::viewWillAppear() { showSwitches(); }
+// Only now it is certain how much room the texts have.
+void GeneralPane::viewWillAppear() {
+  showSwitches();
+  refreshShortcutTexts();
+}
+
+// Only the hints change the height, and they turn on the modifier.
+double GeneralPane::tallestHeight() {
+  double tallest = use_.view.fittingHeight();
+  for (const auto& item : fnReplacementItems()) {
+    showHints(fnReplacementModifierFromRawValue(item.representedObject));
+    tallest = std::max(tallest, use_.view.fittingHeight());
+  }
+  showHints(use_.settings.fnReplacementModifier());
+  return tallest;
+}
 
 void GeneralPane::toggle(Switch what, bool isOn) {
   use_.switches.set(what, isOn);
@@ -44,7 +60,6 @@ void GeneralPane::changeFnReplacementModifier(
   use_.settings.setFnReplacementModifier(raw ? fnReplacementModifierFromRawValue(*raw)
                                              : std::nullopt);
   syncFnReplacementModifier();
-  refreshShortcutTexts();
 }
 
 void GeneralPane::toggleLocalShortcutCapture() {
@@ -90,33 +105,38 @@ void GeneralPane::showSwitches() {
 void GeneralPane::syncFnReplacementModifier() {
   const auto modifier = use_.settings.fnReplacementModifier();
   use_.view.selectFnReplacementItem(fnReplacementItemIndex(modifier));
-  if (modifier) {
-    use_.view.setFnReplacementHint("Use " + std::string{displayName(*modifier)} +
-                                   " with Esc for the global shortcut, or with the local app "
-                                   "shortcut above.");
-  } else {
-    use_.view.setFnReplacementHint(
-        "Optional. Choose a modifier key to mirror Fn for Esc and the local app shortcut.");
-  }
+  showHints(modifier);
 }
 
 void GeneralPane::refreshShortcutTexts() {
   const auto shortcut = use_.settings.localToggleShortcut();
-  use_.view.setLocalShortcutTitle(
-      use_.shortcutCapture.isRunning() ? "Press any key..." : "Fn + " + shortcut.displayName);
+  const auto title =
+      use_.shortcutCapture.isRunning() ? "Press any key..." : "Fn + " + shortcut.displayName;
+  use_.view.setLocalShortcutTitle(title);
+  use_.view.setLocalShortcutWholeTitle(
+      use_.view.isLocalShortcutTitleCut() ? std::optional<std::string_view>{title} : std::nullopt);
   const auto standard = defaultLocalToggleShortcut();
   use_.view.setResetLocalShortcutEnabled(shortcut.keyCode != standard.keyCode ||
                                          shortcut.displayName != standard.displayName);
-  if (const auto modifier = use_.settings.fnReplacementModifier()) {
-    use_.view.setLocalShortcutHint(
-        "Use Fn or " + std::string{displayName(*modifier)} +
-        " plus this key to create or toggle an app-specific Fn override for the frontmost app. "
-        "That app can use a different Fn mode from the global setting.");
-  } else {
+}
+
+void GeneralPane::showHints(std::optional<FnReplacementModifier> modifier) {
+  if (!modifier) {
     use_.view.setLocalShortcutHint(
         "Use Fn plus this key to create or toggle an app-specific Fn override for the frontmost "
         "app with a different Fn mode from the global setting.");
+    use_.view.setFnReplacementHint(
+        "Optional. Choose a modifier key to mirror Fn for Esc and the local app shortcut.");
+    return;
   }
+  const std::string name{displayName(*modifier)};
+  use_.view.setLocalShortcutHint(
+      "Use Fn or " + name +
+      " plus this key to create or toggle an app-specific Fn override for the frontmost app. "
+      "That app can use a different Fn mode from the global setting.");
+  use_.view.setFnReplacementHint("Use " + name +
+                                 " with Esc for the global shortcut, or with the local app "
+                                 "shortcut above.");
 }
 
 void GeneralPane::refreshPermission() { showPermission(use_.permissions.missing()); }

@@ -39,6 +39,9 @@ class GeneralPane final : public GeneralActions {
   void viewDidLoad() override;
   void viewWillAppear() override;
 
+  /// How high its tallest state is, in points.
+  double tallestHeight();
+
   void viewWillDisappear() override { stopLocalShortcutCapture(); }
   void windowDidResignKey() override { stopLocalShortcutCapture(); }
 
@@ -54,6 +57,7 @@ class GeneralPane final : public GeneralActions {
   void showSwitches();
   void syncFnReplacementModifier();
   void refreshShortcutTexts();
+  void showHints(std::optional<FnReplacementModifier> modifier);
   void refreshPermission();
   void showPermission(MissingPermission missing);
   bool captureShortcut(const KeyDown& key);

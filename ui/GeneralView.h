@@ -56,6 +56,11 @@ class GeneralView : public PaneView<GeneralActions> {
   virtual void setFnReplacementHint(std::string_view text) = 0;
 
   virtual void setLocalShortcutTitle(std::string_view title) = 0;
+  /// Whether the row has too little room for that title.
+  virtual bool isLocalShortcutTitleCut() = 0;
+  /// The button's tool tip and accessibility label; absent for no tool tip, and for
+  /// `generalLayout::localShortcutTitle` as the label.
+  virtual void setLocalShortcutWholeTitle(std::optional<std::string_view> title) = 0;
   virtual void setResetLocalShortcutEnabled(bool enabled) = 0;
   virtual void setLocalShortcutHint(std::string_view text) = 0;
 

@@ -55,6 +55,6 @@ std::vector<Checkbox> checkboxesOf(const auto& rows) {
 /// At the leading and the trailing edge of each pane.
 inline constexpr double paneInset = 24;
 /// Of labels that wrap.
-inline constexpr double paneTextWidth = settingsContentSize.width - 2 * paneInset;
+inline constexpr double paneTextWidth = leastSettingsContentSize.width - 2 * paneInset;
 
 }  // namespace keyrow

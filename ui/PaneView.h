@@ -27,6 +27,10 @@ class PaneView : public View<ActionsOfPane> {
  public:
   /// Of the pane's check box that switches this.
   virtual void setChecked(Switch what, bool checked) = 0;
+
+  /// How high the pane has to be for what it shows now, in points (`fittingSize`). Loads the pane
+  /// when it is not there yet.
+  virtual double fittingHeight() = 0;
 };
 
 }  // namespace keyrow

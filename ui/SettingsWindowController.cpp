@@ -1,6 +1,14 @@
 #include "ui/SettingsWindowController.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace keyrow {
+
+void SettingsWindowController::createWindow() {
+  contentSize_.height = std::max(contentSize_.height, std::ceil(use_.tallestPane()));
+  use_.view.create(contentSize_);
+}
 
 void SettingsWindowController::show() {
   if (!bringForward()) return;
@@ -15,12 +23,10 @@ void SettingsWindowController::showAbout() {
 }
 
 // The system sizes the window for each tab as it sees fit.
-void SettingsWindowController::viewDidAppear() {
-  use_.view.setFixedContentSize(settingsContentSize);
-}
+void SettingsWindowController::viewDidAppear() { use_.view.setFixedContentSize(contentSize_); }
 
 void SettingsWindowController::didSelectTabViewItem() {
-  use_.view.setFixedContentSize(settingsContentSize);
+  use_.view.setFixedContentSize(contentSize_);
 }
 
 bool SettingsWindowController::bringForward() {

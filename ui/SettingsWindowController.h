@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
@@ -16,12 +18,17 @@ class SettingsWindowController final : public SettingsWindowActions {
     SettingsWindowView& view;
     Application& application;
     MainQueue& mainQueue;
+    /// Gives the height of the tallest state of either pane, in points.
+    std::function<double()> tallestPane;
   };
 
-  explicit SettingsWindowController(const Uses& uses) : use_{uses} {}
+  explicit SettingsWindowController(Uses uses) : use_{std::move(uses)} {}
 
-  /// Creates the window; it stays hidden until the first `show`.
-  void createWindow() { use_.view.create(); }
+  /// Creates the window, as large as it ever has to be; it stays hidden until the first `show`.
+  void createWindow();
+
+  /// The size that it has at all times.
+  ContentSize contentSize() const { return contentSize_; }
 
   /// Makes this the active application with the window in front, and once more when the
   /// main queue gets to it: what is going on now may still take the focus away.
@@ -38,6 +45,7 @@ class SettingsWindowController final : public SettingsWindowActions {
   bool bringForward();
 
   const Uses use_;
+  ContentSize contentSize_ = leastSettingsContentSize;
   const std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

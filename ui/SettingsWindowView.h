@@ -24,7 +24,9 @@ struct SettingsTab {
 };
 
 inline constexpr std::string_view settingsWindowTitle = "Settings";
-inline constexpr ContentSize settingsContentSize{420, 390};
+/// The window has one size for both panes and all their states: this wide, and as high as the
+/// tallest state needs, but at least this high.
+inline constexpr ContentSize leastSettingsContentSize{420, 390};
 /// In their order; the first is shown first.
 inline constexpr std::array<SettingsTab, 2> settingsTabs{{
     {"General", "gearshape"},
@@ -48,8 +50,8 @@ class SettingsWindowActions {
 /// hides it.
 class SettingsWindowView : public View<SettingsWindowActions> {
  public:
-  /// Creates the window, hidden, with its two tabs and `settingsContentSize`.
-  virtual void create() = 0;
+  /// Creates the window, hidden, with its two tabs and this size.
+  virtual void create(ContentSize size) = 0;
 
   /// Whether there is a window.
   virtual bool hasWindow() = 0;

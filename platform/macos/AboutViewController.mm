@@ -30,7 +30,7 @@ using layout::Control;
 }
 
 - (void)loadView {
-  constexpr auto size = keyrow::settingsContentSize;
+  constexpr auto size = keyrow::leastSettingsContentSize;
   self.view = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)];
 }
 
@@ -105,10 +105,10 @@ using layout::Control;
 
 - (void)placeControls {
   NSView* const root = self.view;
-  constexpr auto size = keyrow::settingsContentSize;
+  constexpr auto size = keyrow::leastSettingsContentSize;
   NSMutableArray<NSLayoutConstraint*>* const constraints = [NSMutableArray arrayWithArray:@[
     [root.widthAnchor constraintEqualToConstant:size.width],
-    [root.heightAnchor constraintEqualToConstant:size.height],
+    [root.heightAnchor constraintGreaterThanOrEqualToConstant:size.height],
     [_appIconView.widthAnchor constraintEqualToConstant:layout::iconSize],
     [_appIconView.heightAnchor constraintEqualToConstant:layout::iconSize],
     [_descriptionLabel.widthAnchor constraintEqualToConstant:keyrow::paneTextWidth],

@@ -51,7 +51,7 @@ void keepSize(NSView* label, NSView* beside) {
 }
 
 - (void)loadView {
-  constexpr auto size = keyrow::settingsContentSize;
+  constexpr auto size = keyrow::leastSettingsContentSize;
   self.view = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)];
 }
 
@@ -144,10 +144,10 @@ void keepSize(NSView* label, NSView* beside) {
 
 - (void)placeControls {
   NSView* const root = self.view;
-  constexpr auto size = keyrow::settingsContentSize;
+  constexpr auto size = keyrow::leastSettingsContentSize;
   NSMutableArray<NSLayoutConstraint*>* const constraints = [NSMutableArray arrayWithArray:@[
     [root.widthAnchor constraintEqualToConstant:size.width],
-    [root.heightAnchor constraintEqualToConstant:size.height],
+    [root.heightAnchor constraintGreaterThanOrEqualToConstant:size.height],
   ]];
 
   NSLayoutYAxisAnchor* above = root.topAnchor;
@@ -251,8 +251,7 @@ void keepSize(NSView* label, NSView* beside) {
   label.translatesAutoresizingMaskIntoConstraints = NO;
 
   NSViewController* const content = [[NSViewController alloc] initWithNibName:nil bundle:nil];
-  content.view =
-      [[NSView alloc] initWithFrame:NSMakeRect(0, 0, layout::popoverWidth, layout::popoverHeight)];
+  content.view = [[NSView alloc] init];
   [content.view addSubview:label];
   [NSLayoutConstraint activateConstraints:@[
     [label.topAnchor constraintEqualToAnchor:content.view.topAnchor constant:layout::popoverInset],
@@ -264,6 +263,7 @@ void keepSize(NSView* label, NSView* beside) {
                                        constant:-layout::popoverInset],
     [label.widthAnchor constraintEqualToConstant:layout::popoverLabelWidth],
   ]];
+  [content.view setFrameSize:content.view.fittingSize];
   content.preferredContentSize = content.view.frame.size;
 
   _axPermissionPopover = [[NSPopover alloc] init];

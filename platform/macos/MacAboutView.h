@@ -9,6 +9,7 @@ namespace keyrow::macos {
 class MacAboutView final : public AboutView {
  public:
   void setChecked(Switch what, bool checked) override;
+  double fittingHeight() override;
   void setVersion(std::string_view text) override;
 
   /// The pane's controller, made at the first time.

@@ -10,6 +10,8 @@ AboutViewController* MacAboutView::viewController() {
   return controller_;
 }
 
+double MacAboutView::fittingHeight() { return viewController().view.fittingSize.height; }
+
 void MacAboutView::setChecked(Switch what, bool checked) {
   setOn([controller_ checkboxOf:what], checked);
 }

@@ -9,10 +9,13 @@ namespace keyrow::macos {
 class MacGeneralView final : public GeneralView {
  public:
   void setChecked(Switch what, bool checked) override;
+  double fittingHeight() override;
   void setFnReplacementItems(std::span<const FnReplacementItem> items) override;
   void selectFnReplacementItem(std::size_t index) override;
   void setFnReplacementHint(std::string_view text) override;
   void setLocalShortcutTitle(std::string_view title) override;
+  bool isLocalShortcutTitleCut() override;
+  void setLocalShortcutWholeTitle(std::optional<std::string_view> title) override;
   void setResetLocalShortcutEnabled(bool enabled) override;
   void setLocalShortcutHint(std::string_view text) override;
   void setPermission(std::string_view buttonTitle, PermissionColor color,

@@ -4,6 +4,7 @@
 
 #include "platform/macos/Controls.h"
 #include "platform/macos/Conversions.h"
+#include "ui/GeneralLayout.h"
 
 namespace keyrow::macos {
 
@@ -11,6 +12,8 @@ GeneralViewController* MacGeneralView::viewController() {
   if (!controller_) controller_ = [[GeneralViewController alloc] initWithActions:actions()];
   return controller_;
 }
+
+double MacGeneralView::fittingHeight() { return viewController().view.fittingSize.height; }
 
 void MacGeneralView::setChecked(Switch what, bool checked) {
   setOn([controller_ checkboxOf:what], checked);
@@ -43,6 +46,21 @@ void MacGeneralView::setFnReplacementHint(std::string_view text) {
 void MacGeneralView::setLocalShortcutTitle(std::string_view title) {
   controller_.localShortcutButton.title = nsString(title);
   controller_.localShortcutButton.accessibilityValue = nsString(title);
+}
+
+bool MacGeneralView::isLocalShortcutTitleCut() {
+  [controller_.view layoutSubtreeIfNeeded];
+  // Views stand on whole pixels, which on some screens are half points.
+  constexpr CGFloat tolerance = 0.5;
+  NSButton* const button = controller_.localShortcutButton;
+  const NSRect place = [button alignmentRectForFrame:button.frame];
+  return place.size.width < button.intrinsicContentSize.width - tolerance;
+}
+
+void MacGeneralView::setLocalShortcutWholeTitle(std::optional<std::string_view> title) {
+  NSButton* const button = controller_.localShortcutButton;
+  button.toolTip = title ? nsString(*title) : nil;
+  button.accessibilityLabel = nsString(title.value_or(generalLayout::localShortcutTitle));
 }
 
 void MacGeneralView::setResetLocalShortcutEnabled(bool enabled) {

@@ -17,7 +17,7 @@ class MacSettingsWindowView final : public SettingsWindowView {
   MacSettingsWindowView(MacGeneralView& general, MacAboutView& about)
       : general_{general}, about_{about} {}
 
-  void create() override;
+  void create(ContentSize size) override;
   bool hasWindow() override;
   void bringToFront() override;
   void selectTab(std::size_t index) override;

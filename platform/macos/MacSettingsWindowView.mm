@@ -8,18 +8,18 @@
 /// Controls the one settings window.
 @interface KeyrowSettingsWindowController : NSWindowController
 - (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
-                          panes:(NSArray<NSViewController*>*)panes;
+                          panes:(NSArray<NSViewController*>*)panes
+                           size:(NSSize)size;
 - (instancetype)initWithWindow:(NSWindow*)window NS_UNAVAILABLE;
 @end
 
 @implementation KeyrowSettingsWindowController
 
 - (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
-                          panes:(NSArray<NSViewController*>*)panes {
+                          panes:(NSArray<NSViewController*>*)panes
+                           size:(NSSize)size {
   PreferencesTabViewController* const tabs =
-      [[PreferencesTabViewController alloc] initWithActions:actions panes:panes];
-  constexpr auto size = keyrow::settingsContentSize;
-  const NSSize contentSize = NSMakeSize(size.width, size.height);
+      [[PreferencesTabViewController alloc] initWithActions:actions panes:panes size:size];
   NSWindow* const window =
       [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, size.width, size.height)
                                   styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
@@ -31,8 +31,8 @@
   window.titlebarAppearsTransparent = YES;
   window.movableByWindowBackground = YES;
   window.toolbarStyle = NSWindowToolbarStylePreference;
-  window.contentMinSize = contentSize;
-  window.contentMaxSize = contentSize;
+  window.contentMinSize = size;
+  window.contentMaxSize = size;
   window.releasedWhenClosed = NO;
 
   self = [super initWithWindow:window];
@@ -53,10 +53,17 @@
 
 namespace keyrow::macos {
 
-void MacSettingsWindowView::create() {
+namespace {
+
+NSSize nsSize(ContentSize size) { return NSMakeSize(size.width, size.height); }
+
+}  // namespace
+
+void MacSettingsWindowView::create(ContentSize size) {
   controller_ = [[KeyrowSettingsWindowController alloc]
       initWithActions:actions()
-                panes:@[ general_.viewController(), about_.viewController() ]];
+                panes:@[ general_.viewController(), about_.viewController() ]
+                 size:nsSize(size)];
 }
 
 NSWindow* MacSettingsWindowView::window() const { return controller_.window; }
@@ -75,7 +82,7 @@ void MacSettingsWindowView::selectTab(std::size_t index) {
 }
 
 void MacSettingsWindowView::setFixedContentSize(ContentSize size) {
-  const NSSize contentSize = NSMakeSize(size.width, size.height);
+  const NSSize contentSize = nsSize(size);
   window().contentSize = contentSize;
   window().contentMinSize = contentSize;
   window().contentMaxSize = contentSize;

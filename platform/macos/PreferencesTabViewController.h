@@ -6,7 +6,8 @@
 
 /// The tabs of the settings window, with a pane each.
 @interface PreferencesTabViewController : NSTabViewController
-/// `panes` in the order of the tabs; `actions` has to outlive the controller.
+/// `panes` in the order of the tabs, all of one size; `actions` has to outlive the controller.
 - (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
-                          panes:(NSArray<NSViewController*>*)panes;
+                          panes:(NSArray<NSViewController*>*)panes
+                           size:(NSSize)size;
 @end

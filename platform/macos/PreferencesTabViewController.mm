@@ -7,14 +7,17 @@
 @implementation PreferencesTabViewController {
   keyrow::SettingsWindowActions* _actions;
   NSArray<NSViewController*>* _panes;
+  NSSize _size;
 }
 
 - (instancetype)initWithActions:(keyrow::SettingsWindowActions&)actions
-                          panes:(NSArray<NSViewController*>*)panes {
+                          panes:(NSArray<NSViewController*>*)panes
+                           size:(NSSize)size {
   self = [super init];
   if (!self) return nil;
   _actions = &actions;
   _panes = panes;
+  _size = size;
   return self;
 }
 
@@ -22,13 +25,12 @@
   [super viewDidLoad];
   self.tabView.tabViewType = NSNoTabsNoBorder;
 
-  constexpr auto size = keyrow::settingsContentSize;
   NSMutableArray<NSTabViewItem*>* const items = [NSMutableArray array];
   for (std::size_t index = 0; index < keyrow::settingsTabs.size(); ++index) {
     const auto& tab = keyrow::settingsTabs[index];
     NSViewController* const pane = _panes[index];
     pane.title = keyrow::macos::nsString(tab.title);
-    pane.preferredContentSize = NSMakeSize(size.width, size.height);
+    pane.preferredContentSize = _size;
     NSTabViewItem* const item = [NSTabViewItem tabViewItemWithViewController:pane];
     item.label = keyrow::macos::nsString(tab.title);
     item.image = [NSImage imageWithSystemSymbolName:keyrow::macos::nsString(tab.symbolName)
@@ -37,7 +39,7 @@
   }
   self.tabViewItems = items;
   self.selectedTabViewItemIndex = 0;
-  self.preferredContentSize = NSMakeSize(size.width, size.height);
+  self.preferredContentSize = _size;
   self.tabStyle = NSTabViewControllerTabStyleToolbar;
   self.canPropagateSelectedChildViewControllerTitle = NO;
 }

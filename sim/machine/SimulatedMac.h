@@ -34,6 +34,7 @@
 #include "sim/machine/Scheduler.h"
 #include "sim/machine/Screen.h"
 #include "sim/machine/Sessions.h"
+#include "sim/machine/SystemFont.h"
 #include "sim/machine/Timeline.h"
 #include "sim/machine/UnifiedLog.h"
 
@@ -85,6 +86,10 @@ class SimulatedMac {
 
   /// For whom Sparkle has been started before, by the domain of the settings.
   std::set<std::string> sparkleStarts;
+
+  SystemFont systemFont;
+  /// How high a push button is, and how much wider than its title, in points: 24 on macOS 26.
+  double pushButtonExtent = 20;
 
   LoginItemStatus loginItemStatus = LoginItemStatus::notRegistered;
   /// Whether the user has to approve a login item before it counts.

@@ -6,6 +6,26 @@ namespace keyrow::sim {
 
 namespace layout = aboutLayout;
 
+double SimulatedAboutView::neededHeight() const {
+  const auto heightOf = [this](layout::Control control) {
+    switch (control) {
+      case layout::Control::appIcon:
+        return layout::iconSize;
+      case layout::Control::description:
+        return SystemFont::lineHeight(FontSize::system) *
+               context().mac.systemFont.lineCount(layout::descriptionText, FontSize::system,
+                                                  paneTextWidth);
+      case layout::Control::version:
+        return SystemFont::lineHeight(FontSize::small);
+      case layout::Control::contactActions:
+      case layout::Control::checkUpdates:
+        break;
+    }
+    return context().mac.pushButtonExtent;
+  };
+  return heightOfRows(layout::rows, layout::hintMaximumLines, heightOf) + layout::bottomGap;
+}
+
 std::vector<SimulatedAboutView::Clickable> SimulatedAboutView::clickables() const {
   std::vector<Clickable> result;
   for (const auto& row : layout::rows) {

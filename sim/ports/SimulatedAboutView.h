@@ -18,6 +18,7 @@ class SimulatedAboutView final : public SimulatedPane<AboutView> {
 
  private:
   std::vector<Clickable> clickables() const override;
+  double neededHeight() const override;
 };
 
 }  // namespace keyrow::sim

@@ -19,6 +19,46 @@ void SimulatedGeneralView::disappear() {
   context().mainThread->deliver([this] { actions().viewWillDisappear(); });
 }
 
+double SimulatedGeneralView::neededHeight() const {
+  const double buttonHeight = context().mac.pushButtonExtent;
+  const auto heightOf = [&](layout::Control control) {
+    switch (control) {
+      case layout::Control::permissionStack:
+        return buttonHeight;
+      case layout::Control::localShortcut:
+      case layout::Control::fnReplacement:
+        break;
+      case layout::Control::localShortcutHint:
+        return heightOfHint(localShortcutHint, layout::hintMaximumLines);
+      case layout::Control::fnReplacementHint:
+        return heightOfHint(fnReplacementHint, layout::hintMaximumLines);
+    }
+    // The row begins with a label, and what is beside it stands out above and below.
+    return SystemFont::lineHeight(FontSize::system);
+  };
+  return heightOfRows(layout::rows, layout::hintMaximumLines, heightOf) +
+         layout::minimumGapAboveQuit + buttonHeight + layout::quitBottomGap;
+}
+
+double SimulatedGeneralView::popoverHeight() const {
+  const auto lines = context().mac.systemFont.lineCount(layout::popoverText, FontSize::system,
+                                                        layout::popoverLabelWidth);
+  return SystemFont::lineHeight(FontSize::system) * lines + 2 * layout::popoverInset;
+}
+
+double SimulatedGeneralView::widthOfButton(std::string_view title) const {
+  return context().mac.systemFont.textWidth(title, FontSize::system) +
+         context().mac.pushButtonExtent;
+}
+
+bool SimulatedGeneralView::isLocalShortcutTitleCut() {
+  const double label =
+      context().mac.systemFont.textWidth(layout::localShortcutTitle, FontSize::system);
+  const double room = paneTextWidth - label - layout::minimumGapAfterLabel -
+                      layout::gapBeforeReset - widthOfButton(layout::resetTitle);
+  return widthOfButton(localShortcutTitle) > std::min(room, layout::localShortcutMaximumWidth);
+}
+
 bool SimulatedGeneralView::chooseFnReplacement(std::string_view title) {
   const auto found = std::ranges::find_if(fnReplacementItems, [title](const auto& item) {
     return !item.isSeparator && item.title == title;

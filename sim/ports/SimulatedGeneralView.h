@@ -19,6 +19,10 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
   void selectFnReplacementItem(std::size_t index) override { selectedFnReplacementItem = index; }
   void setFnReplacementHint(std::string_view text) override { fnReplacementHint = text; }
   void setLocalShortcutTitle(std::string_view title) override { localShortcutTitle = title; }
+  bool isLocalShortcutTitleCut() override;
+  void setLocalShortcutWholeTitle(std::optional<std::string_view> title) override {
+    localShortcutTip = title.value_or("");
+  }
   void setResetLocalShortcutEnabled(bool enabled) override { isResetEnabled = enabled; }
   void setLocalShortcutHint(std::string_view text) override { localShortcutHint = text; }
   void setPermission(std::string_view buttonTitle, PermissionColor color,
@@ -30,6 +34,9 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
   bool isPermissionPopoverShown() override { return isPopoverShown; }
   void showPermissionPopover() override { isPopoverShown = true; }
   void closePermissionPopover() override { isPopoverShown = false; }
+
+  /// How high the popover's content has to be for its text, in points.
+  double popoverHeight() const;
 
   /// The window tells where its keys go.
   void setWindowKey(bool isKey);
@@ -43,6 +50,8 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
   std::size_t selectedFnReplacementItem = 0;
   std::string fnReplacementHint;
   std::string localShortcutTitle;
+  /// The button's tool tip; empty for none.
+  std::string localShortcutTip;
   bool isResetEnabled = true;
   std::string localShortcutHint;
   std::string permissionButtonTitle;
@@ -52,6 +61,8 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
 
  private:
   std::vector<Clickable> clickables() const override;
+  double neededHeight() const override;
+  double widthOfButton(std::string_view title) const;
 
   bool isWindowKey_ = false;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <string_view>
@@ -8,7 +9,7 @@
 
 #include "sim/ports/ProcessContext.h"
 #include "sim/ports/SimulatedControl.h"
-#include "ui/Checkbox.h"
+#include "ui/PaneLayout.h"
 
 namespace keyrow::sim {
 
@@ -24,6 +25,11 @@ class SimulatedPane : public PaneView {
   bool isChecked(Switch what) const {
     const auto found = isChecked_.find(what);
     return found != isChecked_.end() && found->second;
+  }
+
+  double fittingHeight() override {
+    load();
+    return neededHeight();
   }
 
   /// The pane is looked at for the first time.
@@ -77,6 +83,29 @@ class SimulatedPane : public PaneView {
   }
 
   virtual std::vector<Clickable> clickables() const = 0;
+
+  /// How high the pane has to be for what it shows now, in points.
+  virtual double neededHeight() const = 0;
+
+  /// The same of rows, with the gaps above them. `heightOf` gives the height of a control.
+  double heightOfRows(const auto& rows, int hintMaximumLines, auto heightOf) const {
+    constexpr double checkboxHeight = 16;
+    double height = 0;
+    for (const auto& row : rows) {
+      height += row.place.topGap;
+      if (const auto* hint = std::get_if<Hint>(&row.what)) {
+        height += heightOfHint(hint->text, hintMaximumLines);
+      } else {
+        height += row.what.index() == 0 ? heightOf(std::get<0>(row.what)) : checkboxHeight;
+      }
+    }
+    return height;
+  }
+
+  double heightOfHint(std::string_view text, int maximumLines) const {
+    const auto lines = context_.mac.systemFont.lineCount(text, FontSize::small, paneTextWidth);
+    return SystemFont::lineHeight(FontSize::small) * std::min(lines, maximumLines);
+  }
 
   const ProcessContext& context() const { return context_; }
 

@@ -20,10 +20,10 @@ SimulatedSettingsWindowView::SimulatedSettingsWindowView(const ProcessContext& c
       activations_{context.mac.applications.observeActivation([this] { updateKey(); })},
       alerts_{context.mac.screen.observeAlerts([this] { updateKey(); })} {}
 
-void SimulatedSettingsWindowView::create() {
+void SimulatedSettingsWindowView::create(ContentSize size) {
   context_.mac.trace.add("create settings window");
+  contentSize_ = size;
   ++createdCount_;
-  general_.load();
 }
 
 void SimulatedSettingsWindowView::bringToFront() {

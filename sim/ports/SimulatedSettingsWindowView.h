@@ -16,7 +16,7 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   SimulatedSettingsWindowView(const ProcessContext& context, SimulatedGeneralView& general,
                               SimulatedAboutView& about);
 
-  void create() override;
+  void create(ContentSize size) override;
   bool hasWindow() override { return createdCount_ > 0; }
   void bringToFront() override;
   void selectTab(std::size_t index) override;
@@ -49,7 +49,7 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   int createdCount_ = 0;
   bool isVisible_ = false;
   int broughtToFrontCount_ = 0;
-  ContentSize contentSize_ = settingsContentSize;
+  ContentSize contentSize_;
   std::size_t selectedIndex_ = 0;
   Registration activations_;
   Registration alerts_;

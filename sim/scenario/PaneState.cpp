@@ -18,6 +18,7 @@ std::vector<std::pair<std::string, std::string>> paneState(SimulatedPlatform& pl
       {"permission-tip", general.permissionToolTip},
       {"permission-help", general.isPopoverShown ? "shown" : "closed"},
       {"shortcut", general.localShortcutTitle},
+      {"shortcut-tip", general.localShortcutTip.empty() ? "none" : general.localShortcutTip},
       {"reset", general.isResetEnabled ? "enabled" : "disabled"},
       {"shortcut-hint", general.localShortcutHint},
       {"replacement", replacement},

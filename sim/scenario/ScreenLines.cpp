@@ -367,8 +367,9 @@ constexpr std::array<ExpectationWord, 6> expectations{{
      "expect voice \"Standard function keys by default\"", expectVoice},
     {"pane", "expect pane NAME \"STATE\"",
      "What the settings window shows: permission, permission-button, permission-tip, "
-     "permission-help, login-item, caps-lock-indicator, external-keys, shortcut, reset, "
-     "shortcut-hint, replacement, replacement-hint; version, diagnostics, auto-update.",
+     "permission-help, login-item, caps-lock-indicator, external-keys, shortcut, "
+     "shortcut-tip, reset, shortcut-hint, replacement, replacement-hint; version, diagnostics, "
+     "auto-update.",
      "expect pane shortcut \"Fn + `\"", expectPane},
 }};
 

@@ -43,10 +43,12 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           std::string{"observe "} + takeover, "list running applications", "create main menu",
           "create status item",
           // The mode, for the item.
-          "find-service", "read-service-property", "create settings window",
-          // Its first pane shows the permissions, and follows every look at one.
+          "find-service", "read-service-property",
+          // The panes are measured: the first shows the permissions, and follows every look at one,
+          // and both follow what can be switched elsewhere.
           "is process trusted", "check input monitoring",
           "observe NSApplicationDidBecomeActiveNotification", "observe PermissionsWereLookedAt",
+          "observe NSApplicationDidBecomeActiveNotification", "create settings window",
           "start updater",
           // An override whose application is not installed.
           "find-application",

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <numeric>
 #include <set>
@@ -71,45 +70,6 @@ void expectHintsBelowWhatTheyExplain(const auto& rows) {
 TEST(PaneLayoutTest, AHintIsNearerToWhatItExplainsThanToWhatFollows) {
   expectHintsBelowWhatTheyExplain(generalLayout::rows);
   expectHintsBelowWhatTheyExplain(aboutLayout::rows);
-}
-
-/// How much height rows need at least, in points, with what Apple's controls measure and a
-/// guess at the lines of a hint.
-double heightOf(const auto& rows, auto heightOfControl) {
-  constexpr double checkboxHeight = 16;
-  constexpr double hintLineHeight = 14;
-  constexpr double hintCharactersPerLine = 66;
-  double height = 0;
-  for (const auto& row : rows) {
-    height += row.place.topGap;
-    if (const auto* hint = std::get_if<Hint>(&row.what)) {
-      const auto length = static_cast<double>(hint->text.size());
-      height += hintLineHeight * std::ceil(length / hintCharactersPerLine);
-    } else {
-      height += row.what.index() == 0 ? heightOfControl(std::get<0>(row.what)) : checkboxHeight;
-    }
-  }
-  return height;
-}
-
-TEST(AboutLayoutTest, FitsIntoTheWindow) {
-  const auto heightOfControl = [](aboutLayout::Control control) -> double {
-    using enum aboutLayout::Control;
-    switch (control) {
-      case appIcon:
-        return aboutLayout::iconSize;
-      case description:
-        return 16;
-      case version:
-        return 14;
-      case contactActions:
-      case checkUpdates:
-        break;
-    }
-    return 20;
-  };
-  EXPECT_LE(heightOf(aboutLayout::rows, heightOfControl) + aboutLayout::bottomGap,
-            settingsContentSize.height);
 }
 
 }  // namespace

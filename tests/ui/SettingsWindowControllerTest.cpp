@@ -17,6 +17,9 @@ class SettingsWindowControllerTest : public SimulatedMacTest {
  protected:
   void SetUp() override { controller().createWindow(); }
 
+  /// What the tallest state of the panes takes.
+  static constexpr ContentSize theOnlySize{420, 418};
+
   SettingsWindowController& controller() { return keyrow().settingsWindowController(); }
   SimulatedSettingsWindowView& window() { return process->settingsWindow(); }
 };
@@ -50,10 +53,10 @@ TEST_F(SettingsWindowControllerTest, ComesForwardNowAndOnceMoreFromTheMainQueue)
 
 TEST_F(SettingsWindowControllerTest, EveryTabHasTheSameSize) {
   controller().show();
-  EXPECT_EQ(window().contentSize(), (ContentSize{420, 390}));
+  EXPECT_EQ(window().contentSize(), theOnlySize);
   for (const auto* tab : {"About", "General", "About"}) {
     ASSERT_TRUE(window().selectTab(tab));
-    EXPECT_EQ(window().contentSize(), (ContentSize{420, 390})) << tab;
+    EXPECT_EQ(window().contentSize(), theOnlySize) << tab;
   }
 }
 
@@ -65,7 +68,7 @@ TEST_F(SettingsWindowControllerTest, ClosedAndShownAgainItKeepsItsTabAndSize) {
   controller().show();
   EXPECT_TRUE(window().isVisible());
   EXPECT_EQ(window().selectedTab().title, "About");
-  EXPECT_EQ(window().contentSize(), (ContentSize{420, 390}));
+  EXPECT_EQ(window().contentSize(), theOnlySize);
 }
 
 TEST_F(SettingsWindowControllerTest, ItsTitleAndTabsAreFixed) {
@@ -91,7 +94,8 @@ TEST(SettingsWindowControllerThatIsGoneTest, DoesNotComeForwardOnceMore) {
   std::optional<SettingsWindowController> controller{
       std::in_place, SettingsWindowController::Uses{.view = process.settingsWindow(),
                                                     .application = platform.application,
-                                                    .mainQueue = platform.mainQueue}};
+                                                    .mainQueue = platform.mainQueue,
+                                                    .tallestPane = [] { return 400.0; }}};
   process.settingsWindow().setActions(*controller);
   controller->createWindow();
   controller->show();

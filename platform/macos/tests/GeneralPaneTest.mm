@@ -1,5 +1,7 @@
 #import <QuartzCore/QuartzCore.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 #include "platform/Application.h"
@@ -159,9 +161,11 @@ TEST_F(GeneralPaneTest, ACaptureEndsWhenItsWindowGetsNoKeysAnyMore) {
 TEST_F(GeneralPaneTest, HasRoomForEveryTextThatItShows) {
   keyrow.createWindow();
   const auto items = fnReplacementItems();
+  double tallest = leastSettingsContentSize.height;
   for (std::size_t index = 0; index < items.size(); ++index) {
     if (items[index].isSeparator) continue;
     choose(static_cast<NSInteger>(index));
+    tallest = std::max<double>(tallest, pane().view.fittingSize.height);
     for (const auto* state : {"", ", capturing"}) {
       [pane().view layoutSubtreeIfNeeded];
       const auto name = "settings-general, " + std::string{items[index].title} + state;
@@ -169,6 +173,34 @@ TEST_F(GeneralPaneTest, HasRoomForEveryTextThatItShows) {
       EXPECT_TRUE(writeImage(pane().view, name));
       [pane().localShortcutButton performClick:nil];
     }
+  }
+  EXPECT_EQ(keyrow.contentSize().height, std::ceil(tallest));
+}
+
+TEST_F(GeneralPaneTest, ATitleThatIsCutIsToldWhole) {
+  keyrow.createWindow();
+  NSButton* const button = pane().localShortcutButton;
+  for (const auto* key : {"F5", "Page Up", "Left Arrow", "Forward Delete"}) {
+    keyrow.settings().setLocalToggleShortcut({117, key, std::nullopt});
+    for (int time = 0; time < 2; ++time) {
+      [button performClick:nil];
+      [pane().view layoutSubtreeIfNeeded];
+      const bool isCut = [button alignmentRectForFrame:button.frame].size.width <
+                         button.intrinsicContentSize.width - 0.5;
+      EXPECT_EQ(utf8Text(button.toolTip), isCut ? titleOf(button) : "");
+      EXPECT_EQ(utf8Text(button.accessibilityLabel),
+                isCut ? titleOf(button) : std::string{layout::localShortcutTitle});
+    }
+  }
+}
+
+TEST_F(GeneralPaneTest, TheDotFollowsTheAppearance) {
+  keyrow.createWindow();
+  KeyrowDotView* const dot = pane().axPermissionIndicatorView;
+  for (NSAppearanceName name in @[ NSAppearanceNameDarkAqua, NSAppearanceNameAqua ]) {
+    pane().view.appearance = [NSAppearance appearanceNamed:name];
+    EXPECT_TRUE(isIndicator(NSColor.systemRedColor)) << utf8Text(name);
+    EXPECT_EQ(dot.effectiveAppearance, pane().view.effectiveAppearance);
   }
 }
 
@@ -188,6 +220,11 @@ TEST_F(GeneralPaneTest, ThePopoverExplainsThePermissions) {
   NSTextField* const label = popover.contentViewController.view.subviews.firstObject;
   ASSERT_TRUE([label isKindOfClass:NSTextField.class]);
   EXPECT_EQ(textOf(label), layout::popoverText);
+  NSView* const content = popover.contentViewController.view;
+  EXPECT_EQ(content.frame.size.width, layout::popoverWidth);
+  EXPECT_EQ(content.frame.size.height, content.fittingSize.height);
+  EXPECT_TRUE(NSEqualSizes(popover.contentViewController.preferredContentSize, content.frame.size));
+  EXPECT_EQ(layoutFaults(content), "");
 }
 
 }  // namespace

@@ -82,6 +82,8 @@ class Check {
   void checkSize(NSControl* control) {
     const bool isLabel = [control isKindOfClass:NSTextField.class];
     if (!isLabel && ![control isKindOfClass:NSButton.class]) return;
+    const bool saysAll = !isLabel && [control.toolTip isEqual:((NSButton*)control).title];
+    if (saysAll) return;
     const bool wraps = isLabel && control.cell.wraps;
     const NSSize size = wraps ? control.frame.size : place(control).size;
     const NSSize needed = wraps ? wholeSize((NSTextField*)control) : control.intrinsicContentSize;

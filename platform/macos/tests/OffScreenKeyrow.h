@@ -44,6 +44,9 @@ class OffScreenKeyrow {
     layOut();
   }
 
+  /// The size that the window has at all times.
+  ContentSize contentSize() { return keyrow_.settingsWindowController().contentSize(); }
+
   /// Shows a tab, by its place; false when its pane is not in the window after a while.
   bool selectTab(NSInteger index);
 

@@ -14,9 +14,9 @@ class SettingsWindowTest : public SettingsWindowFixture {
 
   void expectTheOnlySize() {
     NSWindow* const window = keyrow.window();
-    EXPECT_EQ(contentSize(window.contentView.frame.size), settingsContentSize);
-    EXPECT_EQ(contentSize(window.contentMinSize), settingsContentSize);
-    EXPECT_EQ(contentSize(window.contentMaxSize), settingsContentSize);
+    EXPECT_EQ(contentSize(window.contentView.frame.size), keyrow.contentSize());
+    EXPECT_EQ(contentSize(window.contentMinSize), keyrow.contentSize());
+    EXPECT_EQ(contentSize(window.contentMaxSize), keyrow.contentSize());
   }
 };
 
@@ -61,14 +61,22 @@ TEST_F(SettingsWindowTest, HasTheSameTitleAndSizeInEveryTab) {
   }
 }
 
+TEST_F(SettingsWindowTest, IsAsHighAsThePanesNeed) {
+  const auto size = keyrow.contentSize();
+  EXPECT_EQ(size.width, leastSettingsContentSize.width);
+  EXPECT_GE(size.height, leastSettingsContentSize.height);
+  EXPECT_GE(size.height, keyrow.general().view.fittingSize.height);
+  EXPECT_GE(size.height, keyrow.about().view.fittingSize.height);
+}
+
 TEST_F(SettingsWindowTest, TheGeneralPaneFillsItWithoutAFault) {
-  EXPECT_EQ(contentSize(keyrow.general().view.frame.size), settingsContentSize);
+  EXPECT_EQ(contentSize(keyrow.general().view.frame.size), keyrow.contentSize());
   EXPECT_EQ(layoutFaults(keyrow.general().view), "");
 }
 
 TEST_F(SettingsWindowTest, TheAboutPaneFillsItWithoutAFault) {
   ASSERT_TRUE(keyrow.selectTab(1));
-  EXPECT_EQ(contentSize(keyrow.about().view.frame.size), settingsContentSize);
+  EXPECT_EQ(contentSize(keyrow.about().view.frame.size), keyrow.contentSize());
   EXPECT_EQ(layoutFaults(keyrow.about().view), "");
 }
 

@@ -211,8 +211,9 @@ INSTANTIATE_TEST_SUITE_P(
               "play.txt:4:1: there is no pop-up in this tab"},
         Unmet{"launch keyrow\nexpect pane colour \"red\"",
               "play.txt:2:1: the settings window shows nothing called colour, but permission, "
-              "permission-button, permission-tip, permission-help, shortcut, reset, shortcut-hint, "
-              "replacement, replacement-hint, version, login-item, caps-lock-indicator, "
+              "permission-button, permission-tip, permission-help, shortcut, shortcut-tip, reset, "
+              "shortcut-hint, replacement, replacement-hint, version, login-item, "
+              "caps-lock-indicator, "
               "external-keys, diagnostics, auto-update"},
         Unmet{"defaults write localFnState 1\ndefaults add localFnState a=special",
               "play.txt:2:1: localFnState is no dictionary, but 1"},
