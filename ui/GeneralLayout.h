@@ -69,7 +69,6 @@ inline constexpr std::array rows{
 /// Within the row of the permission.
 inline constexpr double permissionStackSpacing = 8;
 inline constexpr double permissionIndicatorSize = 8;
-inline constexpr double permissionIndicatorCornerRadius = permissionIndicatorSize / 2;
 
 /// Beside the labels of the last two rows.
 inline constexpr double minimumGapAfterLabel = 12;

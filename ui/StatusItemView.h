@@ -43,9 +43,7 @@ class StatusItemActions {
 
 /// The look of the two indicators, round dots at the same place on the button, in points.
 struct StatusIndicatorLayout {
-  double width = 6;
-  double height = 6;
-  double cornerRadius = width / 2;
+  double diameter = 6;
   /// From the button's trailing edge to the dot's leading edge.
   double leadingToButtonTrailing = -1;
 };

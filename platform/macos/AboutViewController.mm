@@ -47,6 +47,11 @@ using layout::Control;
   _actions->viewWillAppear();
 }
 
+- (void)viewDidAppear {
+  [super viewDidAppear];
+  keyrow::macos::focus(_contactButton);
+}
+
 - (void)makeControls {
   NSImage* icon = [NSImage imageNamed:NSImageNameApplicationIcon];
   if (!icon) icon = [NSWorkspace.sharedWorkspace iconForFile:NSBundle.mainBundle.bundlePath];

@@ -30,6 +30,9 @@ struct ConnectedControl {
 /// around them in this order.
 void connectControls(id target, std::span<const ConnectedControl> controls);
 
+/// Gives a control the keyboard's focus, where the user has that go to every control.
+void focus(NSControl* control);
+
 /// Whether the checkbox is on.
 inline bool isOn(NSButton* checkbox) { return checkbox.state == NSControlStateValueOn; }
 

@@ -47,4 +47,8 @@ void connectControls(id target, std::span<const ConnectedControl> controls) {
   }
 }
 
+void focus(NSControl* control) {
+  if (control.canBecomeKeyView) [control.window makeFirstResponder:control];
+}
+
 }  // namespace keyrow::macos

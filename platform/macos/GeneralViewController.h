@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/macos/DotView.h"
 #include "ui/GeneralView.h"
 
 /// The General pane of the settings window: its controls, and where they stand.
@@ -18,7 +19,7 @@
 @property(readonly) NSTextField* fnReplacementModifierHintLabel;
 @property(readonly) NSButton* axPermissionButton;
 @property(readonly) NSButton* axPermissionHelpButton;
-@property(readonly) NSView* axPermissionIndicatorView;
+@property(readonly) KeyrowDotView* axPermissionIndicatorView;
 @property(readonly) NSStackView* axPermissionStack;
 @property(readonly) NSButton* quitButton;
 @property(readonly) NSTextField* localShortcutLabel;

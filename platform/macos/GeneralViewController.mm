@@ -1,7 +1,5 @@
 #include "platform/macos/GeneralViewController.h"
 
-#import <QuartzCore/QuartzCore.h>
-
 #include <variant>
 #include <vector>
 
@@ -70,6 +68,7 @@ void keepSize(NSView* label, NSView* beside) {
 
 - (void)viewDidAppear {
   [super viewDidAppear];
+  keyrow::macos::focus(_axPermissionButton);
   [NSNotificationCenter.defaultCenter addObserver:self
                                          selector:@selector(windowDidResignKey:)
                                              name:NSWindowDidResignKeyNotification
@@ -90,9 +89,8 @@ void keepSize(NSView* label, NSView* beside) {
 
 - (void)makeControls {
   _axPermissionButton = makePushButton({});
-  _axPermissionIndicatorView = [[NSView alloc] init];
-  _axPermissionIndicatorView.wantsLayer = YES;
-  _axPermissionIndicatorView.layer.cornerRadius = layout::permissionIndicatorCornerRadius;
+  _axPermissionIndicatorView =
+      [[KeyrowDotView alloc] initWithDiameter:layout::permissionIndicatorSize];
   _axPermissionIndicatorView.accessibilityElement = YES;
   _axPermissionIndicatorView.accessibilityRole = NSAccessibilityImageRole;
   _axPermissionHelpButton = [NSButton buttonWithTitle:@"" target:nil action:nil];
@@ -163,11 +161,6 @@ void keepSize(NSView* label, NSView* beside) {
   keepSize(_fnReplacementModifierLabel, _fnReplacementModifierPopup);
 
   [constraints addObjectsFromArray:@[
-    [_axPermissionIndicatorView.widthAnchor
-        constraintEqualToConstant:layout::permissionIndicatorSize],
-    [_axPermissionIndicatorView.heightAnchor
-        constraintEqualToConstant:layout::permissionIndicatorSize],
-
     [_localShortcutButton.leadingAnchor
         constraintGreaterThanOrEqualToAnchor:_localShortcutLabel.trailingAnchor
                                     constant:layout::minimumGapAfterLabel],

@@ -1,7 +1,5 @@
 #include "platform/macos/MacGeneralView.h"
 
-#import <QuartzCore/QuartzCore.h>
-
 #include "platform/macos/Controls.h"
 #include "platform/macos/Conversions.h"
 #include "ui/GeneralLayout.h"
@@ -74,10 +72,9 @@ void MacGeneralView::setLocalShortcutHint(std::string_view text) {
 void MacGeneralView::setPermission(std::string_view buttonTitle, PermissionColor color,
                                    std::string_view toolTip) {
   controller_.axPermissionButton.title = nsString(buttonTitle);
-  NSView* const indicator = controller_.axPermissionIndicatorView;
-  NSColor* const fill =
+  KeyrowDotView* const indicator = controller_.axPermissionIndicatorView;
+  indicator.color =
       color == PermissionColor::green ? NSColor.systemGreenColor : NSColor.systemRedColor;
-  indicator.layer.backgroundColor = fill.CGColor;
   indicator.toolTip = nsString(toolTip);
   indicator.accessibilityLabel = nsString(toolTip);
 }

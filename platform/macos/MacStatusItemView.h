@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/macos/DotView.h"
 #include "ui/StatusItemView.h"
 
 /// Hands what the user does with the status item on.
@@ -33,8 +34,8 @@ class MacStatusItemView final : public StatusItemView {
   NSMenuItem* menuItem(const MenuItem& item) const;
 
   NSStatusItem* statusItem_ = nil;
-  NSView* __weak statusIndicatorView_ = nil;
-  NSView* __weak scopeIndicatorView_ = nil;
+  KeyrowDotView* __weak statusIndicatorView_ = nil;
+  KeyrowDotView* __weak scopeIndicatorView_ = nil;
   KeyrowStatusItemTarget* target_ = nil;
 };
 

@@ -1,7 +1,5 @@
 #include "platform/macos/MacStatusItemView.h"
 
-#import <QuartzCore/QuartzCore.h>
-
 #include "platform/macos/Conversions.h"
 
 @implementation KeyrowStatusItemTarget {
@@ -58,18 +56,13 @@ namespace keyrow::macos {
 
 namespace {
 
-/// A round dot at its place on the button.
-NSView* addIndicator(NSStatusBarButton* button) {
+/// A dot at its place on the button.
+KeyrowDotView* addIndicator(NSStatusBarButton* button) {
   constexpr StatusIndicatorLayout layout;
-  NSView* const view = [[NSView alloc] init];
-  view.wantsLayer = YES;
-  view.layer.cornerRadius = layout.cornerRadius;
-  view.translatesAutoresizingMaskIntoConstraints = NO;
+  KeyrowDotView* const view = [[KeyrowDotView alloc] initWithDiameter:layout.diameter];
   view.hidden = YES;
   [button addSubview:view];
   [NSLayoutConstraint activateConstraints:@[
-    [view.widthAnchor constraintEqualToConstant:layout.width],
-    [view.heightAnchor constraintEqualToConstant:layout.height],
     [view.leadingAnchor constraintEqualToAnchor:button.trailingAnchor
                                        constant:layout.leadingToButtonTrailing],
     [view.centerYAnchor constraintEqualToAnchor:button.centerYAnchor],
@@ -133,12 +126,13 @@ void MacStatusItemView::create() {
                                                     target:target_
                                                   selector:@selector(performShowMenu)] ];
 
-  NSView* const statusIndicator = addIndicator(button);
+  KeyrowDotView* const statusIndicator = addIndicator(button);
   const auto& [red, green, blue, alpha] = capsLockIndicatorColor;
-  statusIndicator.layer.backgroundColor =
-      [NSColor colorWithCalibratedRed:red green:green blue:blue alpha:alpha].CGColor;
+  statusIndicator.color = [NSColor colorWithCalibratedRed:red green:green blue:blue alpha:alpha];
   statusIndicatorView_ = statusIndicator;
-  scopeIndicatorView_ = addIndicator(button);
+  KeyrowDotView* const scopeIndicator = addIndicator(button);
+  scopeIndicator.color = NSColor.systemBlueColor;
+  scopeIndicatorView_ = scopeIndicator;
 }
 
 void MacStatusItemView::setImage(std::string_view systemSymbolName) {
@@ -157,8 +151,6 @@ void MacStatusItemView::setScopeIndicator(bool hidden, std::optional<std::string
   NSView* const view = scopeIndicatorView_;
   view.hidden = hidden;
   view.toolTip = toolTip ? nsString(*toolTip) : nil;
-  // A dynamic colour: taken anew, it follows the appearance.
-  view.layer.backgroundColor = NSColor.systemBlueColor.CGColor;
 }
 
 void MacStatusItemView::setAccessibilityValue(std::string_view value) {

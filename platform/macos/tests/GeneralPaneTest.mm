@@ -27,8 +27,12 @@ class GeneralPaneTest : public SettingsWindowFixture {
   }
 
   bool isIndicator(NSColor* color) {
-    return CGColorEqualToColor(pane().axPermissionIndicatorView.layer.backgroundColor,
-                               color.CGColor);
+    __block bool isEqual = false;
+    KeyrowDotView* const dot = pane().axPermissionIndicatorView;
+    [dot.effectiveAppearance performAsCurrentDrawingAppearance:^{
+      isEqual = CGColorEqualToColor(dot.layer.backgroundColor, color.CGColor);
+    }];
+    return isEqual;
   }
 };
 
