@@ -1,11 +1,11 @@
 # Finds Sparkle 2, which looks for updates, or fetches its release.
 #
-# Sets KEYROW_SPARKLE_FRAMEWORK to the path of Sparkle.framework, or to nothing when building
-# against an SDK that only declares it: then Keyrow.app has no updater inside and will not
-# start, but everything else can be checked.
+# Sets KEYROW_SPARKLE_FRAMEWORK to the path of Sparkle.framework and KEYROW_SPARKLE_LICENSE to that
+# of its licence, or both to nothing when building against an SDK that only declares it: then
+# Keyrow.app has no updater inside and will not start, but everything else can be checked.
 
 set(KEYROW_SPARKLE_DIR "" CACHE PATH
-  "The folder that holds Sparkle.framework; empty to fetch Sparkle's release")
+  "The folder that holds Sparkle.framework and LICENSE; empty to fetch Sparkle's release")
 set(KEYROW_SPARKLE_URL "" CACHE STRING
   "Where Sparkle's release is fetched from; empty for where its makers put it")
 set(keyrow_sparkle_version 2.6.4)
@@ -16,7 +16,7 @@ if(NOT keyrow_sparkle_url)
 ${keyrow_sparkle_version}/Sparkle-for-Swift-Package-Manager.zip")
 endif()
 set(keyrow_sparkle_advice "Download Sparkle ${keyrow_sparkle_version} yourself, unpack it, and \
-configure again with -DKEYROW_SPARKLE_DIR=FOLDER, where FOLDER holds Sparkle.framework.")
+configure again with -DKEYROW_SPARKLE_DIR=FOLDER, where FOLDER holds Sparkle.framework and LICENSE.")
 
 # keyrow_fetch_sparkle(FOLDER)
 #
@@ -48,12 +48,16 @@ endfunction()
 
 if(KEYROW_SPARKLE_DIR)
   set(KEYROW_SPARKLE_FRAMEWORK "${KEYROW_SPARKLE_DIR}/Sparkle.framework")
-  if(NOT EXISTS "${KEYROW_SPARKLE_FRAMEWORK}")
-    message(FATAL_ERROR "There is no Sparkle.framework in \"${KEYROW_SPARKLE_DIR}\". "
-      "${keyrow_sparkle_advice}")
-  endif()
+  set(KEYROW_SPARKLE_LICENSE "${KEYROW_SPARKLE_DIR}/LICENSE")
+  foreach(part Sparkle.framework LICENSE)
+    if(NOT EXISTS "${KEYROW_SPARKLE_DIR}/${part}")
+      message(FATAL_ERROR "There is no ${part} in \"${KEYROW_SPARKLE_DIR}\". "
+        "${keyrow_sparkle_advice}")
+    endif()
+  endforeach()
 elseif(CMAKE_CROSSCOMPILING)
   set(KEYROW_SPARKLE_FRAMEWORK "")
+  set(KEYROW_SPARKLE_LICENSE "")
 else()
   set(keyrow_sparkle_release "${CMAKE_BINARY_DIR}/Sparkle-${keyrow_sparkle_version}")
   if(NOT EXISTS "${keyrow_sparkle_release}")
@@ -61,4 +65,5 @@ else()
   endif()
   set(KEYROW_SPARKLE_FRAMEWORK
     "${keyrow_sparkle_release}/Sparkle.xcframework/macos-arm64_x86_64/Sparkle.framework")
+  set(KEYROW_SPARKLE_LICENSE "${keyrow_sparkle_release}/LICENSE")
 endif()
