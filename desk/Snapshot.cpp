@@ -137,8 +137,8 @@ json windowOf(SimulatedProcess& process) {
   return {{"title", settingsWindowTitle},
           {"tabs", std::move(tabs)},
           {"tab", window.selectedTab().title},
-          {"width", settingsContentSize.width},
-          {"height", settingsContentSize.height},
+          {"width", window.contentSize().width},
+          {"height", window.contentSize().height},
           {"inset", paneInset},
           {"pane", paneOf(process.simulatedPlatform())}};
 }
@@ -168,7 +168,7 @@ json itemOf(const sim::SimulatedStatusItemView& item) {
           {"hasCapsLockDot", !item.isCapsLockIndicatorHidden()},
           {"toolTip", textOrNull(item.scopeToolTip())},
           {"isHighlighted", item.isHighlighted()},
-          {"dotSize", indicator.width},
+          {"dotSize", indicator.diameter},
           {"dotGap", indicator.leadingToButtonTrailing},
           {"menuX", statusMenuX},
           {"menu", menuOf(item)}};
@@ -230,11 +230,11 @@ json faultsOf(const sim::Faults& faults) {
 
 json loginItemOf(const sim::SimulatedMac& mac) {
   switch (mac.loginItemStatus) {
-    case sim::LoginItemStatus::enabled:
+    case LoginItemStatus::enabled:
       return "on";
-    case sim::LoginItemStatus::requiresApproval:
+    case LoginItemStatus::requiresApproval:
       return "needs approval";
-    case sim::LoginItemStatus::notRegistered:
+    case LoginItemStatus::notRegistered:
       break;
   }
   return "off";
