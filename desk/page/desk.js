@@ -34,12 +34,11 @@ function moveFocus(store) {
  * everything is laid out then anyway. */
 function scrollToShown(store) {
   if (store.at === lastShown) return;
-  const isFar = Math.abs(store.at - lastShown) > 2;
   lastShown = store.at;
   requestAnimationFrame(() => {
     bringIntoSight();
     // How high the rows are that were out of sight is known only now.
-    if (isFar) requestAnimationFrame(bringIntoSight);
+    requestAnimationFrame(bringIntoSight);
   });
 }
 

@@ -15,6 +15,7 @@ function eventRow(store, index, event) {
         "button",
         {
           type: "button",
+          tabindex: "-1",
           class: "expect",
           title: "Expect this",
           "aria-label": `Expect ${event.text}`,
@@ -43,7 +44,7 @@ function frameRow(store, frame, index) {
     { key: index, class: `frame ${state}${isShown ? "" : " later"}`, "data-index": String(index), "aria-current": isLast ? "step" : null },
     h(
       "button",
-      { type: "button", class: "line-button", title: "Show how things stood then", onclick: () => store.enqueue(() => store.goTo(index + 1)) },
+      { type: "button", tabindex: "-1", class: "line-button", title: "Show how things stood then", onclick: () => store.enqueue(() => store.goTo(index + 1)) },
       h("span", { class: "time" }, timeOf(frame, store.frames[index - 1])),
       h("span", { class: "words" }, spoken && h("span", { class: "spoken" }, spoken), words),
     ),
@@ -74,11 +75,24 @@ function refusal(store) {
   );
 }
 
+/** One stop for Tab; from there the arrow keys lead to its lines, and to what can be expected. */
+function moveInTimeline(event) {
+  const steps = { ArrowDown: 1, ArrowUp: -1 };
+  if (!(event.key in steps)) return;
+  event.preventDefault();
+  const list = event.currentTarget;
+  const buttons = [...list.querySelectorAll("button")];
+  const place = buttons.indexOf(document.activeElement);
+  const current = buttons.indexOf(list.querySelector("[aria-current] > button"));
+  const to = place < 0 ? Math.max(0, current) : place + steps[event.key];
+  buttons[to]?.focus();
+}
+
 function timeline(store) {
   const upcoming = store.script.slice(0, 500);
   return h(
     "ol",
-    { class: "timeline", "aria-label": "Timeline", tabindex: "0" },
+    { class: "timeline", "aria-label": "Timeline; the arrow keys lead through it", tabindex: "0", onkeydown: moveInTimeline },
     store.frames.map((frame, index) => frameRow(store, frame, index)),
     upcoming.map((one, index) => laterRow(one, store.frames.length + index)),
   );

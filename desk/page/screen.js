@@ -169,9 +169,12 @@ function applicationsPanel(store) {
   );
 }
 
+const drawings = { "com.apple.SystemSettings": "gear", [keyrowID]: "key" };
+
 function dockButton(store, id, line, isRunning) {
   const name = appName(id);
   const isFront = store.snapshot.front === id;
+  const hasDrawing = id in drawings;
   return h(
     "button",
     {
@@ -186,9 +189,10 @@ function dockButton(store, id, line, isRunning) {
     },
     h(
       "span",
-      { class: "tile", style: { "--hue": String(hueOf(id)) } },
-      id === "com.apple.SystemSettings" ? icon("gear", 24) : id === keyrowID ? icon("key", 24) : name[0].toUpperCase(),
+      { class: id === keyrowID ? "tile own" : "tile", "data-letter": hasDrawing ? "" : name[0].toUpperCase(), style: { "--hue": String(hueOf(id)) } },
+      hasDrawing && icon(drawings[id], 24),
     ),
+    h("span", { class: "app-name" }, name),
     h("span", { class: "running", "data-is": isRunning ? "yes" : "no" }),
   );
 }

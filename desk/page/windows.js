@@ -166,7 +166,7 @@ export function settingsWindow(store) {
   if (!window) return null;
   return h(
     "section",
-    { key: "settings", class: "window settings", "aria-label": "Keyrow settings" },
+    { key: "settings", class: window.isKey ? "window settings" : "window settings behind", "aria-label": "Keyrow settings" },
     titleBar(window.title, "Close Keyrow's settings", store.isFilm ? null : () => store.act("close window")),
     h(
       "div",
