@@ -42,7 +42,7 @@ json control(const sim::SimulatedGeneralView& general, generalLayout::Control wh
   switch (what) {
     case permissionStack:
       return {{"kind", "permission"},
-              {"button", button(layout::permissionButtonTitle)},
+              {"button", button(general.permissionButtonTitle)},
               {"help", button(layout::permissionHelpTitle)},
               {"color", general.permissionColor == PermissionColor::green ? "green" : "red"},
               {"toolTip", general.permissionToolTip},
@@ -137,6 +137,7 @@ json windowOf(SimulatedProcess& process) {
   return {{"title", settingsWindowTitle},
           {"tabs", std::move(tabs)},
           {"tab", window.selectedTab().title},
+          {"isKey", window.isKey()},
           {"width", window.contentSize().width},
           {"height", window.contentSize().height},
           {"inset", paneInset},
