@@ -14,7 +14,7 @@ std::string leaks(sim::Stage& stage) {
   constexpr std::array<std::pair<std::string_view, int>, 3> bounds{{
       {"activity", 1},
       {"HidManager", 2},
-      {"observer", 16},
+      {"observer", 20},
   }};
   for (const auto& [handle, count] : stage.mac.openHandles.all()) {
     for (const auto& [kind, most] : bounds) {
