@@ -168,8 +168,9 @@ std::expected<int, std::string> makeGallery(const std::string& scenarios,
     if (!scenario) return std::unexpected{file + ": it does not parse"};
     const auto name = std::filesystem::path{file}.stem().string() + ".html";
     scenario->name = titleOf(file);
-    if (!writeFile(folder + "/" + name, filmOf(*scenario).html)) {
-      return std::unexpected{folder + "/" + name + ": cannot be written"};
+    const auto output = (std::filesystem::path{folder} / name).string();
+    if (!writeFile(output, filmOf(*scenario).html)) {
+      return std::unexpected{output + ": cannot be written"};
     }
     films.emplace_back(name, titleOf(file));
   }

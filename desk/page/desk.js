@@ -35,11 +35,7 @@ function moveFocus(store) {
 function scrollToShown(store) {
   if (store.at === lastShown) return;
   lastShown = store.at;
-  requestAnimationFrame(() => {
-    bringIntoSight();
-    // How high the rows are that were out of sight is known only now.
-    requestAnimationFrame(bringIntoSight);
-  });
+  requestAnimationFrame(bringIntoSight);
 }
 
 function bringIntoSight() {

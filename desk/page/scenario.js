@@ -88,13 +88,46 @@ function moveInTimeline(event) {
   buttons[to]?.focus();
 }
 
+// So many lines before and after the one that is shown are drawn; what a change costs stays the same
+// however many there are. And so many more at a time where one asks for them.
+const linesBefore = 80;
+const linesAfter = 40;
+const linesMore = 400;
+
+function moreButton(store, title, count, change) {
+  if (count === 0) return null;
+  return h(
+    "li",
+    { key: title },
+    h(
+      "button",
+      {
+        type: "button",
+        tabindex: "-1",
+        class: "small more",
+        onclick: () => {
+          change();
+          store.draw();
+        },
+      },
+      `${count} ${title}`,
+    ),
+  );
+}
+
 function timeline(store) {
-  const upcoming = store.script.slice(0, 500);
+  const first = Math.max(0, store.at - linesBefore - store.moreBefore);
+  const last = Math.min(store.lineCount, store.at + linesAfter + store.moreAfter);
+  const rowOf = (index) =>
+    index < store.frames.length
+      ? frameRow(store, store.frames[index], index)
+      : laterRow(store.script[index - store.frames.length], index);
   return h(
     "ol",
     { class: "timeline", "aria-label": "Timeline; the arrow keys lead through it", tabindex: "0", onkeydown: moveInTimeline },
-    store.frames.map((frame, index) => frameRow(store, frame, index)),
-    upcoming.map((one, index) => laterRow(one, store.frames.length + index)),
+    moreButton(store, "earlier lines", first, () => (store.moreBefore += linesMore)),
+    Array.from({ length: last - first }, (_, place) => rowOf(first + place)),
+    moreButton(store, "later lines", store.lineCount - last, () => (store.moreAfter += linesMore)),
   );
 }
 

@@ -55,6 +55,9 @@ export class Store {
     this.stage = null;
     this.turn = Promise.resolve();
     this.waitingCount = 0;
+    /** How many more lines of the timeline a person wants to see. */
+    this.moreBefore = 0;
+    this.moreAfter = 0;
   }
 
   /** Whether everything that was asked for is done. */

@@ -725,6 +725,13 @@ class AFilm(unittest.TestCase):
         print(f"a film of {len(lines)} steps opens in {milliseconds:.0f} ms")
         self.assertLess(milliseconds, 1000)
 
+    def test_what_is_far_away_is_drawn_when_it_is_wanted(self):
+        lines = ["front com.apple.finder", *["wait 1s"] * 300]
+        self.open(self.film("\n".join(lines) + "\n"))
+        self.assertEqual(len(page.all(".frame")), 40)
+        page.click("261 later lines")
+        self.assertEqual(len(page.all(".frame")), 301)
+
     def test_it_fits_on_a_tablet(self):
         page.resize(820, 1180)
         self.open(self.film(STORY))
