@@ -101,6 +101,16 @@ TEST(DeskSessionTest, WhatWasJoinedPlaysTheSameAgain) {
   EXPECT_EQ(again.shown, page.shown);
 }
 
+TEST(DeskSessionTest, AJoinedWaitShowsWhatItsFirstPartHasChanged) {
+  Follower page;
+  page.play({.kept = 0, .lines = opening()});
+  page.play({.kept = 9, .lines = {"revoke accessibility", "wait 1s"}, .joinsWaits = true});
+  page.play({.kept = 11, .lines = {"wait 1s"}, .joinsWaits = true});
+  EXPECT_EQ(page.lines.back(), "wait 2s");
+  EXPECT_EQ(page.shown.at(10)["system"]["tap"], "working");
+  EXPECT_EQ(page.shown.back()["system"]["tap"], "missing");
+}
+
 TEST(DeskSessionTest, AnExpectationBehindAJoinedWaitSeesAllOfIt) {
   Follower page;
   page.play({.kept = 0, .lines = {"keyboard usb", "front com.apple.finder", "hold A on usb"}});
