@@ -163,7 +163,6 @@ function holdSwitches(store, keyboard) {
     {
       class: "holds",
       "aria-label": `Hold a key of ${titleOf(keyboard)}`,
-      disabled: store.isFilm,
       value: "",
       onchange: (event) => {
         const name = event.target.value;
@@ -195,13 +194,12 @@ function keyboardView(store, keyboard) {
       {},
       h("h2", {}, title),
       h("span", { class: "note" }, note),
-      holdSwitches(store, keyboard),
-      h(
+      !store.isFilm && holdSwitches(store, keyboard),
+      !store.isFilm && h(
         "button",
         {
           type: "button",
           class: "small",
-          disabled: store.isFilm,
           "aria-label": `Unplug ${title}`,
           onclick: () => store.act(`unplug ${keyboard.name}`),
         },

@@ -1,4 +1,5 @@
 import { h } from "./dom.js";
+import { icon } from "./icons.js";
 
 // The lines so far and what came of them; time; what can go wrong; play and pause.
 
@@ -181,9 +182,9 @@ function playButtons(store) {
   return h(
     "div",
     { class: "player", role: "group", "aria-label": "Play" },
-    button("⏮", () => store.step(-1), { "aria-label": "One line back", disabled: store.at === 0 }),
-    button(store.isPlaying ? "⏸" : "▶", () => store.playOn(), { key: "play", class: "small play", "aria-label": store.isPlaying ? "Pause" : "Play" }),
-    button("⏭", () => store.step(1), { "aria-label": "One line on", disabled: store.at >= store.lineCount }),
+    button(icon("back"), () => store.step(-1), { key: "back", "aria-label": "One line back", disabled: store.at === 0 }),
+    button(icon(store.isPlaying ? "pause" : "run"), () => store.playOn(), { key: "play", class: "small play", "aria-label": store.isPlaying ? "Pause" : "Play" }),
+    button(icon("on"), () => store.step(1), { key: "on", "aria-label": "One line on", disabled: store.at >= store.lineCount }),
     h("input", {
       type: "range",
       min: "0",

@@ -36,13 +36,9 @@ function dot(kind, item) {
   });
 }
 
+/** What a screen reader says of it: the state in Keyrow's own words. */
 function itemLabel(item) {
-  const parts = ["Keyrow"];
-  if (item.image === "fn") parts.push("F1 to F12");
-  if (item.image === "globe") parts.push("media and system controls");
-  if (item.hasOverrideDot) parts.push(item.toolTip ?? "override");
-  if (item.hasCapsLockDot) parts.push("Caps Lock is on");
-  return parts.join(", ");
+  return ["Keyrow", item.value, item.hasCapsLockDot && "Caps Lock is on"].filter(Boolean).join(", ");
 }
 
 function moveInMenu(event, store) {
@@ -84,7 +80,12 @@ function menuView(store, item) {
 function statusItem(store) {
   const item = store.snapshot.keyrow?.item;
   if (!item) return null;
-  const click = (event) => store.act(item.menu ? "close menu" : event.ctrlKey ? "click right" : "click");
+  const click = (event) => {
+    if (item.menu) store.act("close menu");
+    // Without a pointer it is as with VoiceOver, which presses without an event.
+    else if (event.detail === 0) store.act("voice-over press");
+    else store.act(event.ctrlKey ? "click control" : "click");
+  };
   return h(
     "div",
     { key: "item", class: "status-item" },
@@ -107,7 +108,7 @@ function statusItem(store) {
         onkeydown: (event) => {
           if (event.key !== "ArrowDown" || item.menu) return;
           event.preventDefault();
-          store.act("click right");
+          store.act("voice-over show-menu");
         },
       },
       item.image !== "none" && icon(item.image, 18),
@@ -217,13 +218,13 @@ function dock(store) {
 
 /** An event as a person reads it: what was seen, and what became of a key, without the quotes. */
 function inWords(text) {
-  const quote = /^(?:screen|key) "(.*)"$/.exec(text);
+  const quote = /^(?:screen|key|voice) "(.*)"$/.exec(text);
   return quote ? quote[1].replace(/\\(["\\])/g, "$1") : text;
 }
 
 /** What the last thing that one did has come to, in a few words. */
 function caption(store) {
-  const told = store.recentEvents.filter(({ kind }) => ["key", "screen", "hardware", "tap", "fault"].includes(kind));
+  const told = store.recentEvents.filter(({ kind }) => ["key", "screen", "voice", "hardware", "tap", "fault"].includes(kind));
   const words = told.slice(-4).map(({ text }) => inWords(text));
   return h(
     "div",

@@ -98,6 +98,7 @@ const rowViews = {
     h("span", {}, row.title),
     pushButton(store, row.button, {
       class: "push shortcut",
+      title: row.toolTip || null,
       "aria-label": `${row.title}: ${row.button.title}`,
       style: { "max-width": px(row.maximumWidth) },
     }),
