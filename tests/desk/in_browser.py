@@ -680,6 +680,7 @@ class AFile(unittest.TestCase):
 
 class AFilm(unittest.TestCase):
     def setUp(self):
+        page.resize(1280, 800)
         page.messages()
 
     def film(self, text, name="film.txt"):
