@@ -73,13 +73,16 @@ class ModeModel {
     if (preference) seenPreference_ = preference;
   }
 
-  /// Keyrow has had it, but could not see.
-  void miss() { seenPreference_.reset(); }
+  /// Keyrow has had it, but could not see, or not keep what it saw or wrote.
+  void miss() {
+    seenPreference_.reset();
+    isPreferenceUnseen_ = true;
+  }
 
   /// Nobody knows what Keyrow has noticed.
   void loseTrack() {
     forget();
-    seenPreference_.reset();
+    miss();
   }
 
   void forget() {

@@ -105,7 +105,7 @@ Session::Before Session::look() {
   const auto seen = stage.storedFnStates().lastSeenPreference();
   const auto modes = actualModes();
   return {.modes = modes,
-          .isPreferenceNews = seen && modes.preference && rawValue(*modes.preference) != *seen,
+          .isPreferenceNews = modes.preference && (!seen || rawValue(*modes.preference) != *seen),
           .runningProcess = process ? std::optional{process->processID()} : std::nullopt,
           .runningCount = stage.runningCount(),
           .frontmost = stage.mac.applications.frontmost(),

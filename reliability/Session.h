@@ -49,7 +49,7 @@ class Session {
   /// What there was before a line, as far as its rules need it.
   struct Before {
     Modes modes;
-    /// Keyrow has not seen yet what the system preference says.
+    /// Keyrow has not seen yet what the system preference says, as far as is stored.
     bool isPreferenceNews = false;
     std::optional<sim::OpenHandles::ProcessID> runningProcess;
     int runningCount = 0;
