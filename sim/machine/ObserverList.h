@@ -25,7 +25,7 @@ class ObserverList {
     }};
   }
 
-  void notify(Arguments... arguments) const {
+  void notify(const Arguments&... arguments) const {
     std::vector<std::weak_ptr<Handler>> now;
     for (const auto& [number, handler] : *handlers_) now.push_back(handler);
     for (const auto& weak : now) {

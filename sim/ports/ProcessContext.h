@@ -30,7 +30,8 @@ struct ProcessContext {
     auto held = std::make_shared<HeldObserver>(mac, processID, std::move(name));
     using Handler = std::function<void(Arguments...)>;
     return [thread = mainThread, held = std::move(held),
-            handler = std::make_shared<const Handler>(std::move(handler))](Arguments... arguments) {
+            handler = std::make_shared<const Handler>(std::move(handler))](
+               const Arguments&... arguments) {
       thread->deliver([weak = std::weak_ptr{handler}, arguments...] {
         if (const auto alive = weak.lock()) (*alive)(arguments...);
       });
