@@ -81,6 +81,7 @@ std::string TapWatch::problemOfComeback() {
   if (!process || stage_.runningCount() > 1 || stage_.isAnyHanging()) return {};
   if (!mac.isAccessibilityGranted || !process->keyrow().modePolicy().isSessionActive()) return {};
   mac.scheduler.advance(std::chrono::seconds{8});
+  isTapResting_ |= stage_.hasLogged(inputLogText::stoppedTapAfterTimeouts);
   if (!process->platform().accessibility.isProcessTrusted()) return {};
   if (!mac.power.isAsleep()) mac.power.sleep();
   mac.power.wake();
