@@ -70,6 +70,11 @@ KeyEventHandler::Way KeyEventHandler::decide(std::uint32_t type, const KeyEvent&
   if (!ExternalKeyboardFunctionRowMapper::isConcernedWith(event.keyCode, settings)) {
     return Way::passed;
   }
+  return decideTopRow(type, event, settings);
+}
+
+KeyEventHandler::Way KeyEventHandler::decideTopRow(std::uint32_t type, const KeyEvent& event,
+                                                   const KeySettings::Values& settings) {
   const auto source = use_.keyboardSourceMonitor.source(event.timestamp);
   return use_.functionRowMapper.translateIfNeeded(type, event, source.get(), settings)
              ? Way::translated

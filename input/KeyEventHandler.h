@@ -56,6 +56,9 @@ class KeyEventHandler final : public TappedEventHandler {
 
   /// Decides afresh; what a key is translated to has happened then.
   Way decide(std::uint32_t type, const KeyEvent& event);
+  // Apart, so that no other key pays for what it needs.
+  [[gnu::noinline]] Way decideTopRow(std::uint32_t type, const KeyEvent& event,
+                                     const KeySettings::Values& settings);
   TapVerdict handleKey(std::uint32_t type, const KeyEvent& event);
   TapVerdict press(const KeyEvent& event);
   TapVerdict repeat(const KeyEvent& event);
