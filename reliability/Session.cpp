@@ -219,7 +219,9 @@ std::string Session::wrongCommand(const sim::Action& action) {
   const auto before = model().chosen();
   model().chooseWithKeyrow(set.back());
   if (hasFailed(sim::PortCall::writeDefaults)) model().forget();
-  return isFlip && set.size() == 1 && before == set.back() ? "a flip has changed nothing" : "";
+  // Where the hardware could not be read, a choice made elsewhere was not seen.
+  const bool mustDiffer = isFlip && set.size() == 1 && !hasAnyFault();
+  return mustDiffer && before == set.back() ? "a flip has changed nothing" : "";
 }
 
 std::string Session::wrongMode(bool isApplied) {

@@ -140,8 +140,6 @@ Text userLine() {
                "notifications allowed", "update found 1.1", "update found 1.1 in-focus",
                "update attended", "update finished", "open notification", "info SUFeedURL none"})},
        {3, oneOf({"sleep", "wake"})},
-       {1, oneOf({"user anna", "user me", "user anna told first", "user me told first",
-                  "user anna\nlaunch keyrow"})},
        {1, oneOf({"managed globalFnState 1", "managed localFnState none",
                   "managed globalFnState none"})},
        {2, oneOf({"grant accessibility", "revoke accessibility", "grant input-monitoring",
