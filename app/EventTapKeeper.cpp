@@ -169,7 +169,11 @@ void EventTapKeeper::putOnProbation() {
 void EventTapKeeper::showAlert() {
   use_.mainRunLoop.perform([this] {
     if (state_ != State::failing || std::exchange(hasShownAlert_, true)) return;
+    // Looked at for all who show it, and not only for this alert.
+    use_.permissions.access();
     const auto& settings = settingsOf(use_.permissions.missing());
+    // An alert of an application that is not active can come up behind everything.
+    use_.application.activateIgnoringOtherApps();
     use_.alerts.runModal(
         {.messageText = "Keyrow could not start keyboard monitoring",
          .informativeText =

@@ -9,6 +9,7 @@
 #include "input/KeyboardEventTapController.h"
 #include "input/Permissions.h"
 #include "platform/Alerts.h"
+#include "platform/Application.h"
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/MainQueue.h"
 #include "platform/MainRunLoop.h"
@@ -34,6 +35,7 @@ class EventTapKeeper {
     KeyboardEventTapController& eventTapController;
     Permissions& permissions;
     Alerts& alerts;
+    Application& application;
     DistributedNotificationCenter& distributedNotificationCenter;
     MainQueue& mainQueue;
     MainRunLoop& mainRunLoop;

@@ -67,6 +67,7 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
       eventTapKeeper_{{.eventTapController = eventTapController_,
                        .permissions = permissions_,
                        .alerts = platform.alerts,
+                       .application = platform.application,
                        .distributedNotificationCenter = platform.distributedNotificationCenter,
                        .mainQueue = platform.mainQueue,
                        .mainRunLoop = platform.mainRunLoop,
