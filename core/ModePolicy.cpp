@@ -151,7 +151,8 @@ void ModePolicy::sessionResigned() {
 void ModePolicy::sessionBecameActive() {
   isSessionActive_ = true;
   if (!isInControl_) return;
-  // What the keyboard holds is the other user's.
+  // What the keyboard holds is the other user's, also where it cannot be read now.
+  leftover_ = Leftover{};
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   noteStore();
   applyStoredFnState();
