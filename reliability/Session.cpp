@@ -57,7 +57,10 @@ std::string Session::play(const sim::Step& step) {
   if (!action || outcome.kind == sim::Outcome::Kind::endless) return outcome.message;
   // What is compared from now on is another user's.
   const bool isSwitchOfUsers = user != stage.mac.sessions.active();
-  if (isSwitchOfUsers) before = look();
+  if (isSwitchOfUsers) {
+    before = look();
+    isHardwareOfOverride_ = false;
+  }
   hasSwitchedUsers_ |= isSwitchOfUsers;
   const bool isCarriedOut = outcome.kind == sim::Outcome::Kind::done;
   const bool isWithoutEffect = !isCarriedOut && stage.recentTimeline().empty();
@@ -148,7 +151,6 @@ bool Session::isContested() { return stage.runningCount() > 1 || stage.isAnyHang
 
 /// Everybody else's choices are what they were.
 void Session::changeUser(const std::string& left, const Before& before) {
-  isHardwareOfOverride_ = false;
   auto& model = models_[left];
   if (isModelLeftOut_ || stage.runningCount(left) == 0 || !canLook(before)) {
     model.loseTrack();
@@ -218,7 +220,9 @@ std::string Session::wrongCommand(const sim::Action& action) {
       std::holds_alternative<sim::ClickItem>(action) || std::holds_alternative<sim::Press>(action);
   const auto before = model().chosen();
   model().chooseWithKeyrow(set.back());
-  if (hasFailed(sim::PortCall::writeDefaults)) model().forget();
+  // What the preference held before can still be found, and nobody can tell that it is older.
+  const bool isPreferenceHidden = hasFailed(sim::PortCall::copyPreference);
+  if (isPreferenceHidden || hasFailed(sim::PortCall::writeDefaults)) model().forget();
   // Where the hardware could not be read, a choice made elsewhere was not seen.
   const bool mustDiffer = isFlip && set.size() == 1 && !hasAnyFault();
   return mustDiffer && before == set.back() ? "a flip has changed nothing" : "";
@@ -280,9 +284,11 @@ std::string Session::wrongLoss(const sim::Action& action, const Before& before) 
 /// Keyrow writes that is not the global mode is an override's. Of two instances, one that hung
 /// cannot know what the other one wrote meanwhile.
 std::string Session::wrongAdoption(const sim::Action& action, const Before& before) {
-  const bool wasOfOverride = isHardwareOfOverride_;
   const auto written = stage.mac.hid.writtenValues(before.writtenCount);
   const auto global = actualModes().global;
+  // Where no global mode is stored, a new Keyrow begins with what it finds.
+  if (std::holds_alternative<sim::Launch>(action) && !global) isHardwareOfOverride_ = false;
+  const bool wasOfOverride = isHardwareOfOverride_;
   if (std::holds_alternative<sim::ChangeInSystemSettings>(action) ||
       std::holds_alternative<sim::ChangeHardware>(action)) {
     isHardwareOfOverride_ = false;
