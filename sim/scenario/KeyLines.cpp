@@ -111,8 +111,9 @@ struct KeyboardProperty {
   /// Whether it is a text by nature, which needs no quotation marks.
   bool isText;
 };
-constexpr std::array<KeyboardProperty, 7> keyboardProperties{{
+constexpr std::array<KeyboardProperty, 8> keyboardProperties{{
     {"vendor", "VendorID", false},
+    {"product-id", "ProductID", false},
     {"product", "Product", true},
     {"manufacturer", "Manufacturer", true},
     {"transport", "Transport", true},
@@ -122,8 +123,8 @@ constexpr std::array<KeyboardProperty, 7> keyboardProperties{{
 }};
 
 constexpr std::string_view keyboardPropertyExpected =
-    "vendor=, product=, manufacturer=, transport=, built-in=, location=, caps-lock=, registry=, "
-    "usage= or exclusive=";
+    "vendor=, product-id=, product=, manufacturer=, transport=, built-in=, location=, caps-lock=, "
+    "registry=, usage= or exclusive=";
 
 Action parseKeyboard(LineReader& line) {
   if (line.at("none")) line.fail("a name for the keyboard other than none");
@@ -270,10 +271,10 @@ Expectation expectShortcut(LineReader& line) {
 
 constexpr std::array<ActionWord, 9> actions{{
     {"keyboard", "keyboard NAME [PROPERTY=VALUE ...]",
-     "A keyboard is attached. Its properties are vendor, product, manufacturer, transport, "
-     "built-in, location and caps-lock (what it reports), absent where not given; registry, its "
-     "registry entry ID or none; usage, 6 for a keyboard and 7 for a keypad; and exclusive, true "
-     "where another program has it to itself, so that its keys go nowhere else.",
+     "A keyboard is attached. Its properties are vendor, product-id, product, manufacturer, "
+     "transport, built-in, location and caps-lock (what it reports), absent where not given; "
+     "registry, its registry entry ID or none; usage, 6 for a keyboard and 7 for a keypad; and "
+     "exclusive, true where another program has it to itself, so that its keys go nowhere else.",
      "keyboard usb1 vendor=0x046d product=\"G Pro\" transport=USB built-in=false", parseKeyboard},
     {"unplug", "unplug NAME",
      "A keyboard is taken away; the keys that are held on it are released.", "unplug usb1",

@@ -162,14 +162,14 @@ INSTANTIATE_TEST_SUITE_P(
                   "expected a signed duration, such as +10ms or -0.2s, found \"10ms\""},
         WrongLine{"launch missiles", 8, "expected \"keyrow\", found \"missiles\""},
         WrongLine{"keyboard é colour=red", 12,
-                  "expected vendor=, product=, manufacturer=, transport=, built-in=, location=, "
-                  "caps-lock=, registry=, usage= or exclusive=, found \"colour=red\""},
+                  "expected vendor=, product-id=, product=, manufacturer=, transport=, built-in=, "
+                  "location=, caps-lock=, registry=, usage= or exclusive=, found \"colour=red\""},
         WrongLine{"keyboard usb1 product=", 15,
-                  "expected vendor=, product=, manufacturer=, transport=, built-in=, location=, "
-                  "caps-lock=, registry=, usage= or exclusive=, found \"product=\""},
+                  "expected vendor=, product-id=, product=, manufacturer=, transport=, built-in=, "
+                  "location=, caps-lock=, registry=, usage= or exclusive=, found \"product=\""},
         WrongLine{"keyboard usb1 registry=abc", 15,
-                  "expected vendor=, product=, manufacturer=, transport=, built-in=, location=, "
-                  "caps-lock=, registry=, usage= or exclusive=, found \"registry=abc\""},
+                  "expected vendor=, product-id=, product=, manufacturer=, transport=, built-in=, "
+                  "location=, caps-lock=, registry=, usage= or exclusive=, found \"registry=abc\""},
         WrongLine{"press Q+any on usb1", 7,
                   "expected keys joined by +, such as A, F5, fn+` or left-control+Escape, found "
                   "\"Q+any\""},
