@@ -21,6 +21,7 @@ namespace keyrow {
 namespace settingsKey {
 inline constexpr std::string_view globalFnState = "globalFnState";
 inline constexpr std::string_view localFnState = "localFnState";
+inline constexpr std::string_view keyboardFnStates = "keyboardFnStates";
 inline constexpr std::string_view lastSeenFnStatePreference = "lastSeenFnStatePreference";
 inline constexpr std::string_view fnReplacementModifier = "fnReplacementModifier";
 inline constexpr std::string_view localToggleShortcutKeyCode = "localToggleShortcutKeyCode";
@@ -32,6 +33,7 @@ inline constexpr std::string_view SUEnableAutomaticChecks = "SUEnableAutomaticCh
 
 inline constexpr std::array others{globalFnState,
                                    localFnState,
+                                   keyboardFnStates,
                                    lastSeenFnStatePreference,
                                    fnReplacementModifier,
                                    localToggleShortcutKeyCode,

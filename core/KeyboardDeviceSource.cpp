@@ -60,6 +60,11 @@ KeyboardDeviceKind keyboardDeviceKind(std::optional<bool> isBuiltIn,
   return KeyboardDeviceKind::unknown;
 }
 
+std::optional<KeyboardNumbers> KeyboardDeviceSource::numbers() const {
+  if (!vendorID || !productID) return std::nullopt;
+  return KeyboardNumbers{*vendorID, *productID};
+}
+
 bool KeyboardDeviceSource::isAppleKeyboard(Text& text) const {
   if (vendorID && contains(appleVendorIDs, *vendorID)) return true;
   if (manufacturer && text.localizedCaseInsensitiveContains(*manufacturer, "apple")) return true;

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/KeyboardNumbers.h"
 #include "platform/Text.h"
 
 namespace keyrow {
@@ -33,6 +34,10 @@ struct KeyboardDeviceSource {
   std::optional<std::uint32_t> locationID;
   /// What `isMediaTranslationEligible` answered when the properties were read.
   bool mediaTranslationEligible = true;
+  std::optional<std::uint32_t> productID;
+
+  /// Its make and model; absent when it lacks either number.
+  std::optional<KeyboardNumbers> numbers() const;
 
   /// Whether this is one of Apple's keyboards, by vendor, manufacturer or product.
   bool isAppleKeyboard(Text& text) const;
@@ -40,7 +45,7 @@ struct KeyboardDeviceSource {
   /// Whether its top row may be translated: not built in, and not Apple's.
   bool isMediaTranslationEligible(Text& text) const;
 
-  /// Everything there is to tell, in one line; the same for equal keyboards only.
+  /// What tells one keyboard from another, in one line.
   std::string sourceDescription() const;
 
   /// The keyboard as the log introduces it; names manufacturer and product only with

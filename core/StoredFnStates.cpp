@@ -7,12 +7,16 @@ namespace keyrow {
 namespace {
 
 PropertyDictionary overrides(UserDefaults& userDefaults) {
-  const auto object = userDefaults.object(settingsKey::localFnState);
-  const auto* dictionary = object ? object->dictionary() : nullptr;
-  return dictionary ? *dictionary : PropertyDictionary{};
+  return storedDictionary(userDefaults, settingsKey::localFnState);
 }
 
 }  // namespace
+
+PropertyDictionary storedDictionary(UserDefaults& userDefaults, std::string_view key) {
+  const auto object = userDefaults.object(key);
+  const auto* dictionary = object ? object->dictionary() : nullptr;
+  return dictionary ? *dictionary : PropertyDictionary{};
+}
 
 std::optional<FnState> storedFnState(const PropertyValue& value) {
   for (const auto state : {FnState::special, FnState::standard}) {

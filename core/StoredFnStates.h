@@ -20,6 +20,9 @@ namespace keyrow {
 /// "1", which is what `defaults write` stores for an unmarked number; absent for all else.
 std::optional<FnState> storedFnState(const PropertyValue& value);
 
+/// The dictionary stored under this key; empty where there is none, or something else.
+PropertyDictionary storedDictionary(UserDefaults& userDefaults, std::string_view key);
+
 /// The modes that the user chose, in the user defaults: the global mode and one
 /// override per application. A value that is no mode reads as absent; it is kept until
 /// something is written in its place.

@@ -149,6 +149,7 @@ KeyboardDeviceSource KeyboardSourceMonitor::readSource(HidDevice& device,
   source.manufacturer = stringProperty(device, "Manufacturer");
   source.product = stringProperty(device, "Product");
   source.locationID = uint32Property(device, "LocationID");
+  source.productID = uint32Property(device, "ProductID");
   source.kind = keyboardDeviceKind(source.isBuiltIn, source.transport);
   source.mediaTranslationEligible = source.isMediaTranslationEligible(text);
   return source;

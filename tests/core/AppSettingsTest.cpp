@@ -25,13 +25,14 @@ TEST_F(AppSettingsTest, AFreshUserHasEverythingOffAndTheGraveAccentAsShortcut) {
 
 /// Under another name it would be lost.
 TEST_F(AppSettingsTest, WhatUsersHaveStoredKeepsItsName) {
-  EXPECT_THAT(settingsKey::all,
-              UnorderedElementsAre("globalFnState", "localFnState", "lastSeenFnStatePreference",
-                                   "showCapsLockIndicator", "applyFnModeToExternalFunctionKeys",
-                                   "enhancedDiagnosticsEnabled", "fnReplacementModifier",
-                                   "localToggleShortcutKeyCode", "localToggleShortcutDisplayName",
-                                   "localToggleShortcutMenuKeyEquivalent",
-                                   "hasPromptedAccessibility", "SUEnableAutomaticChecks"));
+  EXPECT_THAT(
+      settingsKey::all,
+      UnorderedElementsAre("globalFnState", "localFnState", "keyboardFnStates",
+                           "lastSeenFnStatePreference", "showCapsLockIndicator",
+                           "applyFnModeToExternalFunctionKeys", "enhancedDiagnosticsEnabled",
+                           "fnReplacementModifier", "localToggleShortcutKeyCode",
+                           "localToggleShortcutDisplayName", "localToggleShortcutMenuKeyEquivalent",
+                           "hasPromptedAccessibility", "SUEnableAutomaticChecks"));
 }
 
 TEST_F(AppSettingsTest, EveryBooleanSettingHasItsRowAndANotificationOfItsOwn) {

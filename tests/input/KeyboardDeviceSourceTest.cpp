@@ -184,7 +184,7 @@ INSTANTIATE_TEST_SUITE_P(
 using Change = std::function<void(KeyboardDeviceSource&)>;
 
 /// Makes each field absent, one field per entry.
-const std::array<std::pair<std::string, Change>, 7> absentFields{{
+const std::array<std::pair<std::string, Change>, 8> absentFields{{
     {"registryID", [](auto& source) { source.registryID.reset(); }},
     {"isBuiltIn", [](auto& source) { source.isBuiltIn.reset(); }},
     {"vendorID", [](auto& source) { source.vendorID.reset(); }},
@@ -192,10 +192,11 @@ const std::array<std::pair<std::string, Change>, 7> absentFields{{
     {"manufacturer", [](auto& source) { source.manufacturer.reset(); }},
     {"product", [](auto& source) { source.product.reset(); }},
     {"locationID", [](auto& source) { source.locationID.reset(); }},
+    {"productID", [](auto& source) { source.productID.reset(); }},
 }};
 
 TEST(KeyboardDeviceSourceTest, EqualityComparesEveryField) {
-  const std::array<std::pair<std::string, Change>, 8> otherValues{{
+  const std::array<std::pair<std::string, Change>, 9> otherValues{{
       {"registryID", [](auto& source) { source.registryID = 4294968002; }},
       {"kind", [](auto& source) { source.kind = unknown; }},
       {"isBuiltIn", [](auto& source) { source.isBuiltIn = true; }},
@@ -204,6 +205,7 @@ TEST(KeyboardDeviceSourceTest, EqualityComparesEveryField) {
       {"manufacturer", [](auto& source) { source.manufacturer = "logitech"; }},
       {"product", [](auto& source) { source.product = "G Pro "; }},
       {"locationID", [](auto& source) { source.locationID = 0; }},
+      {"productID", [](auto& source) { source.productID = 49984; }},
   }};
   EXPECT_EQ(completeSource(), completeSource());
   for (const auto& [field, change] : otherValues) {
@@ -219,7 +221,7 @@ TEST(KeyboardDeviceSourceTest, AnAbsentFieldEqualsOnlyAnAbsentOne) {
   empty.isBuiltIn = false;
   empty.vendorID = 0;
   empty.transport = empty.manufacturer = empty.product = "";
-  empty.locationID = 0;
+  empty.locationID = empty.productID = 0;
   for (const auto& [field, makeAbsent] : absentFields) {
     auto absent = empty;
     makeAbsent(absent);
@@ -228,6 +230,13 @@ TEST(KeyboardDeviceSourceTest, AnAbsentFieldEqualsOnlyAnAbsentOne) {
     makeAbsent(alsoAbsent);
     EXPECT_EQ(absent, alsoAbsent) << field;
   }
+}
+
+TEST(KeyboardDeviceSourceTest, HasNumbersWhereItHasBoth) {
+  EXPECT_EQ(completeSource().numbers(), (KeyboardNumbers{0x046D, 0xC33F}));
+  EXPECT_EQ(makeSource({.vendorID = 0, .productID = 0}).numbers(), (KeyboardNumbers{0, 0}));
+  EXPECT_EQ(makeSource({.vendorID = 0x046D}).numbers(), std::nullopt);
+  EXPECT_EQ(makeSource({.productID = 0xC33F}).numbers(), std::nullopt);
 }
 
 }  // namespace

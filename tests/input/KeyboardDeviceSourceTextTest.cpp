@@ -49,6 +49,14 @@ TEST(KeyboardDeviceSourceTextTest, SourceDescriptionSaysNilForJustTheAbsentField
   }
 }
 
+TEST(KeyboardDeviceSourceTextTest, NoTextTellsTheProductNumber) {
+  auto without = completeSource();
+  without.productID.reset();
+  EXPECT_EQ(without.sourceDescription(), completeSource().sourceDescription());
+  EXPECT_EQ(without.logDescription(true), completeSource().logDescription(true));
+  EXPECT_EQ(without.inputSourceLabel(true), completeSource().inputSourceLabel(true));
+}
+
 TEST(KeyboardDeviceSourceTextTest, SourceDescriptionWritesTheLargestNumbersInDecimal) {
   KeyboardDeviceSource source;
   source.kind = builtIn;

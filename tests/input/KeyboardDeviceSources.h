@@ -18,11 +18,21 @@ struct SourceFields {
   std::optional<std::string> manufacturer = {};
   std::optional<std::string> product = {};
   std::optional<std::uint32_t> locationID = {};
+  std::optional<std::uint32_t> productID = {};
 };
 
 inline KeyboardDeviceSource makeSource(const SourceFields& fields) {
-  return {fields.registryID, fields.kind,         fields.isBuiltIn, fields.vendorID,
-          fields.transport,  fields.manufacturer, fields.product,   fields.locationID};
+  KeyboardDeviceSource source;
+  source.registryID = fields.registryID;
+  source.kind = fields.kind;
+  source.isBuiltIn = fields.isBuiltIn;
+  source.vendorID = fields.vendorID;
+  source.transport = fields.transport;
+  source.manufacturer = fields.manufacturer;
+  source.product = fields.product;
+  source.locationID = fields.locationID;
+  source.productID = fields.productID;
+  return source;
 }
 
 /// A keyboard that has every property.
@@ -34,7 +44,8 @@ inline KeyboardDeviceSource completeSource() {
                      .transport = "USB",
                      .manufacturer = "Logitech",
                      .product = "G Pro",
-                     .locationID = 4245880832});
+                     .locationID = 4245880832,
+                     .productID = 49983});
 }
 
 }  // namespace keyrow

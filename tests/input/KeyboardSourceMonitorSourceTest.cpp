@@ -16,7 +16,8 @@ class KeyboardSourceMonitorSourceTest : public KeyboardSourceMonitorFixture {
   /// The properties of `completeSource`.
   const PropertyDictionary completeProperties{
       {"Built-In", false},          {"VendorID", 1133},   {"Transport", "USB"},
-      {"Manufacturer", "Logitech"}, {"Product", "G Pro"}, {"LocationID", std::int64_t{4245880832}}};
+      {"Manufacturer", "Logitech"}, {"Product", "G Pro"}, {"LocationID", std::int64_t{4245880832}},
+      {"ProductID", 49983}};
 };
 
 TEST_F(KeyboardSourceMonitorSourceTest, ReadsEveryPropertyOfTheKeyboard) {
@@ -138,6 +139,8 @@ INSTANTIATE_TEST_SUITE_P(Properties, WrongPropertyTypeTest,
                              {"ProductBoolean", "Product", false},
                              {"LocationIDText", "LocationID", "0xFD120000"},
                              {"LocationIDDictionary", "LocationID", PropertyDictionary{}},
+                             {"ProductIDText", "ProductID", "0xc33f"},
+                             {"ProductIDBoolean", "ProductID", true},
                          }),
                          [](const auto& test) { return test.param.name; });
 
@@ -153,10 +156,11 @@ TEST_P(NumberPropertyTest, IsReadAsUnsigned32Bit) {
   const auto [property, number] = GetParam();
   KeyboardDeviceSource expected;
   expected.registryID = 7;
-  expected.vendorID = expected.locationID = number;
+  expected.vendorID = expected.locationID = expected.productID = number;
   constexpr std::uint32_t apple = 1452;
   expected.mediaTranslationEligible = number != apple;
-  EXPECT_EQ(sourceOf(makeKeyboard(7, {{"VendorID", property}, {"LocationID", property}})),
+  EXPECT_EQ(sourceOf(makeKeyboard(
+                7, {{"VendorID", property}, {"LocationID", property}, {"ProductID", property}})),
             expected);
 }
 

@@ -189,14 +189,15 @@ INSTANTIATE_TEST_SUITE_P(
             "\"everything\""},
         WrongLine{"fail read-log many times", 15,
                   "expected always, N times or after N, found \"many\""},
-        WrongLine{"defaults write globalFnStat 1", 16,
-                  "expected globalFnState, localFnState, lastSeenFnStatePreference, "
-                  "fnReplacementModifier, "
-                  "localToggleShortcutKeyCode, localToggleShortcutDisplayName, "
-                  "localToggleShortcutMenuKeyEquivalent, hasPromptedAccessibility, "
-                  "SUEnableAutomaticChecks, showCapsLockIndicator, "
-                  "applyFnModeToExternalFunctionKeys or enhancedDiagnosticsEnabled, found "
-                  "\"globalFnStat\""},
+        WrongLine{
+            "defaults write globalFnStat 1", 16,
+            "expected globalFnState, localFnState, keyboardFnStates, lastSeenFnStatePreference, "
+            "fnReplacementModifier, "
+            "localToggleShortcutKeyCode, localToggleShortcutDisplayName, "
+            "localToggleShortcutMenuKeyEquivalent, hasPromptedAccessibility, "
+            "SUEnableAutomaticChecks, showCapsLockIndicator, "
+            "applyFnModeToExternalFunctionKeys or enhancedDiagnosticsEnabled, found "
+            "\"globalFnStat\""},
         WrongLine{"defaults write globalFnState value", 30, "expected " VALUES ", found \"value\""},
         WrongLine{"defaults write localFnState {com.apple.TextEdit=1}", 29,
                   "expected " VALUES ", found \"{com.apple.TextEdit=1}\""},
