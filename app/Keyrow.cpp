@@ -19,6 +19,7 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                     .inputMonitoring = platform.inputMonitoring,
                     .notificationCenter = platform.notificationCenter}},
       storedFnStates_{platform.userDefaults},
+      keyboardFnStates_{platform.userDefaults},
       fnStateController_{{.hidSystem = platform.hidSystem,
                           .globalPreferences = platform.globalPreferences,
                           .storedFnStates = storedFnStates_,
@@ -51,7 +52,10 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                               .settings = settings_,
                               .hardwareLog = diagnosticsLog_.logger(LogCategory::hardware)}},
       keySettings_{{.userDefaults = platform.userDefaults, .settings = settings_}},
+      keyboardModes_{
+          {.userDefaults = platform.userDefaults, .keyboardFnStates = keyboardFnStates_}},
       functionRowMapper_{{.fnStateController = fnStateController_,
+                          .keyboardModes = keyboardModes_,
                           .eventPoster = platform.eventPoster,
                           .workspace = platform.workspace,
                           .mainQueue = platform.mainQueue,

@@ -6,6 +6,7 @@
 #include "app/InstanceTakeover.h"
 #include "core/AppSettings.h"
 #include "core/FnStateController.h"
+#include "core/KeyboardFnStates.h"
 #include "core/ModePolicy.h"
 #include "core/StoredFnStates.h"
 #include "input/CapsLockMonitor.h"
@@ -13,6 +14,7 @@
 #include "input/KeyEventHandler.h"
 #include "input/KeySettings.h"
 #include "input/KeyboardEventTapController.h"
+#include "input/KeyboardModes.h"
 #include "input/KeyboardSourceMonitor.h"
 #include "input/Permissions.h"
 #include "input/ShortcutCapture.h"
@@ -44,6 +46,7 @@ class Keyrow {
   ModePolicy& modePolicy() { return modePolicy_; }
   KeyboardSourceMonitor& keyboardSourceMonitor() { return keyboardSourceMonitor_; }
   KeySettings& keySettings() { return keySettings_; }
+  KeyboardModes& keyboardModes() { return keyboardModes_; }
   ExternalKeyboardFunctionRowMapper& functionRowMapper() { return functionRowMapper_; }
   /// A handler of key events, as each tap gets one of its own.
   std::shared_ptr<KeyEventHandler> makeKeyEventHandler();
@@ -64,12 +67,14 @@ class Keyrow {
   AppSettings settings_;
   Permissions permissions_;
   StoredFnStates storedFnStates_;
+  KeyboardFnStates keyboardFnStates_;
   FnStateController fnStateController_;
   SettingsWindowController settingsWindowController_;
   StatusBarController statusBarController_;
   ModePolicy modePolicy_;
   KeyboardSourceMonitor keyboardSourceMonitor_;
   KeySettings keySettings_;
+  KeyboardModes keyboardModes_;
   ShortcutCapture shortcutCapture_;
   ExternalKeyboardFunctionRowMapper functionRowMapper_;
   MainQueue& mainQueue_;

@@ -93,9 +93,11 @@ const TranslatedAction* translation(Stage& stage, const SimulatedKeyboard& keybo
   const KeySettings::Values values{.applyFnModeToExternalFunctionKeys = settings.isOn(
                                        BooleanSetting::applyFnModeToExternalFunctionKeys)};
   const auto source = knownSource(*process, keyboard);
+  const auto ownMode = source ? process->keyrow().keyboardModes().of(*source) : std::nullopt;
   const auto evaluation = ExternalKeyboardFunctionRowMapper::decide(
       keyEventType::keyDown, {.timestamp = 0, .flags = 0, .keyCode = keyCode},
-      source ? &*source : nullptr, values, readableMode(stage.mac));
+      source ? &*source : nullptr, values,
+      {.keyboard = ownMode, .hardware = readableMode(stage.mac)});
   return evaluation && evaluation->shouldTranslate ? evaluation->action : nullptr;
 }
 

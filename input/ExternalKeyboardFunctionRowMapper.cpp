@@ -81,8 +81,8 @@ bool ExternalKeyboardFunctionRowMapper::isConcernedWith(std::uint16_t keyCode,
 
 std::string TranslationEvaluation::reason() const {
   const auto modeReason = [this](std::string_view verdict, FnState mode) {
-    return std::string{verdict} + " mode=" + std::to_string(rawValue(mode)) +
-           " fnPressed=" + (isFnPressed ? "true" : "false");
+    return std::string{verdict} + (isByKeyboardMode ? " keyboardMode=" : " mode=") +
+           std::to_string(rawValue(mode)) + " fnPressed=" + (isFnPressed ? "true" : "false");
   };
   switch (why) {
     case TranslationReason::settingDisabled:
@@ -112,7 +112,7 @@ const TranslatedAction* ExternalKeyboardFunctionRowMapper::action(std::uint16_t 
 
 std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::decide(
     std::uint32_t eventType, const KeyEvent& event, const KeyboardDeviceSource* source,
-    const KeySettings::Values& settings, std::optional<FnState> mode) {
+    const KeySettings::Values& settings, const TopRowModes& modes) {
   const auto* key = findTopRowKey(event.keyCode);
   if (!key) return std::nullopt;
 
@@ -132,6 +132,8 @@ std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::decide(
   if (!key->action) return pass(TranslationReason::noPublicMediaMapping);
 
   evaluation.action = &*key->action;
+  evaluation.isByKeyboardMode = modes.keyboard.has_value();
+  const auto mode = modes.keyboard ? modes.keyboard : modes.hardware;
   if (!mode) return pass(TranslationReason::fnStateUnavailable);
   if (*mode == FnState::standard) return pass(TranslationReason::passthrough);
   evaluation.shouldTranslate = true;
@@ -142,12 +144,17 @@ std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::decide(
 std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate(
     std::uint32_t eventType, const KeyEvent& event, const KeyboardDeviceSource* source,
     const KeySettings::Values& settings) {
-  const auto withoutMode = decide(eventType, event, source, settings, std::nullopt);
+  const auto withoutMode = decide(eventType, event, source, settings, {});
   if (!withoutMode || withoutMode->why != TranslationReason::fnStateUnavailable) {
     return withoutMode;
   }
+  return decide(eventType, event, source, settings, modesFor(*source));
+}
+
+TopRowModes ExternalKeyboardFunctionRowMapper::modesFor(const KeyboardDeviceSource& source) {
+  if (const auto own = use_.keyboardModes.of(source)) return {.keyboard = own, .hardware = {}};
   const auto mode = use_.fnStateController.readFnState();
-  return mode ? decide(eventType, event, source, settings, *mode) : withoutMode;
+  return {.keyboard = {}, .hardware = mode ? std::optional{*mode} : std::nullopt};
 }
 
 bool ExternalKeyboardFunctionRowMapper::translateIfNeeded(std::uint32_t eventType,

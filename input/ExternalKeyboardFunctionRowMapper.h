@@ -10,6 +10,7 @@
 #include "core/FnStateController.h"
 #include "core/KeyboardDeviceSource.h"
 #include "input/KeySettings.h"
+#include "input/KeyboardModes.h"
 #include "input/TranslatedAction.h"
 #include "platform/EventPoster.h"
 #include "platform/KeyEvent.h"
@@ -34,6 +35,14 @@ enum class TranslationReason {
   passthrough,
 };
 
+/// The modes that a top row may go by.
+struct TopRowModes {
+  /// The keyboard's own, which takes the place of the hardware's; absent where it has none.
+  std::optional<FnState> keyboard;
+  /// The hardware's; absent where it cannot be read.
+  std::optional<FnState> hardware;
+};
+
 /// What was decided about one event of a top-row key, and why.
 struct TranslationEvaluation {
   /// "F1" to "F12".
@@ -47,13 +56,16 @@ struct TranslationEvaluation {
   std::uint32_t eventType = 0;
   /// Whether Fn was held.
   bool isFnPressed = false;
+  /// Whether the mode that decided was the keyboard's own.
+  bool isByKeyboardMode = false;
 
   /// `why` in the words of the log.
   std::string reason() const;
 };
 
-/// Makes the top row of keyboards that are not Apple's follow the function-key mode: in
-/// the special mode their F keys become the media and system keys of Apple's keyboards.
+/// Makes the top row of keyboards that are not Apple's follow the function-key mode, or one of the
+/// keyboard's own: in the special mode their F keys become the media and system keys of Apple's
+/// keyboards.
 ///
 /// Evaluating only reads, from any thread; whatever is performed goes to the main queue. What
 /// media keys do waits there in one list, so that whoever ends the application can still post it.
@@ -62,6 +74,7 @@ class ExternalKeyboardFunctionRowMapper {
   /// What it uses. `inputLog` is the logger of the "input" category.
   struct Uses {
     FnStateController& fnStateController;
+    KeyboardModes& keyboardModes;
     EventPoster& eventPoster;
     Workspace& workspace;
     MainQueue& mainQueue;
@@ -74,15 +87,15 @@ class ExternalKeyboardFunctionRowMapper {
   /// need no keyboard, and need not be evaluated.
   static bool isConcernedWith(std::uint16_t keyCode, const KeySettings::Values& settings);
 
-  /// What comes of one event in this mode, and of nothing else: absent for a key that is not in
-  /// the top row. A null source stands for a keyboard that cannot be told, an absent mode for one
-  /// that cannot be read.
+  /// What comes of one event in these modes, and of nothing else: absent for a key that is not in
+  /// the top row. A null source stands for a keyboard that cannot be told.
   static std::optional<TranslationEvaluation> decide(std::uint32_t eventType, const KeyEvent& event,
                                                      const KeyboardDeviceSource* source,
                                                      const KeySettings::Values& settings,
-                                                     std::optional<FnState> mode);
+                                                     const TopRowModes& modes);
 
-  /// The same in the mode that the hardware holds, which is read only where it matters.
+  /// The same in the keyboard's own mode, or else in the one that the hardware holds. Each is read
+  /// only where it matters.
   std::optional<TranslationEvaluation> evaluate(std::uint32_t eventType, const KeyEvent& event,
                                                 const KeyboardDeviceSource* source,
                                                 const KeySettings::Values& settings);
@@ -116,6 +129,8 @@ class ExternalKeyboardFunctionRowMapper {
   void postKeyStroke(std::uint16_t keyCode, std::uint64_t flags);
 
  private:
+  TopRowModes modesFor(const KeyboardDeviceSource& source);
+
   const Uses use_;
 
   /// Guards the field below.

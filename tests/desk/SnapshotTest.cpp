@@ -94,6 +94,19 @@ TEST(TopRowTest, AnotherMakeFollowsWhereKeyrowTranslates) {
   EXPECT_EQ(played.topRowOf("usb"), functionKeys);
 }
 
+TEST(TopRowTest, AKeyboardWithAModeOfItsOwnShowsItsOwnRow) {
+  PlayedStage played{translating};
+  played.play(
+      "keyboard own vendor=0x1234 product-id=1 transport=USB built-in=false\n"
+      "defaults write keyboardFnStates 1234:0001=1");
+  EXPECT_EQ(played.topRowOf("own"), functionKeys);
+  EXPECT_EQ(played.topRowOf("usb"), translatedKeys);
+  played.play("system-settings standard\ndefaults write keyboardFnStates 1234:0001=0");
+  EXPECT_EQ(played.topRowOf("own"), translatedKeys);
+  EXPECT_EQ(played.topRowOf("usb"), functionKeys);
+  played.play("wait 1s\npress F8 on own\nexpect key \"play down\"");
+}
+
 struct Unseen {
   const char* name;
   std::string_view line;

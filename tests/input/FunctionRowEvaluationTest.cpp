@@ -150,18 +150,64 @@ TEST_F(FunctionRowEvaluationTest, TheModeDecidesAndFnIsOnlyReported) {
             "passthrough mode=1 fnPressed=true");
 }
 
+TEST_F(FunctionRowEvaluationTest, AKeyboardWithAModeOfItsOwnNeedsNoHardware) {
+  external.vendorID = 0x046D;
+  external.productID = 0xC33F;
+  for (const auto own : {FnState::special, FnState::standard}) {
+    store("keyboardFnStates", PropertyDictionary{{"046d:c33f", rawValue(own)}});
+    setHardware(otherFnState(own));
+    mac.trace.start();
+    const auto evaluation = evaluate(keyF7, keyDown, keyEventFlag::secondaryFn);
+    EXPECT_THAT(mac.trace.take(), ElementsAre());
+    EXPECT_EQ(evaluation->shouldTranslate, own == FnState::special);
+    EXPECT_EQ(evaluation->reason(), own == FnState::special
+                                        ? "translate keyboardMode=0 fnPressed=true"
+                                        : "passthrough keyboardMode=1 fnPressed=true");
+    ASSERT_TRUE(evaluation->action);
+    EXPECT_EQ(*evaluation->action, TranslatedAction{AuxiliaryAction{18}});
+  }
+}
+
+TEST_F(FunctionRowEvaluationTest, AModeOfItsOwnChangesNothingElse) {
+  external.vendorID = 0x046D;
+  external.productID = 0xC33F;
+  store("keyboardFnStates", PropertyDictionary{{"046d:c33f", 0}});
+  expectPass(evaluate(96), "no-public-media-mapping");
+  expectPass(evaluate(keyF7, flagsChanged), "unsupported-event-type=12");
+  external.mediaTranslationEligible = false;
+  expectPass(evaluate(keyF7), "source-not-eligible");
+  store("applyFnModeToExternalFunctionKeys", false);
+  expectPass(evaluate(keyF7), "setting-disabled");
+}
+
 TEST(FunctionRowDecisionTest, NeedsNothingButKeySettingsKeyboardAndMode) {
   constexpr std::uint16_t keyF8 = 100;
   const KeySettings::Values settings{.applyFnModeToExternalFunctionKeys = true};
   // Absent where nothing is known; then its top row may be translated.
   const KeyboardDeviceSource foreign;
-  const auto decided = [&](std::optional<FnState> mode) {
+  const auto decided = [&](const TopRowModes& modes) {
     return *ExternalKeyboardFunctionRowMapper::decide(keyDown, {.keyCode = keyF8}, &foreign,
-                                                      settings, mode);
+                                                      settings, modes);
   };
-  EXPECT_TRUE(decided(FnState::special).shouldTranslate);
-  EXPECT_EQ(decided(FnState::standard).why, TranslationReason::passthrough);
-  EXPECT_EQ(decided(std::nullopt).why, TranslationReason::fnStateUnavailable);
+  EXPECT_TRUE(decided({.hardware = FnState::special}).shouldTranslate);
+  EXPECT_EQ(decided({.hardware = FnState::standard}).why, TranslationReason::passthrough);
+  EXPECT_EQ(decided({}).why, TranslationReason::fnStateUnavailable);
+  EXPECT_TRUE(decided({.keyboard = FnState::special}).shouldTranslate);
+  EXPECT_EQ(decided({.keyboard = FnState::standard}).why, TranslationReason::passthrough);
+}
+
+TEST(FunctionRowDecisionTest, TheKeyboardsOwnModeGoesBeforeTheHardwares) {
+  constexpr std::uint16_t keyF8 = 100;
+  const KeyboardDeviceSource foreign;
+  for (const auto own : {FnState::special, FnState::standard}) {
+    const auto decided = *ExternalKeyboardFunctionRowMapper::decide(
+        keyDown, {.keyCode = keyF8}, &foreign, {.applyFnModeToExternalFunctionKeys = true},
+        {.keyboard = own, .hardware = otherFnState(own)});
+    EXPECT_EQ(decided.shouldTranslate, own == FnState::special);
+    EXPECT_EQ(decided.reason(), own == FnState::special
+                                    ? "translate keyboardMode=0 fnPressed=false"
+                                    : "passthrough keyboardMode=1 fnPressed=false");
+  }
 }
 
 }  // namespace
