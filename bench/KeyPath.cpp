@@ -23,7 +23,9 @@ KeyPath::KeyPath(int keyboardCount, int sampleCount) {
         .properties = {{"Manufacturer", "Logitech International"},
                        {"Product", "Wireless Mechanical Keyboard with 104 Keys, Unit " +
                                        std::to_string(index)},
-                       {"Transport", "USB"}}});
+                       {"Transport", "USB"},
+                       {"VendorID", 0x046D},
+                       {"ProductID", 0xC33F}}});
     sendInputs(1);
   }
   if (sampleCount > keyboardCount) sendInputs(sampleCount - keyboardCount);

@@ -20,6 +20,11 @@ class KeyPath {
     mac.defaults.setValue(appIdentifier, key, value);
   }
 
+  /// Gives the keyboards, which are all of one model, a mode of their own.
+  void storeOwnMode(FnState mode) {
+    store("keyboardFnStates", PropertyDictionary{{"046d:c33f", rawValue(mode)}});
+  }
+
   /// Whether the event passes. It happens at the time of the newest input.
   bool pass(std::uint32_t type, std::uint16_t keyCode, std::uint64_t flags = 0) {
     const KeyEvent event{.timestamp = now_, .flags = flags, .keyCode = keyCode};

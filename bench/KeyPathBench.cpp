@@ -51,6 +51,14 @@ void topRowKeyThatPasses(benchmark::State& state) {
 }
 BENCHMARK(topRowKeyThatPasses)->Name("top-row key, standard mode");
 
+void topRowKeyWithItsOwnMode(benchmark::State& state) {
+  KeyPath path;
+  path.store("applyFnModeToExternalFunctionKeys", true);
+  path.storeOwnMode(FnState::standard);
+  measure(state, path, keyEventType::keyDown, keyF7, 0, true);
+}
+BENCHMARK(topRowKeyWithItsOwnMode)->Name("top-row key, standard mode of its own");
+
 /// F3 opens an application, with its press alone; of a media key the release does something, too.
 void topRowKeyThatIsTranslated(benchmark::State& state) {
   KeyPath path;

@@ -180,7 +180,9 @@ class Load {
   void ask() {
     auto& keyrow = process_.keyrow();
     while (handled_ < eventCount_) {
-      keyrow.keyboardSourceMonitor().source(externalTime_);
+      if (const auto source = keyrow.keyboardSourceMonitor().source(externalTime_)) {
+        keyrow.keyboardModes().of(*source);
+      }
       keyrow.keySettings().current();
       settings_.localToggleShortcut();
       settings_.fnReplacementModifier();
@@ -213,8 +215,8 @@ class Load {
   }
 
   void changeASetting() {
-    const bool isOn = rounds_ / 6 % 2 == 0;
-    switch (rounds_++ % 6) {
+    const bool isOn = rounds_ / 7 % 2 == 0;
+    switch (rounds_++ % 7) {
       case 0:
         settings_.set(BooleanSetting::applyFnModeToExternalFunctionKeys, false);
         break;
@@ -233,6 +235,10 @@ class Load {
         mac_.defaults.setValue(appIdentifier, settingsKey::localToggleShortcutKeyCode,
                                isOn ? 1 : 2);
         break;
+      case 5:
+        mac_.defaults.setValue(appIdentifier, settingsKey::keyboardFnStates,
+                               PropertyDictionary{{"046d:c33f", isOn ? 1 : 0}});
+        break;
       default:
         settings_.set(BooleanSetting::showCapsLockIndicator, isOn);
         break;
@@ -247,8 +253,12 @@ class Load {
       std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
           .registryID = 1, .properties = {{"Product", "Internal"}, {"Built-In", true}}});
   const std::shared_ptr<const SimulatedKeyboard> externalKeyboard_ =
-      std::make_shared<const SimulatedKeyboard>(SimulatedKeyboard{
-          .registryID = 2, .properties = {{"Product", "Desk"}, {"Transport", "USB"}}});
+      std::make_shared<const SimulatedKeyboard>(
+          SimulatedKeyboard{.registryID = 2,
+                            .properties = {{"Product", "Desk"},
+                                           {"Transport", "USB"},
+                                           {"VendorID", 0x046D},
+                                           {"ProductID", 0xC33F}}});
 
   std::uint64_t rounds_ = 0;
   /// How many events of media keys came of the translated ones.

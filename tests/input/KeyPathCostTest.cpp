@@ -54,6 +54,18 @@ TEST(KeyPathCostTest, TheKeyAfterAChangeOfSettingsAllocatesNothingEither) {
   EXPECT_EQ(allocationCount(), before);
 }
 
+TEST(KeyPathCostTest, ATopRowKeyWithAModeOfItsOwnAllocatesNothing) {
+  constexpr std::uint16_t keyF7 = 98;
+  KeyPath path;
+  path.store("applyFnModeToExternalFunctionKeys", true);
+  path.storeOwnMode(FnState::standard);
+  EXPECT_TRUE(path.pass(keyEventType::keyDown, keyF7));
+  const auto before = allocationCount();
+  EXPECT_TRUE(path.pass(keyEventType::keyDown, keyF7));
+  EXPECT_TRUE(path.pass(keyEventType::keyUp, keyF7));
+  EXPECT_EQ(allocationCount(), before);
+}
+
 TEST(KeyPathCostTest, ABlockedMainThreadDelaysNoKey) {
   KeyPath path;
   path.store("applyFnModeToExternalFunctionKeys", true);
