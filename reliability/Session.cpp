@@ -44,6 +44,7 @@ std::string Session::play(const sim::Step& step) {
   const auto user = stage.mac.sessions.active();
   farewells_.clear();
   const bool wasDisturbed = isDisturbed();
+  if (const auto* action = step.action()) topRow_.look(*action);
   sim::Outcome outcome;
   bool isCutShort = false;
   try {
@@ -72,10 +73,11 @@ std::string Session::play(const sim::Step& step) {
   } else if (isCarriedOut) {
     problem = followChoice(*action, before);
   }
-  for (auto other : {problem, wrongStorage(*action, before), wrongLoss(*action, before),
-                     wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
-                     tap_.problem(*action, {before.runningCount, before.isAsleep}, isCarriedOut),
-                     keyPairs.takeProblem(), leaks(stage)}) {
+  for (auto other :
+       {problem, wrongStorage(*action, before), wrongLoss(*action, before),
+        wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
+        tap_.problem(*action, {before.runningCount, before.isAsleep}, isCarriedOut),
+        topRow_.problem(isCarriedOut && !isCutShort), keyPairs.takeProblem(), leaks(stage)}) {
     if (!other.empty()) return other;
   }
   return {};

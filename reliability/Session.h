@@ -9,6 +9,7 @@
 #include "reliability/KeyPairs.h"
 #include "reliability/ModeModel.h"
 #include "reliability/TapWatch.h"
+#include "reliability/TopRowWatch.h"
 #include "sim/scenario/Scenario.h"
 #include "sim/scenario/Stage.h"
 
@@ -19,7 +20,8 @@ namespace keyrow::reliability {
 /// is found (see `ModeModel`); what is stored was written once, and stays; an override never
 /// becomes the global mode; the status item shows what was last written or read; whoever goes
 /// leaves the global mode behind; nothing stays open; the tap lives, or somebody has said why not;
-/// no tap lives without trust once Keyrow had a chance to see that.
+/// no tap lives without trust once Keyrow had a chance to see that; a keyboard with a mode of its
+/// own goes by it.
 class Session {
  public:
   Session();
@@ -91,6 +93,7 @@ class Session {
   bool hasAnyFault();
 
   TapWatch tap_{stage};
+  TopRowWatch topRow_{stage};
   /// By user.
   std::map<std::string, ModeModel> models_;
   bool hasSwitchedUsers_ = false;

@@ -239,6 +239,29 @@ TEST_F(SessionTest, SeesATapThatDoesNotComeBack) {
   EXPECT_EQ(session.end(), "the event tap does not come back");
 }
 
+TEST_F(SessionTest, SeesATopRowThatDoesNotGoByItsKeyboardsMode) {
+  for (const auto* line :
+       {"keyboard usb vendor=0x046d product-id=0xc33f transport=USB built-in=false",
+        "defaults write applyFnModeToExternalFunctionKeys true",
+        "defaults write keyboardFnStates 046d:c33f=0", "press f8 on usb", "wait 1ms"}) {
+    ASSERT_EQ(session.play(line), "") << line;
+  }
+  // The key comes right after its input.
+  int mode = 1;
+  const auto mischief = session.stage.mac.keyboards.observeInput(
+      [&](const auto&) { setStored("keyboardFnStates", PropertyDictionary{{"046d:c33f", mode}}); });
+  EXPECT_EQ(session.play("press f8 on usb"),
+            "F8 reached an application against the mode of its keyboard");
+  mode = 0;
+  EXPECT_EQ(session.play("hold f8 on usb"),
+            "F8 did not reach an application against the mode of its keyboard");
+  // Where another keyboard has sent an input in the same moment, it may be that one's.
+  for (const auto* line : {"release f8 on usb", "wait 1ms", "keyboard internal built-in=true",
+                           "press a on internal", "press f8 on usb"}) {
+    EXPECT_EQ(session.play(line), "") << line;
+  }
+}
+
 TEST_F(SessionTest, SeesWhatIsLeftOpen) {
   session.disturb();
   const sim::OpenHandle forgotten{session.stage.mac.openHandles, "HidConnection",
