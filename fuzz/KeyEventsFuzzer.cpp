@@ -5,9 +5,11 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -117,8 +119,13 @@ class KeyEvents {
     if (data_.ConsumeIntegralInRange(0, 3) > 0) keyboard.registryID = number;
     keyboard.usage = data_.ConsumeIntegralInRange(0, 7) > 0 ? data_.ConsumeIntegralInRange(6, 7)
                                                             : data_.ConsumeIntegral<std::int64_t>();
-    for (const auto* key : {"Built-In", "VendorID", "Transport", "Manufacturer", "Product"}) {
+    for (const auto* key :
+         {"Built-In", "VendorID", "Transport", "Manufacturer", "Product", "ProductID"}) {
       if (data_.ConsumeBool()) keyboard.properties.emplace(key, fuzz::arbitraryValue(data_));
+    }
+    if (data_.ConsumeBool()) {
+      keyboard.properties.insert_or_assign("VendorID", data_.ConsumeIntegralInRange(0, 1));
+      keyboard.properties.insert_or_assign("ProductID", data_.ConsumeIntegralInRange(0, 1));
     }
     // By this they are told apart below.
     keyboard.properties.emplace("LocationID", std::int64_t{number});
@@ -135,7 +142,7 @@ class KeyEvents {
 
   void changeSetting() {
     const bool isSensible = data_.ConsumeIntegralInRange(0, 3) > 0;
-    switch (data_.ConsumeIntegralInRange(0, 2)) {
+    switch (data_.ConsumeIntegralInRange(0, 3)) {
       case 0:
         return store(rowOf(BooleanSetting::applyFnModeToExternalFunctionKeys).key,
                      isSensible ? PropertyValue{true} : fuzz::arbitraryOptionalValue(data_));
@@ -144,6 +151,10 @@ class KeyEvents {
                      isSensible
                          ? PropertyValue{data_.PickValueInArray(fnReplacementModifierTable).second}
                          : fuzz::arbitraryOptionalValue(data_));
+      case 2:
+        return store(settingsKey::keyboardFnStates, isSensible
+                                                        ? PropertyValue{arbitraryKeyboardModes()}
+                                                        : fuzz::arbitraryOptionalValue(data_));
       default:
         return store(settingsKey::localToggleShortcutKeyCode,
                      isSensible ? PropertyValue{int{arbitraryKeyCode()}}
@@ -153,6 +164,14 @@ class KeyEvents {
 
   void store(std::string_view key, std::optional<PropertyValue> value) {
     mac.defaults.setValue(appIdentifier, key, std::move(value));
+  }
+
+  PropertyDictionary arbitraryKeyboardModes() {
+    PropertyDictionary modes;
+    for (const auto* numbers : {"0000:0000", "0000:0001", "0001:0000", "0001:0001"}) {
+      if (data_.ConsumeBool()) modes.emplace(numbers, data_.ConsumeIntegralInRange(0, 2));
+    }
+    return modes;
   }
 
   void runMainQueue() {
@@ -271,8 +290,22 @@ class KeyEvents {
         (contains(mediaKeys, event.keyCode) || contains(otherTranslatedKeys, event.keyCode)) &&
         settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys) && source &&
         source->isMediaTranslationEligible(process->platform().text) &&
-        mac.hid.modeName() == "special";
+        ownMode(*source).value_or(std::string{mac.hid.modeName()}) == "special";
     return isTranslated ? Kind::translated : Kind::ordinary;
+  }
+
+  /// The mode that is stored for a keyboard; absent for none.
+  std::optional<std::string> ownMode(const KeyboardDeviceSource& source) {
+    if (!source.vendorID || !source.productID) return std::nullopt;
+    std::array<char, 20> text{};
+    std::snprintf(text.data(), text.size(), "%04x:%04x", *source.vendorID, *source.productID);
+    const auto modes = mac.defaults.value(appIdentifier, settingsKey::keyboardFnStates);
+    if (!modes || !modes->dictionary()) return std::nullopt;
+    const auto found = modes->dictionary()->find(std::string_view{text.data()});
+    const auto mode =
+        found == modes->dictionary()->end() ? std::nullopt : storedFnState(found->second);
+    if (!mode) return std::nullopt;
+    return *mode == FnState::special ? "special" : "standard";
   }
 
   bool isFnLikeHeld(const KeyEvent& event) {

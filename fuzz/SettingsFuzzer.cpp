@@ -6,13 +6,16 @@
 #include <cstdint>
 #include <initializer_list>
 #include <iterator>
+#include <map>
 #include <optional>
+#include <regex>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "core/KeyNames.h"
+#include "core/KeyboardFnStates.h"
 #include "fuzz/ArbitraryValues.h"
 #include "fuzz/Require.h"
 #include "fuzz/SameValues.h"
@@ -38,6 +41,19 @@ std::optional<FnState> modeOf(const std::optional<PropertyValue>& value) {
   return std::nullopt;
 }
 
+std::string inSmallLetters(std::string text) {
+  std::ranges::transform(text, text.begin(), [](char c) {
+    return static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+  });
+  return text;
+}
+
+bool isNumbers(const std::string& text) {
+  static const std::regex numbers{
+      "([0-9a-f]{4}|[1-9a-f][0-9a-f]{4,7}):([0-9a-f]{4}|[1-9a-f][0-9a-f]{4,7})"};
+  return text.size() <= 17 && std::regex_match(text, numbers);
+}
+
 /// A Keyrow whose settings hold anything, and what has to be read from them all the same.
 class Settings {
  public:
@@ -57,7 +73,7 @@ class Settings {
 
  private:
   void change() {
-    switch (data_.ConsumeIntegralInRange(0, 9)) {
+    switch (data_.ConsumeIntegralInRange(0, 11)) {
       case 0:
         return changeGlobal();
       case 1:
@@ -72,6 +88,10 @@ class Settings {
         return changeShortcut();
       case 6:
         return storeShortcut();
+      case 7:
+        return setKeyboardMode();
+      case 8:
+        return storeKeyboardModes();
       default: {
         const auto key = data_.PickValueInArray(settingsKey::all);
         store(key, fuzz::arbitraryOptionalValue(data_));
@@ -133,6 +153,65 @@ class Settings {
     changeOnly({settingsKey::localFnState}, [&] { states.removeLocals(applications); });
     require(isSame(others, overrides()),
             "overrides are removed, and the entries of other applications survive");
+  }
+
+  PropertyDictionary keyboardModes() const {
+    const auto value = stored(settingsKey::keyboardFnStates);
+    return value && value->dictionary() ? *value->dictionary() : PropertyDictionary{};
+  }
+
+  KeyboardNumbers arbitraryNumbers() {
+    if (data_.ConsumeBool()) {
+      return {data_.ConsumeIntegralInRange(10U, 11U), data_.ConsumeIntegralInRange(10U, 11U)};
+    }
+    const auto vendorID = data_.ConsumeIntegral<std::uint32_t>();
+    return {vendorID, data_.ConsumeIntegral<std::uint32_t>()};
+  }
+
+  void setKeyboardMode() {
+    const auto numbers = arbitraryNumbers();
+    const auto mode = data_.ConsumeBool() ? std::optional{arbitraryMode()} : std::nullopt;
+    auto others = keyboardModes();
+    std::erase_if(others,
+                  [&](const auto& entry) { return inSmallLetters(entry.first) == numbers.text(); });
+    changeOnly({settingsKey::keyboardFnStates}, [&] { keyboardStates.set(numbers, mode); });
+    require(keyboardStates.of(numbers) == mode, "a keyboard's mode is what it was set to");
+    require(isSame(others, without(keyboardModes(), {numbers.text()})),
+            "the entries of other keyboards survive, and at most one of this");
+  }
+
+  /// As another program would.
+  void storeKeyboardModes() {
+    PropertyDictionary modes;
+    for (auto count = data_.ConsumeIntegralInRange(0, 4); count > 0; --count) {
+      auto text = arbitraryNumbers().text();
+      if (data_.ConsumeBool()) std::ranges::replace(text, 'a', 'A');
+      modes.insert_or_assign(std::move(text), data_.ConsumeBool()
+                                                  ? PropertyValue{data_.ConsumeBool()}
+                                                  : fuzz::arbitraryValue(data_));
+    }
+    store(settingsKey::keyboardFnStates, std::move(modes));
+  }
+
+  void checkKeyboardModes() {
+    std::map<std::string, FnState> expectedModes;
+    for (const auto& [text, value] : keyboardModes()) {
+      const auto numbers = inSmallLetters(text);
+      const auto mode = modeOf(value);
+      if (!mode || !isNumbers(numbers)) continue;
+      if (text == numbers) expectedModes.insert_or_assign(numbers, *mode);
+      expectedModes.emplace(numbers, *mode);
+    }
+    std::map<std::string, FnState> read;
+    for (const auto& [numbers, mode] : keyboardStates.all()) {
+      read.emplace(numbers.text(), mode);
+      KeyboardDeviceSource source;
+      source.vendorID = numbers.vendorID;
+      source.productID = numbers.productID;
+      require(process.keyrow().keyboardModes().of(source) == mode,
+              "keys see the modes of keyboards as they are at the moment");
+    }
+    require(read == expectedModes, "a keyboard's mode is what is stored under its numbers");
   }
 
   void changeBooleans() {
@@ -198,6 +277,7 @@ class Settings {
     const auto before = domain();
     const auto writesBefore = mac.defaults.writeCount();
     checkModes();
+    checkKeyboardModes();
     checkShortcut();
     for (const auto& row : booleanSettingTable) {
       checkBoolean(settings().isOn(row.setting), row.key);
@@ -310,6 +390,7 @@ class Settings {
   SimulatedMac mac;
   SimulatedProcess process{mac, 501};
   StoredFnStates states{process.platform().userDefaults};
+  KeyboardFnStates keyboardStates{process.platform().userDefaults};
 };
 
 }  // namespace
