@@ -232,7 +232,8 @@ json faultsOf(const sim::Faults& faults) {
 }
 
 json loginItemOf(const sim::SimulatedMac& mac) {
-  switch (mac.loginItemStatus) {
+  const auto item = mac.loginItems.find(mac.sessions.active());
+  switch (item == mac.loginItems.end() ? LoginItemStatus::notRegistered : item->second) {
     case LoginItemStatus::enabled:
       return "on";
     case LoginItemStatus::requiresApproval:

@@ -31,6 +31,15 @@ bool SimulatedMac::call(PortCall call) {
   return false;
 }
 
+void SimulatedMac::openSystemSettings(const std::string& user) {
+  // It takes the window server a moment.
+  scheduler.schedule(Scheduler::Duration{0}, [this, user] {
+    constexpr auto systemSettings = "com.apple.systempreferences";
+    const bool isInFront = applications.frontmost() == systemSettings;
+    if (user == sessions.active() && !isInFront) applications.activate(systemSettings);
+  });
+}
+
 void SimulatedMac::changeModeInSystemSettings(bool standardFunctionKeys) {
   hid.setParameter(hidFKeyModeKey, standardFunctionKeys ? 1 : 0);
   globalPreferences.setValue(Sessions::domain(sessions.active(), GlobalPreferences::domain),

@@ -91,7 +91,8 @@ class SimulatedMac {
   /// How high a push button is, and how much wider than its title, in points: 24 on macOS 26.
   double pushButtonExtent = 20;
 
-  LoginItemStatus loginItemStatus = LoginItemStatus::notRegistered;
+  /// By user; not registered where absent.
+  std::map<std::string, LoginItemStatus> loginItems;
   /// Whether the user has to approve a login item before it counts.
   bool loginItemsNeedApproval = false;
 
@@ -140,6 +141,10 @@ class SimulatedMac {
   /// A process makes a port call, which is traced, and at which it may be killed. True when
   /// the call goes through; one that fails is on the timeline.
   bool call(PortCall call);
+
+  /// A page of System Settings is opened in this user's session, which brings them to the front
+  /// there.
+  void openSystemSettings(const std::string& user);
 
   /// The user changes the mode in System Settings: hardware and preference at once.
   void changeModeInSystemSettings(bool standardFunctionKeys);

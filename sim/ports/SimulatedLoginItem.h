@@ -1,37 +1,40 @@
 #pragma once
 
 #include "platform/LoginItem.h"
-#include "sim/machine/SimulatedMac.h"
+#include "sim/ports/ProcessContext.h"
 
 namespace keyrow::sim {
 
-/// The machine's login item for Keyrow.
+/// Keyrow's login item of the user in whose session a process runs.
 class SimulatedLoginItem final : public LoginItem {
  public:
-  explicit SimulatedLoginItem(SimulatedMac& mac) : mac_{mac} {}
+  explicit SimulatedLoginItem(const ProcessContext& context) : context_{context} {}
 
-  LoginItemStatus status() override { return mac_.loginItemStatus; }
+  LoginItemStatus status() override { return item(); }
 
   void registerItem() override {
-    if (!mac_.call(PortCall::registerLoginItem)) return;
+    auto& mac = context_.mac;
+    if (!mac.call(PortCall::registerLoginItem)) return;
     // Only the user can allow what waits for that.
-    if (mac_.loginItemStatus != LoginItemStatus::notRegistered) return;
-    mac_.loginItemStatus =
-        mac_.loginItemsNeedApproval ? LoginItemStatus::requiresApproval : LoginItemStatus::enabled;
+    if (item() != LoginItemStatus::notRegistered) return;
+    item() =
+        mac.loginItemsNeedApproval ? LoginItemStatus::requiresApproval : LoginItemStatus::enabled;
   }
 
   void unregisterItem() override {
-    if (!mac_.call(PortCall::unregisterLoginItem)) return;
-    mac_.loginItemStatus = LoginItemStatus::notRegistered;
+    if (!context_.mac.call(PortCall::unregisterLoginItem)) return;
+    item() = LoginItemStatus::notRegistered;
   }
 
   void openSystemSettings() override {
-    mac_.screen.note("the login items in System Settings");
-    mac_.applications.activate("com.apple.systempreferences");
+    context_.mac.screen.note("the login items in System Settings");
+    context_.mac.openSystemSettings(context_.user);
   }
 
  private:
-  SimulatedMac& mac_;
+  LoginItemStatus& item() { return context_.mac.loginItems[context_.user]; }
+
+  const ProcessContext& context_;
 };
 
 }  // namespace keyrow::sim

@@ -25,7 +25,7 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
       globalPreferences_{context.mac, Sessions::domain(context.user, GlobalPreferences::domain)},
       hidSystem_{context.mac, context.processID},
       inputMonitoring_{context},
-      loginItem_{context.mac},
+      loginItem_{context},
       mailComposer_{context},
       mainQueue_{context.mac.scheduler, context.mainThread},
       mainRunLoop_{context},

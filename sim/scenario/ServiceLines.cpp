@@ -20,10 +20,11 @@ Outcome SetMailService::play(Stage& stage) const {
 }
 
 Outcome SwitchLoginItem::play(Stage& stage) const {
+  auto& item = stage.mac.loginItems[stage.mac.sessions.active()];
   if (isOn) {
-    stage.mac.loginItemStatus = LoginItemStatus::enabled;
-  } else if (stage.mac.loginItemStatus == LoginItemStatus::enabled) {
-    stage.mac.loginItemStatus = LoginItemStatus::requiresApproval;
+    item = LoginItemStatus::enabled;
+  } else if (item == LoginItemStatus::enabled) {
+    item = LoginItemStatus::requiresApproval;
   }
   return {};
 }

@@ -31,7 +31,7 @@ class PanesTest : public SimulatedMacTest {
   /// What is on, by what can be switched.
   std::map<Switch, bool> states() {
     std::map<Switch, bool> all{
-        {OtherSwitch::loginItem, mac.loginItemStatus == LoginItemStatus::enabled},
+        {OtherSwitch::loginItem, mac.loginItems["me"] == LoginItemStatus::enabled},
         {OtherSwitch::automaticUpdates, keyrow().updater().automaticChecksEnabled()}};
     for (const auto& row : booleanSettingTable) {
       all[row.setting] = keyrow().settings().isOn(row.setting);
@@ -120,7 +120,7 @@ TEST_F(PanesTest, EveryCheckboxShowsAndSetsItsOwnSwitch) {
 
 TEST_F(PanesTest, TheyShowWhatIsOnWhenTheyAreLoaded) {
   for (const auto& row : booleanSettingTable) store(row.key, true);
-  mac.loginItemStatus = LoginItemStatus::enabled;
+  mac.loginItems["me"] = LoginItemStatus::enabled;
   process = std::make_unique<SimulatedProcess>(mac, 502);
   SetUp();
   process->settingsWindow().selectTab("About");
