@@ -6,13 +6,14 @@
 
 namespace keyrow::sim {
 
-void Screen::showAlert(OpenHandles::ProcessID owner, const Alert& alert,
+void Screen::showAlert(OpenHandles::ProcessID owner, const std::string& user, const Alert& alert,
                        std::function<void(int response)> answered) {
   auto& text = alerts_.emplace_back(alert.messageText);
   text.append("\n").append(alert.informativeText);
   for (const auto button : alert.buttons) text.append("\n[").append(button).append("]");
   note("alert " + quoted(alert.messageText));
   openAlerts_.push_back({.owner = owner,
+                         .user = user,
                          .messageText = std::string{alert.messageText},
                          .informativeText = std::string{alert.informativeText},
                          .buttons = {alert.buttons.begin(), alert.buttons.end()},
@@ -22,7 +23,9 @@ void Screen::showAlert(OpenHandles::ProcessID owner, const Alert& alert,
 }
 
 const OpenAlert* Screen::openAlert() const {
-  return openAlerts_.empty() ? nullptr : &openAlerts_.back();
+  auto topmostFirst = openAlerts_ | std::views::reverse;
+  const auto found = std::ranges::find(topmostFirst, sessions_.active(), &OpenAlert::user);
+  return found == topmostFirst.end() ? nullptr : &*found;
 }
 
 const OpenAlert* Screen::openAlertOf(OpenHandles::ProcessID owner) const {
@@ -38,12 +41,12 @@ bool Screen::preventsTermination(OpenHandles::ProcessID owner) const {
 }
 
 bool Screen::answerAlert(std::string_view button) {
-  const auto& buttons = openAlerts_.back().buttons;
-  const auto pressed = std::ranges::find(buttons, button);
-  if (pressed == buttons.end()) return false;
-  const auto response = alertFirstButtonReturn + static_cast<int>(pressed - buttons.begin());
-  const auto alert = std::move(openAlerts_.back());
-  openAlerts_.pop_back();
+  const auto place = openAlerts_.begin() + (openAlert() - openAlerts_.data());
+  const auto pressed = std::ranges::find(place->buttons, button);
+  if (pressed == place->buttons.end()) return false;
+  const auto response = alertFirstButtonReturn + static_cast<int>(pressed - place->buttons.begin());
+  const auto alert = std::move(*place);
+  openAlerts_.erase(place);
   note("the user presses " + quoted(button));
   alertObservers_.notify();
   alert.answered(response);

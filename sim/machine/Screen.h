@@ -11,6 +11,7 @@
 #include "sim/machine/ObserverList.h"
 #include "sim/machine/OpenHandles.h"
 #include "sim/machine/PropertyText.h"
+#include "sim/machine/Sessions.h"
 #include "sim/machine/Timeline.h"
 
 namespace keyrow::sim {
@@ -18,6 +19,8 @@ namespace keyrow::sim {
 /// An alert that waits for the user.
 struct OpenAlert {
   OpenHandles::ProcessID owner;
+  /// In whose session it is.
+  std::string user;
   std::string messageText;
   std::string informativeText;
   std::vector<std::string> buttons;
@@ -29,14 +32,15 @@ struct OpenAlert {
 /// thread only.
 class Screen {
  public:
-  explicit Screen(Timeline& timeline) : timeline_{timeline} {}
+  Screen(Timeline& timeline, const Sessions& sessions) : timeline_{timeline}, sessions_{sessions} {}
 
-  /// Shows an alert of a process, on top of those that are there. It stays until the user
-  /// presses a button, whose modal response `answered` is told then.
-  void showAlert(OpenHandles::ProcessID owner, const Alert& alert,
+  /// Shows an alert of a process in a user's session, on top of those that are there. It stays
+  /// until the user presses a button, whose modal response `answered` is told then.
+  void showAlert(OpenHandles::ProcessID owner, const std::string& user, const Alert& alert,
                  std::function<void(int response)> answered);
 
-  /// The topmost alert, or the topmost of a process; null where there is none.
+  /// The topmost alert of the session that has the screen, or the topmost of a process; null where
+  /// there is none.
   const OpenAlert* openAlert() const;
   const OpenAlert* openAlertOf(OpenHandles::ProcessID owner) const;
 
@@ -68,6 +72,7 @@ class Screen {
 
  private:
   Timeline& timeline_;
+  const Sessions& sessions_;
   /// The topmost is the last.
   std::vector<OpenAlert> openAlerts_;
   std::vector<std::string> alerts_;

@@ -61,7 +61,7 @@ class SimulatedMac {
   KeyboardFilters keyboardFilters{*this};
   DistributedNotifications distributedNotifications{scheduler};
   Power power{timeline};
-  Screen screen{timeline};
+  Screen screen{timeline, sessions};
   EventTapServer eventTaps{{.timeline = timeline,
                             .scheduler = scheduler,
                             .isProcessTrusted = isAccessibilityGranted,

@@ -17,7 +17,7 @@ class SimulatedAlerts final : public Alerts {
   void runModal(const Alert& alert, std::function<void(int response)> answered) override {
     const bool isFromQueue = context_.mainThread->beginModal();
     context_.mac.screen.showAlert(
-        context_.processID, alert,
+        context_.processID, context_.user, alert,
         [thread = context_.mainThread, isFromQueue, answered = std::move(answered)](int response) {
           thread->deliver([thread, isFromQueue, answered, response] {
             answered(response);

@@ -204,6 +204,8 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"fail read-log 2 times\nfail read-log",
               "play.txt:2:1: read-log is to fail already, 2 times; repair ends that"},
         Unmet{"launch keyrow\nanswer \"OK\"", "play.txt:2:1: no alert is open"},
+        Unmet{"fail create-event-tap always\nlaunch keyrow\nwait 8s\nuser anna\nanswer \"OK\"",
+              "play.txt:5:1: no alert is open"},
         Unmet{
             "fail create-event-tap always\nlaunch keyrow\nwait 8s\nanswer \"Cancel\"",
             "play.txt:4:1: the alert \"Keyrow could not start keyboard monitoring\" has no button "
