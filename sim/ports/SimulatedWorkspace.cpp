@@ -89,6 +89,9 @@ bool SimulatedWorkspace::isURL(std::string_view text) {
 bool SimulatedWorkspace::openURL(std::string_view url) {
   if (!context_.mac.call(PortCall::openURL)) return false;
   context_.mac.screen.open(url);
+  if (url.starts_with("x-apple.systempreferences:")) {
+    context_.mac.openSystemSettings(context_.user);
+  }
   return true;
 }
 
