@@ -1,5 +1,7 @@
 #include "sim/ports/SimulatedUpdateFramework.h"
 
+#include <chrono>
+
 #include "core/AppSettings.h"
 
 namespace keyrow::sim {
@@ -10,14 +12,19 @@ void SimulatedUpdateFramework::start(UpdateFrameworkDelegate& delegate) {
   context_.mac.scheduler.schedule(Scheduler::Duration{0}, [this, thread = context_.mainThread] {
     thread->deliver([this] {
       askForPermission();
-      delegate_->willScheduleUpdateCheck();
+      scheduleCheck();
     });
   });
+}
+
+void SimulatedUpdateFramework::scheduleCheck() {
+  if (automaticallyChecksForUpdates()) delegate_->willScheduleUpdateCheck();
 }
 
 /// Where nobody has said whether it may check by itself, Sparkle asks at the second launch, and at
 /// each that follows until it has an answer.
 void SimulatedUpdateFramework::askForPermission() {
+  if (context_.mac.infoDictionary.contains(settingsKey::SUEnableAutomaticChecks)) return;
   if (context_.mac.defaults.value(domain(), settingsKey::SUEnableAutomaticChecks)) return;
   const bool isFirst = context_.mac.sparkleStarts.insert(domain()).second;
   if (isFirst) return;
@@ -32,11 +39,18 @@ void SimulatedUpdateFramework::checkForUpdates() {
 
 bool SimulatedUpdateFramework::automaticallyChecksForUpdates() {
   const auto stored = context_.mac.defaults.value(domain(), settingsKey::SUEnableAutomaticChecks);
-  return !stored || stored->boolValue().value_or(true);
+  if (stored) return stored->boolValue().value_or(false);
+  const auto inPlist = context_.mac.infoDictionary.find(settingsKey::SUEnableAutomaticChecks);
+  return inPlist != context_.mac.infoDictionary.end() &&
+         inPlist->second.boolValue().value_or(false);
 }
 
 void SimulatedUpdateFramework::setAutomaticallyChecksForUpdates(bool checks) {
   context_.mac.defaults.setValue(domain(), settingsKey::SUEnableAutomaticChecks, checks);
+  // It waits a moment, in case the user thinks better of it.
+  context_.mac.scheduler.schedule(std::chrono::seconds{1}, [this, thread = context_.mainThread] {
+    thread->deliver([this] { scheduleCheck(); });
+  });
 }
 
 void SimulatedUpdateFramework::findUpdate(const std::string& version, bool inImmediateFocus) {

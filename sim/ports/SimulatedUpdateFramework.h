@@ -14,8 +14,8 @@ class SimulatedUpdateFramework final : public UpdateFramework {
 
   void start(UpdateFrameworkDelegate& delegate) override;
   void checkForUpdates() override;
-  /// Sparkle keeps the switch in the application's user defaults; it is on where it was never
-  /// touched.
+  /// Sparkle keeps the switch in the application's user defaults. Where it was never touched it is
+  /// what Info.plist says under the same key, and off where that says nothing.
   bool automaticallyChecksForUpdates() override;
   void setAutomaticallyChecksForUpdates(bool checks) override;
 
@@ -28,6 +28,8 @@ class SimulatedUpdateFramework final : public UpdateFramework {
 
  private:
   void askForPermission();
+  /// Where checks are on, the next one is going to be scheduled.
+  void scheduleCheck();
   /// Of the user in whose session it runs.
   std::string domain() const {
     return Sessions::domain(context_.user, context_.bundleIdentifier.value_or(""));

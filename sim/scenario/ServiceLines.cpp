@@ -105,8 +105,8 @@ Action parseUpdate(LineReader& line) {
 Action parseOpenNotification(LineReader&) { return OpenNotification{}; }
 
 Action parseInfo(LineReader& line) {
-  constexpr std::array<std::string_view, 3> keys{"CFBundleShortVersionString", "CFBundleVersion",
-                                                 "SUFeedURL"};
+  constexpr std::array<std::string_view, 4> keys{"CFBundleShortVersionString", "CFBundleVersion",
+                                                 "SUFeedURL", "SUEnableAutomaticChecks"};
   std::string key{keys[line.oneOf(keys)]};
   return SetInfo{std::move(key), line.valueOrNone()};
 }
@@ -170,7 +170,8 @@ constexpr std::array<ActionWord, 6> actions{{
     {"open notification", "open notification", "The user clicks the update reminder.",
      "open notification", parseOpenNotification},
     {"info", "info KEY VALUE|none",
-     "What Keyrow's Info.plist holds: CFBundleShortVersionString, CFBundleVersion or SUFeedURL.",
+     "What Keyrow's Info.plist holds: CFBundleShortVersionString, CFBundleVersion, SUFeedURL or "
+     "SUEnableAutomaticChecks.",
      "info SUFeedURL none", parseInfo},
 }};
 

@@ -120,6 +120,7 @@ TEST_F(PanesTest, EveryCheckboxShowsAndSetsItsOwnSwitch) {
 
 TEST_F(PanesTest, TheyShowWhatIsOnWhenTheyAreLoaded) {
   for (const auto& row : booleanSettingTable) store(row.key, true);
+  store(settingsKey::SUEnableAutomaticChecks, true);
   mac.loginItems["me"] = LoginItemStatus::enabled;
   process = std::make_unique<SimulatedProcess>(mac, 502);
   SetUp();

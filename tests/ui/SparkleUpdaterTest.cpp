@@ -17,6 +17,7 @@ constexpr auto reminder = "app.keyrow.Keyrow.sparkle-update-reminder";
 class SparkleUpdaterTest : public SimulatedMacTest {
  protected:
   void SetUp() override {
+    store("SUEnableAutomaticChecks", true);
     keyrow().settingsWindowController().createWindow();
     updater().start();
     mac.scheduler.advance(std::chrono::seconds{2});

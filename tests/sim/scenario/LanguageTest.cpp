@@ -239,7 +239,8 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"flags-changed A with B", 22,
                   "expected modifiers joined by +, such as fn+shift, found \"B\""},
         WrongLine{"info SUFeedUrl none", 6,
-                  "expected CFBundleShortVersionString, CFBundleVersion or SUFeedURL, found "
+                  "expected CFBundleShortVersionString, CFBundleVersion, SUFeedURL or "
+                  "SUEnableAutomaticChecks, found "
                   "\"SUFeedUrl\""},
         WrongLine{"quit keyrow now", 13, "expected the end of the line, found \"now\""},
         WrongLine{"hardware Colour=1", 10,

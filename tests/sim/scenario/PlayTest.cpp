@@ -230,9 +230,9 @@ TEST(PlayTest, ALineThatWouldNeverEndIsStopped) {
 
 TEST(PlayTest, TheUpdaterRemembersItsSwitch) {
   const auto played = play(
-      "launch keyrow\nreopen keyrow\ntab About\nexpect pane auto-update on\n"
-      "click \"Automatically check for updates\"\nexpect pane auto-update off\n"
-      "quit keyrow\nlaunch keyrow\nreopen keyrow\ntab About\nexpect pane auto-update off\n");
+      "launch keyrow\nreopen keyrow\ntab About\nexpect pane auto-update off\n"
+      "click \"Automatically check for updates\"\nexpect pane auto-update on\n"
+      "quit keyrow\nlaunch keyrow\nreopen keyrow\ntab About\nexpect pane auto-update on\n");
   EXPECT_EQ(played.output, "");
 }
 
