@@ -17,8 +17,10 @@ struct KeyDown {
   /// `charactersIgnoringModifiers`; absent when there are none.
   std::optional<std::string> charactersIgnoringModifiers;
   /// By what a key equivalent is looked up (`characters`): on a keyboard that types other letters,
-  /// the Latin one that Command brings. Absent where Command is not held.
-  std::optional<std::string> commandCharacters;
+  /// the Latin one that Command brings. Absent when there are none.
+  std::optional<std::string> characters;
+  /// The modifiers that are held, as `keyEventFlag` (`modifierFlags`).
+  std::uint64_t flags = 0;
   /// Whether the key was down before (`isARepeat`).
   bool isRepeat = false;
 };

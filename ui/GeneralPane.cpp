@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/KeyEvent.h"
 #include "ui/GeneralLayout.h"
 #include "ui/PermissionSettings.h"
 
@@ -10,9 +11,12 @@ namespace keyrow {
 
 namespace {
 
-/// Whether the main menu makes Close or Quit of it, in whichever case the letter comes.
+/// Whether the main menu makes Close or Quit of it. Caps Lock may make a capital of the letter.
 bool closesOrQuits(const KeyDown& key) {
-  const auto& letter = key.commandCharacters;
+  constexpr auto modifiers = keyEventFlag::shift | keyEventFlag::control | keyEventFlag::option |
+                             keyEventFlag::command | keyEventFlag::secondaryFn;
+  if ((key.flags & modifiers) != keyEventFlag::command) return false;
+  const auto& letter = key.characters;
   return letter == "w" || letter == "W" || letter == "q" || letter == "Q";
 }
 

@@ -3,7 +3,6 @@
 #import <AppKit/AppKit.h>
 
 #include <memory>
-#include <optional>
 #include <utility>
 
 #include "platform/macos/Conversions.h"
@@ -12,10 +11,10 @@
 namespace keyrow::macos {
 
 KeyDown keyDown(NSEvent* event) {
-  const bool isCommandHeld = (event.modifierFlags & NSEventModifierFlagCommand) != 0;
   return {.keyCode = event.keyCode,
           .charactersIgnoringModifiers = optionalText(event.charactersIgnoringModifiers),
-          .commandCharacters = isCommandHeld ? optionalText(event.characters) : std::nullopt,
+          .characters = optionalText(event.characters),
+          .flags = event.modifierFlags,
           .isRepeat = static_cast<bool>(event.ARepeat)};
 }
 

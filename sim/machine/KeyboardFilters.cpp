@@ -197,7 +197,7 @@ void KeyboardFilters::send(std::uint32_t type, const Outgoing& outgoing, bool is
     mac_.timeline.add(TimelineEvent::Kind::key, {quoted(std::string{outgoing.mediaKey} + step)});
     return;
   }
-  std::uint64_t flags = 0;
+  std::uint64_t flags = mac_.isCapsLockOn ? keyEventFlag::alphaShift : 0;
   for (const auto& one : down_) flags |= one.key.flags;
   if (carriesFn(outgoing.keyCode)) flags |= keyEventFlag::secondaryFn;
   mac_.postKeyEvent(type, {.timestamp = mac_.machAbsoluteTime(),

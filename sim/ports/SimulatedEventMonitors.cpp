@@ -9,13 +9,13 @@ namespace keyrow::sim {
 
 namespace {
 
-/// What a key types: its name, when that is a single character; of the modifiers only Shift counts.
-std::optional<std::string> charactersOf(const KeyEvent& event) {
+/// What a key types: its name, when that is a single character, as a capital or not.
+std::optional<std::string> charactersOf(const KeyEvent& event, std::uint64_t flagsOfCapitals) {
   auto name = keyName(event.keyCode);
   if (name == sectionKeyName) return name;
   if (name.size() != 1) return std::nullopt;
-  const bool isShiftHeld = (event.flags & keyEventFlag::shift) != 0;
-  if (name[0] >= 'A' && name[0] <= 'Z' && !isShiftHeld) {
+  const bool isCapital = (event.flags & flagsOfCapitals) != 0;
+  if (name[0] >= 'A' && name[0] <= 'Z' && !isCapital) {
     name[0] = static_cast<char>(name[0] - 'A' + 'a');
   }
   return name;
@@ -57,12 +57,11 @@ void SimulatedEventMonitors::receive(std::uint32_t type, const KeyEvent& event) 
   if (!isActive && context_.mac.isSecureInputOn()) return;
   if (type == keyEventType::flagsChanged) (isActive ? localFlags_ : globalFlags_).notify();
   if (type != keyEventType::keyDown || !isActive) return;
-  const auto characters = charactersOf(event);
-  const bool isCommandHeld = (event.flags & keyEventFlag::command) != 0;
   const auto passing = std::make_shared<PassingKey>(
       KeyDown{.keyCode = event.keyCode,
-              .charactersIgnoringModifiers = characters,
-              .commandCharacters = isCommandHeld ? characters : std::nullopt,
+              .charactersIgnoringModifiers = charactersOf(event, keyEventFlag::shift),
+              .characters = charactersOf(event, keyEventFlag::shift | keyEventFlag::alphaShift),
+              .flags = event.flags,
               .isRepeat = event.isRepeat});
   keysDown_.notify(passing);
   context_.mainThread->deliver([this, passing] {

@@ -1,8 +1,33 @@
 #include "sim/ports/SimulatedMainMenuView.h"
 
 #include <algorithm>
+#include <cctype>
+#include <cstdint>
+
+#include "platform/KeyEvent.h"
 
 namespace keyrow::sim {
+
+namespace {
+
+std::string lowercase(std::string text) {
+  std::ranges::transform(text, text.begin(),
+                         [](unsigned char one) { return static_cast<char>(std::tolower(one)); });
+  return text;
+}
+
+bool isKeyOf(const MainMenuItem& item, const KeyDown& key) {
+  constexpr auto modifiers =
+      keyEventFlag::shift | keyEventFlag::control | keyEventFlag::option | keyEventFlag::command;
+  if (item.key.empty() || !key.characters) return false;
+  const auto letter = lowercase(std::string{item.key});
+  auto expected = keyEventFlag::command;
+  if (item.hasOption) expected |= keyEventFlag::option;
+  if (letter != item.key) expected |= keyEventFlag::shift;
+  return (key.flags & modifiers) == expected && lowercase(*key.characters) == letter;
+}
+
+}  // namespace
 
 void SimulatedMainMenuView::create() {
   context_.mac.trace.add("create main menu");
@@ -24,9 +49,8 @@ bool SimulatedMainMenuView::choose(std::string_view title) {
   return item != nullptr;
 }
 
-bool SimulatedMainMenuView::performKeyEquivalent(std::string_view key) {
-  const auto* item =
-      find([key](const auto& one) { return !one.key.empty() && one.key == key && !one.hasOption; });
+bool SimulatedMainMenuView::performKeyEquivalent(const KeyDown& key) {
+  const auto* item = find([&key](const auto& one) { return isKeyOf(one, key); });
   if (item) perform(item->action);
   return item != nullptr;
 }

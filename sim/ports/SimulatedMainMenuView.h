@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/EventMonitors.h"
 #include "sim/ports/ProcessContext.h"
 #include "sim/ports/SimulatedSettingsWindowView.h"
 #include "ui/MainMenu.h"
@@ -27,9 +28,9 @@ class SimulatedMainMenuView final : public MainMenuView {
   /// Chooses the enabled item with this title; false when there is none.
   bool choose(std::string_view title);
 
-  /// Chooses the item with this key and Command alone; false when there is none that is enabled. A
-  /// capital letter stands for Shift.
-  bool performKeyEquivalent(std::string_view key);
+  /// Chooses the item with this key and just these modifiers, whether Caps Lock is on or not; false
+  /// when there is none that is enabled.
+  bool performKeyEquivalent(const KeyDown& key);
 
  private:
   /// AppKit disables what nothing that has the focus can do.

@@ -64,7 +64,7 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
              .workspace = workspace_} {}
 
 void SimulatedPlatform::performKeyEquivalent(const KeyDown& key) {
-  if (key.commandCharacters) mainMenu.performKeyEquivalent(*key.commandCharacters);
+  mainMenu.performKeyEquivalent(key);
 }
 
 }  // namespace keyrow::sim

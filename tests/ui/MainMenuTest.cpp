@@ -4,10 +4,13 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "platform/KeyEvent.h"
 #include "tests/SimulatedMacTest.h"
 
 namespace keyrow::sim {
@@ -71,6 +74,10 @@ class MainMenuControllerTest : public SimulatedMacTest {
  protected:
   SimulatedMainMenuView& menu() { return process->simulatedPlatform().mainMenu; }
   SimulatedSettingsWindowView& window() { return process->settingsWindow(); }
+
+  static KeyDown withCommand(std::string characters, std::uint64_t otherModifiers = 0) {
+    return {.characters = std::move(characters), .flags = keyEventFlag::command | otherModifiers};
+  }
 };
 
 TEST_F(MainMenuControllerTest, IsThereOnceKeyrowIsLaunched) {
@@ -81,14 +88,17 @@ TEST_F(MainMenuControllerTest, IsThereOnceKeyrowIsLaunched) {
 
 TEST_F(MainMenuControllerTest, ItsKeysLeadWhereItsItemsDo) {
   process->launch();
-  EXPECT_FALSE(menu().performKeyEquivalent("w"));
-  EXPECT_TRUE(menu().performKeyEquivalent(","));
+  EXPECT_FALSE(menu().performKeyEquivalent(withCommand("w")));
+  EXPECT_TRUE(menu().performKeyEquivalent(withCommand(",")));
   mac.scheduler.runReady();
   EXPECT_TRUE(window().isVisible());
-  EXPECT_TRUE(menu().performKeyEquivalent("w"));
+  for (const auto modifier : {keyEventFlag::shift, keyEventFlag::control, keyEventFlag::option}) {
+    EXPECT_FALSE(menu().performKeyEquivalent(withCommand("w", modifier)));
+  }
+  EXPECT_TRUE(menu().performKeyEquivalent(withCommand("w")));
   EXPECT_FALSE(window().isVisible());
-  EXPECT_FALSE(menu().performKeyEquivalent("Q"));
-  EXPECT_TRUE(menu().performKeyEquivalent("q"));
+  EXPECT_FALSE(menu().performKeyEquivalent({.characters = "q"}));
+  EXPECT_TRUE(menu().performKeyEquivalent(withCommand("Q", keyEventFlag::alphaShift)));
   EXPECT_TRUE(process->hasEnded());
 }
 

@@ -171,17 +171,36 @@ TEST_F(PanesTest, CapturingHoldsOneMonitorAndGivesItBack) {
   EXPECT_EQ(mac.openHandles.count("observer"), before);
 }
 
-TEST_F(PanesTest, CommandMakesNoShortcutOfWAndQHoweverTheyAreTyped) {
-  constexpr std::uint16_t keyQ = 12;
-  constexpr std::uint16_t keyW = 13;
-  for (const auto keyCode : {keyQ, keyW}) {
+TEST_F(PanesTest, CommandMakesNoShortcutOfWAndQWhetherCapsLockIsOnOrNot) {
+  const auto type = [this](std::uint16_t keyCode) {
     general().actions().toggleLocalShortcutCapture();
     ASSERT_EQ(general().localShortcutTitle, "Press any key...");
+    mac.postKeyEvent(keyEventType::keyDown,
+                     {.timestamp = mac.machAbsoluteTime(),
+                      .flags = keyEventFlag::command | keyEventFlag::alphaShift,
+                      .keyCode = keyCode});
+  };
+  constexpr std::uint16_t keyQ = 12;
+  constexpr std::uint16_t keyW = 13;
+  type(keyW);
+  EXPECT_FALSE(process->settingsWindow().isVisible());
+  EXPECT_EQ(general().localShortcutTitle, "Fn + `");
+  type(keyQ);
+  EXPECT_TRUE(process->hasEnded());
+  EXPECT_EQ(stored("localToggleShortcutKeyCode"), std::nullopt);
+}
+
+TEST_F(PanesTest, WithFurtherModifiersWAndQAreKeysAsAllOthersAre) {
+  constexpr std::uint16_t keyW = 13;
+  for (const auto modifier : {keyEventFlag::shift, keyEventFlag::control, keyEventFlag::option,
+                              keyEventFlag::secondaryFn}) {
+    general().actions().resetLocalShortcut();
+    general().actions().toggleLocalShortcutCapture();
     mac.postKeyEvent(keyEventType::keyDown, {.timestamp = mac.machAbsoluteTime(),
-                                             .flags = keyEventFlag::command | keyEventFlag::shift,
-                                             .keyCode = keyCode});
-    EXPECT_EQ(general().localShortcutTitle, "Fn + `");
-    EXPECT_FALSE(process->hasEnded());
+                                             .flags = keyEventFlag::command | modifier,
+                                             .keyCode = keyW});
+    EXPECT_EQ(general().localShortcutTitle, "Fn + W");
+    EXPECT_TRUE(process->settingsWindow().isVisible());
   }
 }
 

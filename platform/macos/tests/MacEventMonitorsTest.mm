@@ -8,6 +8,7 @@
 
 #include "core/KeyNames.h"
 #include "core/LocalToggleShortcut.h"
+#include "platform/KeyEvent.h"
 #include "platform/VirtualKeys.h"
 #include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
@@ -15,6 +16,16 @@
 
 namespace keyrow::macos {
 namespace {
+
+static_assert(keyEventFlag::alphaShift == NSEventModifierFlagCapsLock);
+static_assert(keyEventFlag::shift == NSEventModifierFlagShift);
+static_assert(keyEventFlag::control == NSEventModifierFlagControl);
+static_assert(keyEventFlag::option == NSEventModifierFlagOption);
+static_assert(keyEventFlag::command == NSEventModifierFlagCommand);
+static_assert(keyEventFlag::secondaryFn == NSEventModifierFlagFunction);
+
+constexpr auto allModifiers = keyEventFlag::alphaShift | keyEventFlag::shift |
+                              keyEventFlag::control | keyEventFlag::option | keyEventFlag::command;
 
 static_assert(graveAccentKeyCode == kVK_ANSI_Grave);
 static_assert(escapeKeyCode == kVK_Escape);
@@ -91,8 +102,10 @@ TEST(KeyDownTest, EveryKnownKeyHasItsNameWhateverItTypes) {
 }
 
 TEST(KeyDownTest, CommandBringsWhatAKeyEquivalentIsLookedUpBy) {
-  EXPECT_EQ(pressed(kVK_Space).commandCharacters, std::nullopt);
-  EXPECT_EQ(pressed(kVK_Space, kCGEventFlagMaskCommand).commandCharacters, " ");
+  const auto key = pressed(kVK_Space, kCGEventFlagMaskCommand | kCGEventFlagMaskShift);
+  EXPECT_EQ(key.characters, " ");
+  EXPECT_EQ(key.flags & allModifiers, keyEventFlag::command | keyEventFlag::shift);
+  EXPECT_EQ(pressed(kVK_Space).flags & allModifiers, 0U);
   EXPECT_FALSE(pressed(kVK_Space).isRepeat);
 }
 
