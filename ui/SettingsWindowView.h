@@ -57,7 +57,8 @@ class SettingsWindowView : public View<SettingsWindowActions> {
   virtual bool hasWindow() = 0;
 
   /// Brings the window before those of all applications and makes it the key and the
-  /// main window (`orderFrontRegardless`, `makeKeyAndOrderFront:`, `makeMainWindow`).
+  /// main window (`orderFrontRegardless`, `makeKeyAndOrderFront:`, `makeMainWindow`), also one that
+  /// is in the Dock or hidden.
   virtual void bringToFront() = 0;
 
   /// Selects a tab, by its place.

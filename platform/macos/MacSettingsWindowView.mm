@@ -71,6 +71,8 @@ NSWindow* MacSettingsWindowView::window() const { return controller_.window; }
 bool MacSettingsWindowView::hasWindow() { return window() != nil; }
 
 void MacSettingsWindowView::bringToFront() {
+  [NSApp unhideWithoutActivation];
+  if (window().miniaturized) [window() deminiaturize:nil];
   [window() orderFrontRegardless];
   [window() makeKeyAndOrderFront:nil];
   [window() makeMainWindow];

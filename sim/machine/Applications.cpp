@@ -31,7 +31,10 @@ std::string Applications::nameOfFrontmost() const {
 }
 
 void Applications::ended(std::string_view bundleIdentifier) {
-  if (!running(bundleIdentifier).empty()) return;
+  if (running(bundleIdentifier).empty()) stepBack(bundleIdentifier);
+}
+
+void Applications::stepBack(std::string_view bundleIdentifier) {
   std::erase(recent_, bundleIdentifier);
   if (frontmost_ != bundleIdentifier) return;
   activate(recent_.empty() ? std::nullopt : std::optional{recent_.back()});

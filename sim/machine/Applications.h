@@ -59,6 +59,9 @@ class Applications {
   /// that was there before it comes to the front again.
   void ended(std::string_view bundleIdentifier);
 
+  /// An application goes away from the front, to the one that was there before it.
+  void stepBack(std::string_view bundleIdentifier);
+
   /// Calls `handler` at every activation.
   Registration observeActivation(std::function<void()> handler) {
     return activationObservers_.add(std::move(handler));

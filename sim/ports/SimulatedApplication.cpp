@@ -4,11 +4,18 @@ namespace keyrow::sim {
 
 SimulatedApplication::SimulatedApplication(const ProcessContext& context,
                                            NotificationCenter& notificationCenter,
+                                           SimulatedSettingsWindowView& settingsWindow,
                                            std::function<void()> terminate)
     : context_{context},
       notificationCenter_{notificationCenter},
+      settingsWindow_{settingsWindow},
       terminate_{std::move(terminate)},
       activations_{context.mac.applications.observeActivation([this] { noteActivation(); })} {}
+
+void SimulatedApplication::hide() {
+  settingsWindow_.setApplicationHidden(true);
+  if (context_.bundleIdentifier) context_.mac.applications.stepBack(*context_.bundleIdentifier);
+}
 
 void SimulatedApplication::becomeActive() {
   // It takes the window server a moment.
@@ -24,6 +31,7 @@ void SimulatedApplication::noteActivation() {
   const bool wasActive =
       std::exchange(isActive_, context_.mac.applications.frontmost() == context_.bundleIdentifier);
   if (wasActive || !isActive_) return;
+  settingsWindow_.setApplicationHidden(false);
   context_.mainThread->deliver([this] { notificationCenter_.post(applicationDidBecomeActive); });
 }
 

@@ -106,9 +106,13 @@ void SimulatedMainMenuView::perform(MainMenuAction action) {
       case showAcknowledgements:
         return actions().showAcknowledgements();
       case terminate:
-        return terminate_();
+        return application_.terminate();
+      case hide:
+        return application_.hide();
       case performClose:
         return settingsWindow_.close();
+      case performMiniaturize:
+        return settingsWindow_.miniaturize();
       default:
         // What AppKit does then, Keyrow does not notice.
         break;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/EventMonitors.h"
@@ -15,10 +16,16 @@ namespace keyrow::sim {
 /// A process's main menu, and the user's hands on it.
 class SimulatedMainMenuView final : public MainMenuView {
  public:
-  /// `terminate` is what asking the application to terminate does. The window has to outlive this.
+  /// What asking the application for it does.
+  struct Application {
+    std::function<void()> hide;
+    std::function<void()> terminate;
+  };
+
+  /// The window has to outlive this.
   SimulatedMainMenuView(const ProcessContext& context, SimulatedSettingsWindowView& settingsWindow,
-                        std::function<void()> terminate)
-      : context_{context}, settingsWindow_{settingsWindow}, terminate_{std::move(terminate)} {}
+                        Application application)
+      : context_{context}, settingsWindow_{settingsWindow}, application_{std::move(application)} {}
 
   void create() override;
 
@@ -40,7 +47,7 @@ class SimulatedMainMenuView final : public MainMenuView {
 
   const ProcessContext& context_;
   SimulatedSettingsWindowView& settingsWindow_;
-  const std::function<void()> terminate_;
+  const Application application_;
   bool exists_ = false;
 };
 

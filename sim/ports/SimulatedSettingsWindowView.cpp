@@ -1,6 +1,7 @@
 #include "sim/ports/SimulatedSettingsWindowView.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace keyrow::sim {
 
@@ -29,13 +30,42 @@ void SimulatedSettingsWindowView::create(ContentSize size) {
 void SimulatedSettingsWindowView::bringToFront() {
   context_.mac.trace.add("bring settings window to the front");
   ++broughtToFrontCount_;
-  if (isVisible_) return;
-  isVisible_ = true;
-  context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
+  if (isOrderedIn_ && !isMiniaturized_) return;
+  const bool isAppearing = !std::exchange(isOrderedIn_, true);
+  isMiniaturized_ = false;
+  if (isVisible()) noteShown();
+  if (!isAppearing) return updateKey();
   contentSize_ = fittingSize;
   showSelectedPane();
   updateKey();
   actions().viewDidAppear();
+}
+
+void SimulatedSettingsWindowView::miniaturize() {
+  isMiniaturized_ = true;
+  context_.mac.screen.note("settings window minimized");
+  updateKey();
+}
+
+void SimulatedSettingsWindowView::setApplicationHidden(bool isHidden) {
+  if (std::exchange(isApplicationHidden_, isHidden) == isHidden) return;
+  if (isOrderedIn_ && isHidden) context_.mac.screen.note("settings window hidden");
+  if (isVisible()) noteShown();
+  updateKey();
+}
+
+void SimulatedSettingsWindowView::keyDown() {
+  if (isKey()) context_.mac.screen.note("beep");
+}
+
+std::string_view SimulatedSettingsWindowView::stateName() const {
+  if (!isOrderedIn_) return "closed";
+  if (isMiniaturized_) return "minimized";
+  return isApplicationHidden_ ? "hidden" : selectedTab().title;
+}
+
+void SimulatedSettingsWindowView::noteShown() {
+  context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
 }
 
 void SimulatedSettingsWindowView::setFixedContentSize(ContentSize size) { contentSize_ = size; }
@@ -55,13 +85,11 @@ bool SimulatedSettingsWindowView::selectTab(std::string_view title) {
 
 void SimulatedSettingsWindowView::selectTab(std::size_t index) {
   if (index == selectedIndex_) return;
-  if (isVisible_ && selectedIndex_ == 0) general_.disappear();
+  if (isOrderedIn_ && selectedIndex_ == 0) general_.disappear();
   selectedIndex_ = index;
-  if (isVisible_) {
-    context_.mac.screen.note("settings window, " + std::string{selectedTab().title});
-  }
+  if (isVisible()) noteShown();
   contentSize_ = fittingSize;
-  if (isVisible_) showSelectedPane();
+  if (isOrderedIn_) showSelectedPane();
   actions().didSelectTabViewItem();
 }
 
@@ -74,15 +102,15 @@ void SimulatedSettingsWindowView::showSelectedPane() {
 }
 
 void SimulatedSettingsWindowView::close() {
-  if (!isVisible_) return;
-  isVisible_ = false;
+  if (!isOrderedIn_) return;
+  isOrderedIn_ = false;
   context_.mac.screen.note("settings window closed");
   updateKey();
   if (selectedIndex_ == 0) general_.disappear();
 }
 
 bool SimulatedSettingsWindowView::isKey() const {
-  return isVisible_ &&
+  return isVisible() &&
          context_.mac.sessions.frontmost(context_.user) == context_.bundleIdentifier &&
          !context_.mac.screen.openAlertOf(context_.processID);
 }

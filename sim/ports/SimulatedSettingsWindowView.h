@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 #include "sim/ports/ProcessContext.h"
 #include "sim/ports/SimulatedAboutView.h"
@@ -24,7 +25,9 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
 
   /// How many windows were created.
   int createdCount() const { return createdCount_; }
-  bool isVisible() const { return isVisible_; }
+  bool isVisible() const { return isOrderedIn_ && !isMiniaturized_ && !isApplicationHidden_; }
+  /// The same in a word: closed, minimized, hidden with its application, or the selected tab.
+  std::string_view stateName() const;
   /// Whether keys go to it: it can be seen, its application is the active one, and no alert of
   /// that is in front of it.
   bool isKey() const;
@@ -38,8 +41,16 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   /// The user selects a tab; false when there is none of that title.
   bool selectTab(std::string_view title);
   void close();
+  /// The window goes into the Dock, until it is brought to the front again.
+  void miniaturize();
+  /// It hides and shows up with its application.
+  void setApplicationHidden(bool isHidden);
+  /// A key gets there that nobody else has taken. Nor does the window: where keyboard navigation is
+  /// off, none of its controls gets keys.
+  void keyDown();
 
  private:
+  void noteShown();
   void updateKey();
   void showSelectedPane();
 
@@ -47,7 +58,9 @@ class SimulatedSettingsWindowView final : public SettingsWindowView {
   SimulatedGeneralView& general_;
   SimulatedAboutView& about_;
   int createdCount_ = 0;
-  bool isVisible_ = false;
+  bool isOrderedIn_ = false;
+  bool isMiniaturized_ = false;
+  bool isApplicationHidden_ = false;
   int broughtToFrontCount_ = 0;
   ContentSize contentSize_;
   std::size_t selectedIndex_ = 0;

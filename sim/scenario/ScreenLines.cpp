@@ -280,15 +280,18 @@ Expectation expectMenu(LineReader& line) {
 }
 
 Expectation expectWindow(LineReader& line) {
-  std::array<std::string_view, settingsTabs.size() + 1> words{"closed"};
-  std::ranges::copy(tabTitles(), words.begin() + 1);
-  std::string expected{words[line.oneOf(words)]};
-  const bool asksForKey = expected != "closed" && line.accept("key");
+  constexpr std::size_t tabless = 3;
+  std::array<std::string_view, tabless + settingsTabs.size()> words{"closed", "minimized",
+                                                                    "hidden"};
+  std::ranges::copy(tabTitles(), words.begin() + tabless);
+  const auto word = line.oneOf(words);
+  std::string expected{words[word]};
+  const bool asksForKey = word >= tabless && line.accept("key");
   if (asksForKey) expected += " key";
   return [expected, asksForKey](Stage& stage) {
     if (!stage.process()) return Stage::keyrowMissing("a settings window");
     const auto& window = stage.process()->settingsWindow();
-    std::string actual{window.isVisible() ? window.selectedTab().title : "closed"};
+    std::string actual{window.stateName()};
     if (asksForKey && window.isKey()) actual += " key";
     return expectEqual("the settings window", expected, actual);
   };
@@ -357,8 +360,9 @@ constexpr std::array<ExpectationWord, 6> expectations{{
      "An item of the open menu: its place among the items that have a title, its key equivalent "
      "and its tool tip; or that no menu is open.",
      "expect menu \"Quit\" enabled at 6 key \"⌘q\"", expectMenu},
-    {"window", "expect window General|About [key] | expect window closed",
-     "The settings window and its selected tab, and whether keys go to it.",
+    {"window", "expect window General|About [key] | expect window closed|minimized|hidden",
+     "The settings window and its selected tab, and whether keys go to it; or that it is closed, "
+     "in the Dock, or hidden with Keyrow.",
      "expect window General key", expectWindow},
     {"screen", "expect screen [\"TEXT\"]",
      "What the user saw on the screen: a window, an alert, a prompt, a page that was opened.",
