@@ -74,8 +74,8 @@ void GeneralPane::toggleLocalShortcutCapture() {
   // Before the monitor is there: no key that it would see is swallowed on its way.
   use_.shortcutCapture.begin();
   refreshShortcutTexts();
-  shortcutCaptureMonitor_ = use_.eventMonitors.addLocalKeyDownMonitor(
-      [this](const KeyDown& key) { return captureShortcut(key); });
+  keyDownMonitor_ = use_.eventMonitors.addLocalKeyDownMonitor(
+      [this](const KeyDown& key) { return keyDown(key); });
 }
 
 void GeneralPane::resetLocalShortcut() {
@@ -162,6 +162,14 @@ void GeneralPane::showPermission(MissingPermission missing) {
   }
 }
 
+bool GeneralPane::keyDown(const KeyDown& key) {
+  if (use_.shortcutCapture.isRunning()) return captureShortcut(key);
+  // The key that was recorded is still held, and the window would beep at each of its repeats.
+  if (key.isRepeat) return key.keyCode == recordedKeyCode_;
+  keyDownMonitor_ = {};
+  return false;
+}
+
 bool GeneralPane::captureShortcut(const KeyDown& key) {
   // It went down before it was asked for.
   if (key.isRepeat) return true;
@@ -175,12 +183,14 @@ bool GeneralPane::captureShortcut(const KeyDown& key) {
   }
   use_.settings.setLocalToggleShortcut(
       use_.settings.makeLocalToggleShortcut(key.keyCode, key.charactersIgnoringModifiers));
-  stopLocalShortcutCapture();
+  recordedKeyCode_ = key.keyCode;
+  use_.shortcutCapture.end();
+  refreshShortcutTexts();
   return true;
 }
 
 void GeneralPane::stopLocalShortcutCapture() {
-  shortcutCaptureMonitor_ = {};
+  keyDownMonitor_ = {};
   use_.shortcutCapture.end();
   refreshShortcutTexts();
 }

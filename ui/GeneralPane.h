@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "core/AppSettings.h"
@@ -60,14 +61,16 @@ class GeneralPane final : public GeneralActions {
   void showHints(std::optional<FnReplacementModifier> modifier);
   void refreshPermission();
   void showPermission(MissingPermission missing);
+  bool keyDown(const KeyDown& key);
   bool captureShortcut(const KeyDown& key);
   void stopLocalShortcutCapture();
 
   const Uses use_;
   ObserverToken activationObserver_;
   ObserverToken permissionObserver_;
-  /// Present only while capturing.
-  Registration shortcutCaptureMonitor_;
+  /// Present while capturing, and until the next press after that of the key that was recorded.
+  Registration keyDownMonitor_;
+  std::uint16_t recordedKeyCode_ = 0;
 };
 
 }  // namespace keyrow

@@ -23,10 +23,10 @@ std::optional<std::string> charactersOf(const KeyEvent& event, std::uint64_t fla
 
 }  // namespace
 
-SimulatedEventMonitors::SimulatedEventMonitors(
-    const ProcessContext& context, std::function<void(const KeyDown&)> performKeyEquivalent)
+SimulatedEventMonitors::SimulatedEventMonitors(const ProcessContext& context,
+                                               std::function<void(const KeyDown&)> keyDown)
     : context_{context},
-      performKeyEquivalent_{std::move(performKeyEquivalent)},
+      keyDown_{std::move(keyDown)},
       keyEvents_{context.mac.observeKeyEvents(
           [this](std::uint32_t type, const KeyEvent& event) { receive(type, event); })} {}
 
@@ -65,7 +65,7 @@ void SimulatedEventMonitors::receive(std::uint32_t type, const KeyEvent& event) 
               .isRepeat = event.isRepeat});
   keysDown_.notify(passing);
   context_.mainThread->deliver([this, passing] {
-    if (!passing->isConsumed) performKeyEquivalent_(passing->key);
+    if (!passing->isConsumed) keyDown_(passing->key);
   });
 }
 

@@ -12,9 +12,9 @@ namespace keyrow::sim {
 /// application.
 class SimulatedEventMonitors final : public EventMonitors {
  public:
-  /// `performKeyEquivalent` gets the keys of this application that no monitor consumes.
+  /// `keyDown` gets the keys of this application that no monitor consumes.
   SimulatedEventMonitors(const ProcessContext& context,
-                         std::function<void(const KeyDown&)> performKeyEquivalent);
+                         std::function<void(const KeyDown&)> keyDown);
 
   Registration addGlobalFlagsMonitor(std::function<void()> handler) override;
   Registration addLocalFlagsMonitor(std::function<void()> handler) override;
@@ -30,7 +30,7 @@ class SimulatedEventMonitors final : public EventMonitors {
   void receive(std::uint32_t type, const KeyEvent& event);
 
   const ProcessContext& context_;
-  const std::function<void(const KeyDown&)> performKeyEquivalent_;
+  const std::function<void(const KeyDown&)> keyDown_;
   ObserverList<> globalFlags_;
   ObserverList<> localFlags_;
   ObserverList<std::shared_ptr<PassingKey>> keysDown_;

@@ -13,7 +13,7 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
                {.hide = [this] { application_.hide(); },
                 .terminate = [this] { application_.terminate(); }}},
       statusItem{context},
-      eventMonitors{context, [this](const KeyDown& key) { performKeyEquivalent(key); }},
+      eventMonitors{context, [this](const KeyDown& key) { keyDown(key); }},
       eventTaps{context},
       hidManagers{context},
       updateFramework{context},
@@ -66,8 +66,8 @@ SimulatedPlatform::SimulatedPlatform(const ProcessContext& context, std::functio
              .userNotifications = userNotifications,
              .workspace = workspace_} {}
 
-void SimulatedPlatform::performKeyEquivalent(const KeyDown& key) {
-  mainMenu.performKeyEquivalent(key);
+void SimulatedPlatform::keyDown(const KeyDown& key) {
+  if (!mainMenu.performKeyEquivalent(key)) settingsWindow.keyDown();
 }
 
 }  // namespace keyrow::sim

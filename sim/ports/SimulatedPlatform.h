@@ -67,8 +67,8 @@ class SimulatedPlatform {
   }
 
  private:
-  /// The main menu gets a key that nobody else wants.
-  void performKeyEquivalent(const KeyDown& key);
+  /// A key that no monitor consumes goes to the main menu, and then to the window.
+  void keyDown(const KeyDown& key);
 
   SimulatedAccessibility accessibility_;
   SimulatedAlerts alerts_;

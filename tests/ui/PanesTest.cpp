@@ -161,6 +161,19 @@ TEST_F(PanesTest, AClickOnWhatIsDisabledOrNotThereChangesNothing) {
   EXPECT_FALSE(process->hasEnded());
 }
 
+TEST_F(PanesTest, TheMonitorStaysUntilTheNextKeyAfterTheRecordedOne) {
+  constexpr std::uint16_t keyT = 17;
+  const auto press = [this] {
+    mac.postKeyEvent(keyEventType::keyDown, {.timestamp = mac.machAbsoluteTime(), .keyCode = keyT});
+  };
+  const auto before = mac.openHandles.count("observer");
+  general().actions().toggleLocalShortcutCapture();
+  press();
+  EXPECT_EQ(mac.openHandles.count("observer"), before + 1);
+  press();
+  EXPECT_EQ(mac.openHandles.count("observer"), before);
+}
+
 TEST_F(PanesTest, CapturingHoldsOneMonitorAndGivesItBack) {
   const auto before = mac.openHandles.count("observer");
   general().actions().toggleLocalShortcutCapture();
