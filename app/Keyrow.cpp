@@ -115,6 +115,7 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                     .application = platform.application,
                     .eventMonitors = platform.eventMonitors,
                     .notificationCenter = platform.notificationCenter,
+                    .settingsWindowController = settingsWindowController_,
                     .shortcutCapture = shortcutCapture_,
                     .workspace = platform.workspace}},
       aboutPane_{{.view = views.about,

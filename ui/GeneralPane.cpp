@@ -71,6 +71,9 @@ void GeneralPane::toggleLocalShortcutCapture() {
     stopLocalShortcutCapture();
     return;
   }
+  // Assistive technology can press the button in a window that gets no keys, and would never lose
+  // them: nothing would end the capture then.
+  use_.settingsWindowController.show();
   // Before the monitor is there: no key that it would see is swallowed on its way.
   use_.shortcutCapture.begin();
   refreshShortcutTexts();

@@ -12,6 +12,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/Workspace.h"
 #include "ui/GeneralView.h"
+#include "ui/SettingsWindowController.h"
 #include "ui/Switches.h"
 
 namespace keyrow {
@@ -29,6 +30,7 @@ class GeneralPane final : public GeneralActions {
     Application& application;
     EventMonitors& eventMonitors;
     NotificationCenter& notificationCenter;
+    SettingsWindowController& settingsWindowController;
     ShortcutCapture& shortcutCapture;
     Workspace& workspace;
   };

@@ -80,7 +80,7 @@ Outcome ClickControl::play(Stage& stage) const {
   return stage.touch([this](SimulatedProcess& keyrow) {
     auto& platform = keyrow.simulatedPlatform();
     if (!platform.settingsWindow.isVisible()) return unplayable("the settings window is closed");
-    platform.settingsWindow.touch();
+    if (!isByVoiceOver) platform.settingsWindow.touch();
     const bool isClicked =
         isGeneralSelected(platform) ? platform.general.click(title) : platform.about.click(title);
     return isClicked ? Outcome{} : cannotBeClicked(platform, title);
@@ -158,7 +158,10 @@ Action parseClick(LineReader& line) {
 
 Action parseVoiceOver(LineReader& line) {
   constexpr std::array<std::string_view, 2> words{"press", "show-menu"};
-  return UseVoiceOver{line.oneOf(words) == 1};
+  const bool showsMenu = line.oneOf(words) == 1;
+  if (showsMenu || line.atEnd()) return UseVoiceOver{showsMenu};
+  return ClickControl{line.quotedText("the title of a control in quotation marks"),
+                      /*isByVoiceOver=*/true};
 }
 
 Action parseChoose(LineReader& line) {
@@ -325,10 +328,10 @@ constexpr std::array<ActionWord, 7> actions{{
      "The user clicks Keyrow's item in the menu bar, where a right click and one with Control open "
      "its menu, or a control in the settings window.",
      "click right", parseClick},
-    {"voice-over", "voice-over press|show-menu",
-     "The user presses Keyrow's item with VoiceOver, which is a click without an event, or "
-     "performs "
-     "its action Show Menu.",
+    {"voice-over", "voice-over press [\"TITLE\"] | voice-over show-menu",
+     "The user presses Keyrow's item with VoiceOver, which is a click without an event, or a "
+     "control in the settings window, which may stay behind; or performs the item's action Show "
+     "Menu.",
      "voice-over press", parseVoiceOver},
     {"choose", "choose \"TITLE\"",
      "The user chooses from the open menu, or from the pop-up in the settings window.",

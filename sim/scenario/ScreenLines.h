@@ -22,6 +22,8 @@ struct UseVoiceOver {
 /// The user clicks a control of the settings window.
 struct ClickControl {
   std::string title;
+  /// Not with the mouse, which would bring the window to the front.
+  bool isByVoiceOver = false;
   Outcome play(Stage& stage) const;
 };
 
