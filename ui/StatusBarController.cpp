@@ -72,6 +72,15 @@ void StatusBarController::statusBarButtonClicked(ClickEvent event, bool isContro
   }
 }
 
+// Whoever asks waits for the answer, and a menu stays open as long as the user likes. What is asked
+// while it is open would open it again.
+void StatusBarController::showMenu() {
+  if (isMenuOpen_ || std::exchange(isMenuComing_, true)) return;
+  use_.mainRunLoop.perform([this] {
+    if (isMenuComing_) popUpMenu();
+  });
+}
+
 void StatusBarController::handleMenuGlobalSwitch(
     const std::optional<PropertyValue>& representedObject) {
   if (const auto state = stateOf(representedObject))
@@ -92,6 +101,7 @@ void StatusBarController::openPreferences() { shouldOpenSettingsAfterMenuClose_ 
 void StatusBarController::quit() { use_.application.terminate(); }
 
 void StatusBarController::menuDidClose() {
+  isMenuOpen_ = false;
   use_.mainQueue.async([this] { afterMenu(); });
 }
 
@@ -129,6 +139,8 @@ void StatusBarController::hideCapsLockIndicator() {
 }
 
 void StatusBarController::popUpMenu() {
+  isMenuComing_ = false;
+  isMenuOpen_ = true;
   const auto modes = use_.modePolicy.menuOpens();
   StatusMenuState state;
   state.globalBase = modes.global;

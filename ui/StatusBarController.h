@@ -8,6 +8,7 @@
 #include "input/CapsLockMonitor.h"
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
+#include "platform/MainRunLoop.h"
 #include "platform/Workspace.h"
 #include "ui/SettingsWindowController.h"
 #include "ui/StatusItemView.h"
@@ -29,6 +30,7 @@ class StatusBarController final : public ModePresenter,
     Workspace& workspace;
     Application& application;
     MainQueue& mainQueue;
+    MainRunLoop& mainRunLoop;
   };
 
   explicit StatusBarController(const Uses& uses) : use_{uses} {}
@@ -54,7 +56,7 @@ class StatusBarController final : public ModePresenter,
   void commandWorked() override;
 
   void statusBarButtonClicked(ClickEvent event, bool isControlHeld) override;
-  void showMenu() override { popUpMenu(); }
+  void showMenu() override;
   void handleMenuGlobalSwitch(const std::optional<PropertyValue>& representedObject) override;
   void handleMenuLocalSwitch(const std::optional<PropertyValue>& representedObject) override;
   void openPreferences() override;
@@ -74,6 +76,9 @@ class StatusBarController final : public ModePresenter,
   /// The Caps Lock state last shown; absent when the next one is to be shown in any case.
   std::optional<bool> lastCapsLockLockedState_;
   bool isCapsLockIndicatorVisible_ = false;
+  /// It was asked for and is going to open, or it is open.
+  bool isMenuComing_ = false;
+  bool isMenuOpen_ = false;
   /// What assistive technology was told last.
   std::string accessibilityValue_;
   /// Set by the menu: the window would lose the focus to a menu that is still closing.

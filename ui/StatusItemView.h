@@ -26,7 +26,8 @@ class StatusItemActions {
  public:
   virtual void statusBarButtonClicked(ClickEvent event, bool isControlHeld) = 0;
 
-  /// The action "Show Menu", which assistive technology offers with the button.
+  /// The action "Show Menu", which assistive technology offers with the button, and whose end it
+  /// waits for.
   virtual void showMenu() = 0;
 
   /// A mode was chosen in the menu; the item's represented object says which, if it is

@@ -18,14 +18,9 @@
   _actions->statusBarButtonClicked(keyrow::macos::clickEvent(event), isControlHeld);
 }
 
-- (BOOL)performShowMenu {
-  // Whoever asks waits for the answer, and a menu stays open as long as the user likes.
-  [self performSelector:@selector(showMenu) withObject:nil afterDelay:0];
-  return YES;
-}
-
-- (void)showMenu {
+- (BOOL)showMenu {
   _actions->showMenu();
+  return YES;
 }
 
 - (void)handleMenuGlobalSwitch:(NSMenuItem*)item {
@@ -124,7 +119,7 @@ void MacStatusItemView::create() {
   button.accessibilityCustomActions =
       @[ [[NSAccessibilityCustomAction alloc] initWithName:nsString(showMenuActionName)
                                                     target:target_
-                                                  selector:@selector(performShowMenu)] ];
+                                                  selector:@selector(showMenu)] ];
 
   KeyrowDotView* const statusIndicator = addIndicator(button);
   const auto& [red, green, blue, alpha] = capsLockIndicatorColor;

@@ -147,8 +147,43 @@ TEST_F(StatusBarControllerTest, AControlClickAndTheActionOpenTheMenu) {
   EXPECT_NE(item().menu(), nullptr);
   item().closeMenu();
   item().showMenu();
+  mac.scheduler.runReady();
   EXPECT_NE(item().menu(), nullptr);
   EXPECT_THAT(takeWrittenModes(), ElementsAre());
+}
+
+TEST_F(StatusBarControllerTest, HoweverOftenTheMenuIsAskedForItOpensOnce) {
+  item().showMenu();
+  item().showMenu();
+  EXPECT_EQ(item().menu(), nullptr);
+  mac.scheduler.runReady();
+  EXPECT_NE(item().menu(), nullptr);
+  item().showMenu();
+  item().closeMenu();
+  mac.scheduler.runReady();
+  EXPECT_EQ(item().menu(), nullptr);
+
+  // Who opens it with the mouse meanwhile has it, too.
+  item().showMenu();
+  item().click(ClickEvent::rightMouseDown);
+  mac.scheduler.runReady();
+  item().closeMenu();
+  mac.scheduler.runReady();
+  EXPECT_EQ(item().menu(), nullptr);
+}
+
+TEST_F(StatusBarControllerTest, TheMenuThatIsAskedForWaitsForAnAlert) {
+  process->platform().alerts.runModal(
+      {.messageText = "One", .informativeText = "", .buttons = {"OK"}}, [](int) {});
+  item().showMenu();
+  item().showMenu();
+  mac.scheduler.runReady();
+  EXPECT_EQ(item().menu(), nullptr);
+  EXPECT_TRUE(mac.screen.answerAlert("OK"));
+  EXPECT_NE(item().menu(), nullptr);
+  item().closeMenu();
+  mac.scheduler.runReady();
+  EXPECT_EQ(item().menu(), nullptr);
 }
 
 TEST_F(StatusBarControllerTest, AnItemThatIsMadeAnewIsToldItsValue) {
