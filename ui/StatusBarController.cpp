@@ -157,6 +157,8 @@ void StatusBarController::popUpMenu() {
 
 void StatusBarController::afterMenu() {
   use_.view.setHighlighted(false);
+  // The menu had all keys for itself.
+  use_.capsLockMonitor.refreshCapsLockIfEnabled();
   if (!shouldOpenSettingsAfterMenuClose_) return;
   shouldOpenSettingsAfterMenuClose_ = false;
   use_.settingsWindowController.show();

@@ -25,7 +25,7 @@ class StatusBarController final : public ModePresenter,
     StatusItemView& view;
     ModePolicy& modePolicy;
     const AppSettings& settings;
-    const CapsLockMonitor& capsLockMonitor;
+    CapsLockMonitor& capsLockMonitor;
     SettingsWindowController& settingsWindowController;
     Workspace& workspace;
     Application& application;

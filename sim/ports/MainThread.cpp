@@ -35,7 +35,17 @@ void MainThread::performInDefaultMode(Work work) {
   });
 }
 
+void MainThread::beginTracking() {
+  ++openMenus_;
+  leaveDefaultMode();
+}
+
 void MainThread::endTracking() {
+  --openMenus_;
+  returnToDefaultMode();
+}
+
+void MainThread::returnToDefaultMode() {
   --notInDefaultMode_;
   while (notInDefaultMode_ == 0 && !waitingForDefaultMode_.empty()) {
     const auto work = std::move(waitingForDefaultMode_.front());
@@ -45,13 +55,13 @@ void MainThread::endTracking() {
 }
 
 bool MainThread::beginModal() {
-  beginTracking();
+  leaveDefaultMode();
   return isInBlock_ && !std::exchange(isQueueHeldUp_, true);
 }
 
 void MainThread::endModal(bool heldUpQueue) {
   if (heldUpQueue) isQueueHeldUp_ = false;
-  endTracking();
+  returnToDefaultMode();
   while (!isQueueHeldUp_ && !waitingBlocks_.empty()) {
     const auto block = std::move(waitingBlocks_.front());
     waitingBlocks_.pop_front();

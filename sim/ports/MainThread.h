@@ -23,8 +23,9 @@ class MainThread {
   void performInDefaultMode(Work work);
 
   /// A menu opens or closes: that takes the run loop out of its default mode.
-  void beginTracking() { ++notInDefaultMode_; }
+  void beginTracking();
   void endTracking();
+  bool isTrackingMenu() const { return openMenus_ > 0; }
 
   /// The same for an alert that is run now. True when that holds up the main queue, which is
   /// to be told at the end.
@@ -40,12 +41,16 @@ class MainThread {
   bool hasEnded() const { return hasEnded_; }
 
  private:
+  void leaveDefaultMode() { ++notInDefaultMode_; }
+  void returnToDefaultMode();
+
   bool isHanging_ = false;
   bool hasEnded_ = false;
   std::vector<Work> waiting_;
   bool isInBlock_ = false;
   bool isQueueHeldUp_ = false;
   std::deque<Work> waitingBlocks_;
+  int openMenus_ = 0;
   /// How many menus and alerts are open.
   int notInDefaultMode_ = 0;
   std::deque<Work> waitingForDefaultMode_;

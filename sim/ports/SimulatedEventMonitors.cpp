@@ -52,6 +52,8 @@ Registration SimulatedEventMonitors::addLocalKeyDownMonitor(
 }
 
 void SimulatedEventMonitors::receive(std::uint32_t type, const KeyEvent& event) {
+  // Whatever a menu that is open gets, no monitor sees.
+  if (context_.mainThread->isTrackingMenu()) return;
   const bool isActive = context_.mac.applications.frontmost() == context_.bundleIdentifier;
   // What is typed into another application's password field is for that alone.
   if (!isActive && context_.mac.isSecureInputOn()) return;
