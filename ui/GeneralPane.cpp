@@ -36,11 +36,10 @@ void GeneralPane::viewDidLoad() {
       use_.notificationCenter.addObserver(permissionsWereLookedAt, [this] { refreshPermission(); });
 }
 
+void GeneralPane::viewWillAppear() { showSwitches(); }
+
 // Only now it is certain how much room the texts have.
-void GeneralPane::viewWillAppear() {
-  showSwitches();
-  refreshShortcutTexts();
-}
+void GeneralPane::viewDidAppear() { refreshShortcutTexts(); }
 
 // Only the hints change the height, and they turn on the modifier.
 double GeneralPane::tallestHeight() {

@@ -45,6 +45,7 @@ class GeneralPane final : public GeneralActions {
   /// How high its tallest state is, in points.
   double tallestHeight();
 
+  void viewDidAppear() override;
   void viewWillDisappear() override { stopLocalShortcutCapture(); }
   void windowDidResignKey() override { stopLocalShortcutCapture(); }
 

@@ -27,6 +27,8 @@ class GeneralActions : public PaneActions {
   virtual void changeFnReplacementModifier(
       const std::optional<PropertyValue>& representedObject) = 0;
 
+  /// The pane is in its window, and can be seen (`viewDidAppear`).
+  virtual void viewDidAppear() = 0;
   /// The pane goes out of sight: another tab was selected, or its window was closed
   /// (`viewWillDisappear`).
   virtual void viewWillDisappear() = 0;
@@ -56,7 +58,8 @@ class GeneralView : public PaneView<GeneralActions> {
   virtual void setFnReplacementHint(std::string_view text) = 0;
 
   virtual void setLocalShortcutTitle(std::string_view title) = 0;
-  /// Whether the row has too little room for that title.
+  /// Whether the row has too little room for that title. Not known, so false, where the pane is in
+  /// no window.
   virtual bool isLocalShortcutTitleCut() = 0;
   /// The button's tool tip and accessibility label; absent for no tool tip, and for
   /// `generalLayout::localShortcutTitle` as the label.

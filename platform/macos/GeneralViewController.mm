@@ -68,6 +68,7 @@ void keepSize(NSView* label, NSView* beside) {
 
 - (void)viewDidAppear {
   [super viewDidAppear];
+  _actions->viewDidAppear();
   keyrow::macos::focus(_axPermissionButton);
   [NSNotificationCenter.defaultCenter addObserver:self
                                          selector:@selector(windowDidResignKey:)

@@ -47,6 +47,8 @@ void MacGeneralView::setLocalShortcutTitle(std::string_view title) {
 }
 
 bool MacGeneralView::isLocalShortcutTitleCut() {
+  // Outside of a window nothing has its size yet.
+  if (!controller_.view.window) return false;
   [controller_.view layoutSubtreeIfNeeded];
   // Views stand on whole pixels, which on some screens are half points.
   constexpr CGFloat tolerance = 0.5;

@@ -15,7 +15,14 @@ void SimulatedGeneralView::setWindowKey(bool isKey) {
   context().mainThread->deliver([this] { actions().windowDidResignKey(); });
 }
 
+void SimulatedGeneralView::appear() {
+  SimulatedPane::appear();
+  isInWindow_ = true;
+  actions().viewDidAppear();
+}
+
 void SimulatedGeneralView::disappear() {
+  isInWindow_ = false;
   context().mainThread->deliver([this] { actions().viewWillDisappear(); });
 }
 
@@ -52,6 +59,7 @@ double SimulatedGeneralView::widthOfButton(std::string_view title) const {
 }
 
 bool SimulatedGeneralView::isLocalShortcutTitleCut() {
+  if (!isInWindow_) return false;
   const double label =
       context().mac.systemFont.textWidth(layout::localShortcutTitle, FontSize::system);
   const double room = paneTextWidth - label - layout::minimumGapAfterLabel -

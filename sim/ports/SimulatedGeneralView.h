@@ -40,6 +40,8 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
 
   /// The window tells where its keys go.
   void setWindowKey(bool isKey);
+  /// The pane comes into sight. It is in the window only after it was about to.
+  void appear();
   /// The pane goes out of sight.
   void disappear();
 
@@ -65,6 +67,7 @@ class SimulatedGeneralView final : public SimulatedPane<GeneralView> {
   double widthOfButton(std::string_view title) const;
 
   bool isWindowKey_ = false;
+  bool isInWindow_ = false;
 };
 
 }  // namespace keyrow::sim

@@ -84,7 +84,7 @@ TEST_P(FitTest, ATitleThatIsCutIsToldWhole) {
   for (const auto& key : keyNames()) {
     keyrow().settings().setLocalToggleShortcut(
         {key.keyCode, std::string{key.displayName}, std::nullopt});
-    general().actions().viewWillAppear();
+    general().actions().viewDidAppear();
     look();
   }
   EXPECT_THAT(cut, AllOf(Contains("Press any key..."), Contains("Fn + Forward Delete"),
