@@ -8,6 +8,7 @@ const place = document.getElementById("desk");
 let hadMenu = false;
 let hadAlert = false;
 let lastShown = -1;
+let isToScroll = false;
 
 function view(store) {
   if (!store.start) return [h("p", { class: "opening" }, "The desk opens…")];
@@ -35,7 +36,12 @@ function moveFocus(store) {
 function scrollToShown(store) {
   if (store.at === lastShown) return;
   lastShown = store.at;
-  requestAnimationFrame(bringIntoSight);
+  isToScroll = true;
+  requestAnimationFrame(() => {
+    isToScroll = false;
+    bringIntoSight();
+    tellIdle();
+  });
 }
 
 function bringIntoSight() {
@@ -49,7 +55,7 @@ function bringIntoSight() {
 
 /** Whoever drives the page from outside waits for this. */
 function tellIdle() {
-  document.documentElement.dataset.idle = store.isIdle ? "yes" : "no";
+  document.documentElement.dataset.idle = store.isIdle && !isToScroll ? "yes" : "no";
 }
 
 function draw() {

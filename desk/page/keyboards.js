@@ -13,11 +13,16 @@ class HeldKey {
     this.key = key;
     this.isDown = true;
     this.hasBegun = false;
+    store.during(new Promise((resolve) => (this.isDone = resolve)));
     this.timer = setTimeout(() => this.begin(), holdAfter);
   }
 
-  async begin() {
+  begin() {
     this.hasBegun = true;
+    this.repeat().finally(this.isDone);
+  }
+
+  async repeat() {
     const isHeld = await this.store.play([`hold ${this.key}`, `wait ${holdAfter / 1000}s`]);
     if (!isHeld) return;
     while (this.isDown) {
@@ -34,6 +39,7 @@ class HeldKey {
     if (this.hasBegun) return;
     clearTimeout(this.timer);
     this.store.act(`press ${this.key}`);
+    this.isDone();
   }
 }
 

@@ -187,14 +187,19 @@ export class Store {
     this.frames = [...this.frames.slice(0, from), ...added];
   }
 
-  /** Does one thing after the other, whatever is asked for meanwhile. */
-  enqueue(work) {
+  /** Until this has come about the page is not idle. */
+  during(promise) {
     ++this.waitingCount;
     this.tellIdle();
-    const result = this.turn.then(work).finally(() => {
+    return promise.finally(() => {
       --this.waitingCount;
       this.draw();
     });
+  }
+
+  /** Does one thing after the other, whatever is asked for meanwhile. */
+  enqueue(work) {
+    const result = this.during(this.turn.then(work));
     this.turn = result.catch(() => {});
     return result;
   }

@@ -1,8 +1,10 @@
 """A browser without a window, and a desk for it: what the tests and the pictures have in common."""
 
+import contextlib
 import glob
 import os
 import pathlib
+import re
 import shutil
 import socket
 import subprocess
@@ -10,7 +12,8 @@ import tempfile
 import time
 
 from selenium import webdriver
-from selenium.common.exceptions import JavascriptException, StaleElementReferenceException
+from selenium.common.exceptions import (ElementClickInterceptedException, JavascriptException,
+                                        StaleElementReferenceException)
 from selenium.webdriver.chrome.options import Options
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.action_chains import ActionChains
@@ -20,7 +23,10 @@ from selenium.webdriver.common.keys import Keys
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = os.environ.get("KEYROW_DESK", str(ROOT / "build/dev/keyrow-desk"))
 SIMULATOR = os.environ.get("KEYROW_SIM", str(ROOT / "build/dev/keyrow-sim"))
-PATIENCE = 10
+# Of what has to come about, in seconds; only what never does takes so long.
+PATIENCE = 30
+# In milliseconds: a key that is pressed for so long is held.
+HOLD_AFTER = int(re.search(r"holdAfter = (\d+)", (ROOT / "desk/page/keyboards.js").read_text()).group(1))
 
 
 def free_port():
@@ -61,14 +67,18 @@ DRIVER = find("chromedriver")
 
 
 class Browser:
-    """Chromium without a window, and what a person does in it."""
+    """Chromium without a window, and what a person does in it.
+
+    Whatever is done or read waits until the page has settled before, so that a reading behind
+    an action tells what came of it. Nothing moves in it, where no test lets it: what fades in
+    counts as invisible meanwhile, and what moves is not where one clicks."""
 
     def __init__(self, width=1280, height=800):
         self.downloads = tempfile.mkdtemp(prefix="keyrow-desk-")
         options = Options()
         options.binary_location = CHROMIUM
         arguments = ["--headless=new", "--disable-gpu", "--disable-dev-shm-usage", "--no-first-run",
-                     f"--window-size={width},{height}"]
+                     "--force-prefers-reduced-motion", f"--window-size={width},{height}"]
         # As root chromium has no sandbox.
         if os.geteuid() == 0:
             arguments.append("--no-sandbox")
@@ -89,15 +99,18 @@ class Browser:
             "width": width, "height": height, "deviceScaleFactor": 1, "mobile": False})
 
     def prefer(self, **features):
-        """Such as color_scheme="dark"."""
+        """Such as color_scheme="dark"; nothing for what is usual here."""
         media = [{"name": "prefers-" + name.replace("_", "-"), "value": value}
                  for name, value in features.items()]
         self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": media})
 
+    # What the page holds.
+
     def run(self, script, *arguments):
+        """At once, whatever is under way."""
         return self.driver.execute_script(script, *arguments)
 
-    def until(self, script, *arguments):
+    def until(self, script, *arguments, why=None):
         """Waits until what the script returns is true, and gives it."""
         end = time.monotonic() + PATIENCE
         while True:
@@ -108,58 +121,106 @@ class Browser:
             if value:
                 return value
             if time.monotonic() > end:
-                raise AssertionError(f"still not so after {PATIENCE} s: {script}")
+                raise AssertionError(why or f"still not so after {PATIENCE} s: {script}")
             time.sleep(0.01)
 
     def rest(self):
-        """Until everything that was asked for has been drawn."""
-        self.until("document.documentElement.dataset.idle === 'yes'")
+        """Until everything that was asked for has come about, and was drawn."""
+        self.until("document.documentElement.dataset.idle === 'yes'", why="the page does not come to rest")
+
+    def read(self, script, *arguments):
+        """What the script returns of the page at rest."""
+        self.rest()
+        return self.run(script, *arguments)
+
+    def one(self, selector):
+        self.rest()
+        self.until("document.querySelector(arguments[0])", selector, why=f"there is no {selector}")
+        return self.driver.find_element(By.CSS_SELECTOR, selector)
+
+    def count(self, selector):
+        return self.read("return document.querySelectorAll(arguments[0]).length", selector)
+
+    def text(self, selector):
+        return self.read("return document.querySelector(arguments[0])?.textContent ?? ''", selector)
+
+    def texts(self, selector):
+        return self.read("return [...document.querySelectorAll(arguments[0])].map((one) => one.textContent)", selector)
+
+    def attribute(self, selector, name):
+        return self.read("return document.querySelector(arguments[0])?.getAttribute(arguments[1]) ?? null", selector, name)
+
+    def focus(self):
+        """What has it: its own words."""
+        return self.read("const one = document.activeElement; return one.id || one.getAttribute('aria-label') || one.textContent")
+
+    def named(self, name, within="body"):
+        """The control of this name, as a screen reader would say it."""
+        self.rest()
+        return self.until("""(([name, within]) => {
+          const called = (one) => one.getAttribute('aria-label') ?? one.textContent.trim();
+          return [...document.querySelectorAll(within + ' :is(button, summary, input, select, label)')]
+            .find((one) => called(one) === name && one.getClientRects().length > 0) ?? null;
+        })(arguments)""", name, within, why=f"nothing is called {name}")
+
+    def lines(self):
+        return self.read("""return [...document.querySelectorAll('.frame:not(.later) > .line-button .words')]
+          .map((one) => [...one.childNodes].filter((node) => node.nodeType === 3).map((node) => node.data).join(''))""")
+
+    def events(self):
+        return self.texts(".frame:not(.later) .event code")
+
+    def top_row(self, keyboard="built-in"):
+        return self.read("""return [...document.querySelectorAll(
+          '[data-keyboard="' + arguments[0] + '"] [data-does]')].map((one) => one.dataset.does)""", keyboard)
+
+    # What a person does.
 
     def open(self, address, fresh=True):
         self.driver.get(address)
         if fresh:
-            self.until("document.querySelector('main')")
-            self.rest()
+            self.one("main")
             self.run("sessionStorage.clear()")
             self.driver.refresh()
-        self.until("document.querySelector('main')")
-        self.rest()
+        self.one("main")
 
-    def one(self, selector):
-        self.until("document.querySelector(arguments[0])", selector)
-        return self.driver.find_element(By.CSS_SELECTOR, selector)
-
-    def all(self, selector):
-        return self.driver.find_elements(By.CSS_SELECTOR, selector)
-
-    def named(self, name, within="body"):
-        """The control of this name, as a screen reader would say it."""
-        script = """
-          const [name, within] = arguments;
-          const called = (one) => one.getAttribute('aria-label') ?? one.textContent.trim();
-          return [...document.querySelectorAll(within + ' :is(button, summary, input, select, label)')]
-            .find((one) => called(one) === name && one.getClientRects().length > 0) ?? null"""
+    def click_on(self, find):
+        """Clicks what is found, by the pointer."""
         end = time.monotonic() + PATIENCE
         while True:
-            found = self.run(script, name, within)
-            if found:
-                return found
-            if time.monotonic() > end:
-                raise AssertionError(f"nothing is called {name}")
-            time.sleep(0.01)
+            try:
+                found = find()
+                self.run("arguments[0].scrollIntoView({block: 'nearest'})", found)
+                found.click()
+                break
+            except (StaleElementReferenceException, ElementClickInterceptedException):
+                # It was not clicked, as the page had changed since it was found.
+                if time.monotonic() > end:
+                    raise
+        self.rest()
 
     def click(self, name, within="body"):
-        self.rest()
-        found = self.named(name, within)
-        self.run("arguments[0].scrollIntoView({block: 'nearest'})", found)
-        found.click()
-        self.rest()
+        self.click_on(lambda: self.named(name, within))
 
     def click_at(self, selector):
-        self.one(selector).click()
+        self.click_on(lambda: self.one(selector))
+
+    def act(self, add):
+        """What chained actions do: add(actions) adds them."""
+        self.rest()
+        actions = ActionChains(self.driver, duration=0)
+        add(actions)
+        actions.perform()
         self.rest()
 
+    def focus_on(self, selector):
+        self.read("document.querySelector(arguments[0]).focus()", selector)
+
+    def type(self, *keys):
+        self.act(lambda actions: actions.send_keys(*keys))
+
     def choose(self, selector, value):
+        self.one(selector)
         self.run("""
           const [selector, value] = arguments;
           const field = document.querySelector(selector);
@@ -167,8 +228,12 @@ class Browser:
           field.dispatchEvent(new Event('change', {bubbles: true}))""", selector, value)
         self.rest()
 
-    def open_drawer(self):
-        self.run("document.querySelector('.troubles').open = true")
+    def open_drawer(self, is_open=True):
+        self.read("document.querySelector('.troubles').open = arguments[0]", is_open)
+
+    def open_menu(self):
+        self.act(lambda actions: actions.context_click(self.one("#status-item")))
+        self.one("[role=menu]")
 
     def type_line(self, line):
         field = self.one(".typed input")
@@ -176,29 +241,32 @@ class Browser:
         field.send_keys(line + Keys.ENTER)
         self.rest()
 
-    def lines(self):
-        return self.run("""return [...document.querySelectorAll('.frame:not(.later) > .line-button .words')]
-          .map((one) => [...one.childNodes].filter((node) => node.nodeType === 3).map((node) => node.data).join(''))""")
-
-    def events(self):
-        return self.run("return [...document.querySelectorAll('.frame:not(.later) .event code')].map((one) => one.textContent)")
-
-    def top_row(self, keyboard="built-in"):
-        return self.run("""return [...document.querySelectorAll(
-          '[data-keyboard="' + arguments[0] + '"] [data-does]')].map((one) => one.dataset.does)""", keyboard)
-
     def key(self, name, keyboard="built-in"):
-        return self.one(f"[data-keyboard='{keyboard}'] [data-key='{name}']")
+        return f"[data-keyboard='{keyboard}'] [data-key='{name}']"
+
+    @contextlib.contextmanager
+    def unhurried(self):
+        """However long the machine takes between a key's press and its release, it was not held."""
+        self.run("window.keptTimeout = setTimeout; window.setTimeout = (work, time) => time === arguments[0] ? 0 : keptTimeout(work, time)", HOLD_AFTER)
+        try:
+            yield
+        finally:
+            self.run("window.setTimeout = keptTimeout")
 
     def press(self, name, keyboard="built-in"):
-        self.key(name, keyboard).click()
+        with self.unhurried():
+            self.click_at(self.key(name, keyboard))
+
+    @contextlib.contextmanager
+    def holding(self, element):
+        """The pointer's button, down on it; meanwhile the page does not come to rest."""
         self.rest()
-
-    def text(self, selector):
-        return self.run("return document.querySelector(arguments[0])?.textContent ?? ''", selector)
-
-    def actions(self):
-        return ActionChains(self.driver, duration=0)
+        ActionChains(self.driver, duration=0).click_and_hold(element).perform()
+        try:
+            yield
+        finally:
+            ActionChains(self.driver, duration=0).release().perform()
+        self.rest()
 
     def messages(self):
         """What went wrong in the page, by the console."""
@@ -208,7 +276,7 @@ class Browser:
     def downloaded(self):
         end = time.monotonic() + PATIENCE
         while time.monotonic() < end:
-            done = [one for one in glob.glob(self.downloads + "/*.txt")]
+            done = glob.glob(self.downloads + "/*.txt")
             if done:
                 return done[0]
             time.sleep(0.02)

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """The desk in a real browser: each test does what a person does."""
 
+import contextlib
 import http.client
-import json
 import os
 import pathlib
 import re
@@ -15,7 +15,7 @@ import time
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
-from desk_browser import PROGRAM, ROOT, SIMULATOR, Browser, Desk, Keys, free_port  # noqa: E402
+from desk_browser import PATIENCE, PROGRAM, ROOT, SIMULATOR, Browser, Desk, Keys, free_port  # noqa: E402
 
 AXE = pathlib.Path(os.environ.get("KEYROW_AXE", ROOT / "build/node_modules/axe-core/axe.min.js"))
 
@@ -40,6 +40,19 @@ def tearDownModule():
     desk.end()
 
 
+def status_of(method, path, body="", **headers):
+    """With which status the desk answers this."""
+    connection = http.client.HTTPConnection("127.0.0.1", desk.port)
+    with contextlib.closing(connection):
+        connection.putrequest(method, path, skip_host=True, skip_accept_encoding=True)
+        all_headers = {"Host": f"127.0.0.1:{desk.port}", "Content-Length": str(len(body)), **headers}
+        for name, value in all_headers.items():
+            connection.putheader(name, value)
+        connection.endheaders(body.encode())
+        with contextlib.closing(connection.getresponse()) as answer:
+            return answer.status
+
+
 class DeskTest(unittest.TestCase):
     address = None
 
@@ -51,34 +64,27 @@ class DeskTest(unittest.TestCase):
     def tearDown(self):
         self.assertEqual(page.messages(), [])
 
-    def status(self):
-        return page.one("#status-item")
-
     def status_label(self):
-        return self.status().get_attribute("aria-label")
-
-    def scenario(self):
-        return "".join(line + "\n" for line in page.run(
-            "return JSON.parse(sessionStorage.getItem('keyrow desk')).lines"))
+        return page.attribute("#status-item", "aria-label")
 
 
 class FirstSight(DeskTest):
     def test_keyrow_runs_and_a_sentence_says_what_to_try(self):
         self.assertIn("Media and system controls", self.status_label())
         self.assertEqual(page.text(".story"), "Click Keyrow's symbol in the menu bar, and watch the top row of both keyboards.")
-        self.assertEqual(len(page.all(".keyboard")), 2)
+        self.assertEqual(page.count(".keyboard"), 2)
         for app in ("TextEdit", "Music", "Safari"):
-            self.assertTrue(page.all(f"[data-app='com.apple.{app}']"))
+            self.assertTrue(page.count(f"[data-app='com.apple.{app}']"))
 
     def test_everything_comes_from_this_machine(self):
-        names = page.run("return performance.getEntries().map((one) => one.name).filter((name) => name.includes('://'))")
+        names = page.read("return performance.getEntries().map((one) => one.name).filter((name) => name.includes('://'))")
         self.assertTrue(names)
         for name in names:
             self.assertTrue(name.startswith(desk.address), name)
 
     def test_it_fits_on_a_small_screen(self):
-        self.assertLessEqual(page.run("return document.documentElement.scrollWidth"), 1280)
-        self.assertLessEqual(page.run("return document.documentElement.scrollHeight"), 800)
+        self.assertLessEqual(page.read("return document.documentElement.scrollWidth"), 1280)
+        self.assertLessEqual(page.read("return document.documentElement.scrollHeight"), 800)
 
     def test_a_first_day_by_clicks_alone(self):
         page.click_at("#status-item")
@@ -89,11 +95,11 @@ class FirstSight(DeskTest):
         page.press("`")
         page.press("fn")
         self.assertEqual(page.top_row(), APPLE_KEYS)
-        self.assertTrue(page.all(".dot.override"))
-        self.assertEqual(self.status().get_attribute("title"), "Local F-Key Mode")
+        self.assertTrue(page.count(".dot.override"))
+        self.assertEqual(page.attribute("#status-item", "title"), "Local F-Key Mode")
         page.click_at("[data-app='com.apple.TextEdit']")
         self.assertEqual(page.top_row(), FUNCTION_KEYS)
-        self.assertFalse(page.all(".dot.override"))
+        self.assertFalse(page.count(".dot.override"))
         page.click_at("[data-app='com.apple.Music']")
         self.assertEqual(page.top_row(), APPLE_KEYS)
         page.click_at(KEYROW)
@@ -103,6 +109,9 @@ class FirstSight(DeskTest):
         self.assertEqual(page.top_row("usb"), TRANSLATED_KEYS)
         page.press("F8", "usb")
         self.assertIn('key "play down"', page.events())
+
+
+IN_THE_MENU = "document.activeElement.getAttribute('role') === 'menuitem'"
 
 
 class TheMenuBar(DeskTest):
@@ -115,67 +124,58 @@ class TheMenuBar(DeskTest):
         self.assertEqual(page.top_row(), APPLE_KEYS)
 
     def test_a_right_click_opens_the_menu(self):
-        page.actions().context_click(self.status()).perform()
-        page.one("[role=menu]")
-        titles = [one.text.split("\n")[0] for one in page.all("[role=menuitem]")]
-        self.assertEqual(titles, ["Use F1-F12 by Default", "Use F1-F12 in This App Only", "Settings…", "Quit"])
-        self.assertEqual([one.text for one in page.all("[role=menuitem] kbd")], ["fn ⇥", "⇧⇥", "⌘,", "⌘q"])
+        page.open_menu()
+        self.assertEqual(page.texts("[role=menuitem] span"), [
+            "Use F1-F12 by Default", "Use F1-F12 in This App Only", "Settings…", "Quit"])
+        self.assertEqual(page.texts("[role=menuitem] kbd"), ["fn ⇥", "⇧⇥", "⌘,", "⌘q"])
 
     def test_control_and_a_click_open_the_menu(self):
-        page.actions().key_down(Keys.CONTROL).click(self.status()).key_up(Keys.CONTROL).perform()
+        item = page.one("#status-item")
+        page.act(lambda actions: actions.key_down(Keys.CONTROL).click(item).key_up(Keys.CONTROL))
         page.one("[role=menu]")
-        page.rest()
-        self.assertEqual(len(page.all("[role=menu]")), 1)
+        self.assertEqual(page.count("[role=menu]"), 1)
         self.assertIn("click control", page.lines())
 
     def test_the_menu_by_keyboard_only(self):
         for _ in range(20):
-            page.actions().send_keys(Keys.TAB).perform()
-            if page.run("return document.activeElement.id") == "status-item":
+            page.type(Keys.TAB)
+            if page.focus() == "status-item":
                 break
-        page.actions().send_keys(Keys.ARROW_DOWN).perform()
-        page.until("document.activeElement.getAttribute('role') === 'menuitem'")
-        page.actions().send_keys(Keys.ARROW_DOWN).perform()
-        self.assertIn("This App Only", page.run("return document.activeElement.textContent"))
-        page.actions().send_keys(Keys.ENTER).perform()
-        page.until("document.querySelector('.dot.override')")
-        page.rest()
+        page.type(Keys.ARROW_DOWN)
+        page.until(IN_THE_MENU)
+        page.type(Keys.ARROW_DOWN)
+        self.assertIn("This App Only", page.focus())
+        page.type(Keys.ENTER)
+        page.one(".dot.override")
         self.assertIn("in this app only", self.status_label())
         self.assertEqual(page.top_row(), FUNCTION_KEYS)
-        page.until("document.activeElement.id === 'status-item'")
-        page.actions().send_keys(Keys.ARROW_DOWN).perform()
-        page.until("document.activeElement.getAttribute('role') === 'menuitem'")
-        page.actions().send_keys(Keys.ESCAPE).perform()
-        page.until("!document.querySelector('[role=menu]')")
-        page.rest()
+        self.assertEqual(page.focus(), "status-item")
+        page.type(Keys.ARROW_DOWN)
+        page.until(IN_THE_MENU)
+        page.type(Keys.ESCAPE)
         self.assertIn("close menu", page.lines())
 
     def test_a_click_beside_the_menu_closes_it(self):
-        page.actions().context_click(self.status()).perform()
-        page.one("[role=menu]")
+        page.open_menu()
         desktop = page.one(".desktop")
-        page.actions().move_to_element_with_offset(desktop, -100, 100).click().perform()
-        page.until("!document.querySelector('[role=menu]')")
+        page.act(lambda actions: actions.move_to_element_with_offset(desktop, -100, 100).click())
+        self.assertEqual(page.count("[role=menu]"), 0)
 
     def test_an_item_without_an_application_is_disabled(self):
         page.type_line("front none")
-        page.actions().context_click(self.status()).perform()
-        item = page.one("[role=menuitem][aria-disabled=true]")
-        self.assertIn("This App Only", item.text)
-        item.click()
-        page.rest()
-        self.assertTrue(page.all("[role=menu]"))
+        page.open_menu()
+        self.assertIn("This App Only", page.text("[role=menuitem][aria-disabled=true]"))
+        page.click_at("[role=menuitem][aria-disabled=true]")
+        self.assertTrue(page.count("[role=menu]"))
 
     def test_the_settings_open_from_the_menu(self):
-        page.actions().context_click(self.status()).perform()
-        page.one("[role=menu]")
-        page.rest()
-        page.all("[role=menuitem]")[2].click()
+        page.open_menu()
+        page.click_on(lambda: page.driver.find_elements("css selector", "[role=menuitem]")[2])
         page.one(".window.settings")
 
     def test_another_user_has_a_session_of_her_own(self):
         page.click("me is here: switch to anna")
-        self.assertFalse(page.all("#status-item"))
+        self.assertFalse(page.count("#status-item"))
         page.click_at(KEYROW)
         page.one("#status-item")
         page.click("anna is here: switch to me")
@@ -186,7 +186,7 @@ class TheMenuBar(DeskTest):
         self.assertIn("sleep", page.lines())
         page.click("Open the lid")
         self.assertIn("wake", page.lines())
-        self.assertFalse(page.all(".asleep"))
+        self.assertFalse(page.count(".asleep"))
 
 
 class TheKeyboards(DeskTest):
@@ -211,11 +211,9 @@ class TheKeyboards(DeskTest):
         self.assertEqual(page.lines()[-2:], ["press A on built-in", "wait 0.3s"])
 
     def test_a_key_that_is_held_repeats_before_ones_eyes(self):
-        page.actions().click_and_hold(page.key("A")).perform()
-        page.until("document.querySelectorAll('.event code').length > 0 && [...document.querySelectorAll('.event code')].filter((one) => one.textContent.includes('A repeat')).length > 3")
-        page.actions().release().perform()
-        page.until("[...document.querySelectorAll('.words')].some((one) => one.textContent === 'release A on built-in')")
-        page.rest()
+        key = page.one(page.key("A"))
+        with page.holding(key):
+            page.until("[...document.querySelectorAll('.event code')].filter((one) => one.textContent.includes('A repeat')).length > 3")
         lines = page.lines()
         hold = lines.index("hold A on built-in")
         self.assertRegex(lines[hold + 1], r"^wait [0-9.]+m?s$")
@@ -224,7 +222,7 @@ class TheKeyboards(DeskTest):
 
     def test_fn_is_held_on_the_page(self):
         page.press("fn")
-        self.assertEqual(page.key("fn").get_attribute("aria-pressed"), "true")
+        self.assertEqual(page.attribute(page.key("fn"), "aria-pressed"), "true")
         self.assertEqual(page.top_row(), FUNCTION_KEYS)
         page.press("fn")
         self.assertEqual(page.top_row(), APPLE_KEYS)
@@ -232,38 +230,35 @@ class TheKeyboards(DeskTest):
         self.assertEqual(page.lines()[-2], "hold fn on built-in")
 
     def test_ones_own_keyboard_types_while_it_has_the_focus(self):
-        keys = page.one("[data-keyboard='usb']")
-        page.run("arguments[0].focus()", keys)
-        page.actions().send_keys("x").perform()
-        page.until("[...document.querySelectorAll('.words')].some((one) => one.textContent === 'press X on usb')")
-        page.actions().send_keys(Keys.F8).perform()
-        page.until("[...document.querySelectorAll('.words')].some((one) => one.textContent === 'press F8 on usb')")
-        page.rest()
+        page.focus_on("[data-keyboard='usb']")
+        with page.unhurried():
+            page.type("x")
+            self.assertEqual(page.lines()[-2:], ["press X on usb", "wait 0.3s"])
+            page.type(Keys.F8)
+            self.assertEqual(page.lines()[-2:], ["press F8 on usb", "wait 0.3s"])
         before = page.lines()
-        page.actions().key_down(Keys.CONTROL).send_keys("c").key_up(Keys.CONTROL).perform()
-        page.actions().send_keys(Keys.TAB).perform()
-        self.assertFalse(page.run("return arguments[0].contains(document.activeElement)", keys))
-        page.actions().send_keys("y").perform()
-        time.sleep(0.1)
-        page.rest()
+        page.act(lambda actions: actions.key_down(Keys.CONTROL).send_keys("c").key_up(Keys.CONTROL))
+        page.type(Keys.TAB)
+        self.assertFalse(page.read("return document.activeElement.closest('.keys') !== null"))
+        page.type("y")
         self.assertEqual(page.lines(), before)
 
     def test_caps_lock_shows_its_dot(self):
         page.click_at(KEYROW)
         page.click("Show Caps Lock indicator")
         page.press("caps-lock")
-        self.assertTrue(page.all(".dot.caps-lock"))
-        self.assertEqual(page.key("caps-lock").get_attribute("aria-pressed"), "true")
+        self.assertTrue(page.count(".dot.caps-lock"))
+        self.assertEqual(page.attribute(page.key("caps-lock"), "aria-pressed"), "true")
         page.press("caps-lock")
-        self.assertFalse(page.all(".dot.caps-lock"))
+        self.assertFalse(page.count(".dot.caps-lock"))
         self.assertIn("caps-lock off on built-in", page.lines())
 
     def test_keyboards_come_and_go(self):
         page.click("Unplug Foreign Keyboard")
-        self.assertEqual(len(page.all(".keyboard")), 1)
+        self.assertEqual(page.count(".keyboard"), 1)
         for name in ("apple", "keypad", "usb"):
             page.choose(".attach", name)
-        self.assertEqual(len(page.all(".keyboard")), 4)
+        self.assertEqual(page.count(".keyboard"), 4)
         self.assertEqual(page.top_row("apple"), APPLE_KEYS)
         page.press("7", "keypad")
         self.assertIn('key "7 down reaches com.apple.TextEdit"', page.events())
@@ -271,12 +266,12 @@ class TheKeyboards(DeskTest):
     def test_a_modifier_stands_in_for_fn(self):
         page.click_at(KEYROW)
         page.choose("#replacement", "Right Command")
-        self.assertEqual(page.run("return document.querySelector('#replacement').value"), "Right Command")
+        self.assertEqual(page.read("return document.querySelector('#replacement').value"), "Right Command")
         page.click_at("[data-app='com.apple.TextEdit']")
         page.press("right-command", "usb")
         page.press("`", "usb")
         page.press("right-command", "usb")
-        self.assertTrue(page.all(".dot.override"))
+        self.assertTrue(page.count(".dot.override"))
 
 
 class TheSettings(DeskTest):
@@ -284,7 +279,7 @@ class TheSettings(DeskTest):
         header = (ROOT / "ui/SettingsWindowView.h").read_text()
         width = re.search(r"SettingsContentSize\{(\d+)", header).group(1)
         page.click_at(KEYROW)
-        size = page.run("const one = document.querySelector('.settings .pane').getBoundingClientRect(); return [one.width, one.height]")
+        size = page.read("const one = document.querySelector('.settings .pane').getBoundingClientRect(); return [one.width, one.height]")
         self.assertEqual(size[0], float(width))
 
     def test_every_control_of_the_general_pane_works(self):
@@ -292,15 +287,15 @@ class TheSettings(DeskTest):
         for title, event in (("Launch at login", "login-item"), ("Show Caps Lock indicator", "caps-lock-indicator"),
                              (EXTERNAL_KEYS, "external-keys")):
             page.click(title)
-            self.assertTrue(page.run("return document.querySelector(`[data-name='${arguments[0]}']`).checked", event), title)
+            self.assertTrue(page.read("return document.querySelector(`[data-name='${arguments[0]}']`).checked", event), title)
         page.click("Help about the permissions")
         self.assertIn("Input Monitoring", page.text(".popover"))
         page.click("Help about the permissions")
-        self.assertFalse(page.all(".popover"))
+        self.assertFalse(page.count(".popover"))
         page.click("Accessibility Permission")
         self.assertTrue(any("opens x-apple" in event for event in page.events()))
         page.click("Quit", ".settings")
-        self.assertFalse(page.all("#status-item"))
+        self.assertFalse(page.count("#status-item"))
 
     def test_the_shortcut_is_recorded_and_used(self):
         page.click_at(KEYROW)
@@ -315,7 +310,7 @@ class TheSettings(DeskTest):
         page.press("fn")
         page.press("T")
         page.press("fn")
-        self.assertTrue(page.all(".dot.override"))
+        self.assertTrue(page.count(".dot.override"))
         self.assertEqual(page.top_row(), FUNCTION_KEYS)
 
     def test_a_bug_report_is_a_draft_with_its_log(self):
@@ -325,12 +320,12 @@ class TheSettings(DeskTest):
         self.assertIn("To:", page.text(".mail"))
         self.assertIn("Attached:", page.text(".mail summary"))
         page.click("Put the draft away")
-        self.assertFalse(page.all(".mail"))
+        self.assertFalse(page.count(".mail"))
 
     def test_without_mail_a_link_opens(self):
         page.open_drawer()
         page.click("Mail missing")
-        page.run("document.querySelector('.troubles').open = false")
+        page.open_drawer(False)
         page.click_at(KEYROW)
         page.click("About", ".tabs")
         page.click("Contact")
@@ -347,9 +342,9 @@ class TheSettings(DeskTest):
         page.click_at(KEYROW)
         page.click("Launch at login")
         page.click_at(SYSTEM_SETTINGS)
-        self.assertEqual(page.named("Login item: Keyrow").get_attribute("aria-checked"), "true")
+        self.assertEqual(page.attribute("[aria-label='Login item: Keyrow']", "aria-checked"), "true")
         page.click("Login item: Keyrow")
-        self.assertEqual(page.named("Login item: Keyrow").get_attribute("aria-checked"), "false")
+        self.assertEqual(page.attribute("[aria-label='Login item: Keyrow']", "aria-checked"), "false")
 
 
 class WhatCanGoWrong(DeskTest):
@@ -372,14 +367,12 @@ class WhatCanGoWrong(DeskTest):
         page.choose("[name=call]", "create-event-tap")
         page.choose("[name=times]", " always")
         page.click("Fail")
-        page.run("document.querySelector('.troubles').open = false")
+        page.open_drawer(False)
         page.click_at(KEYROW)
         page.click("a minute")
-        self.assertEqual(page.run("return document.activeElement.closest('.alert') !== null"), True)
-        button = page.one(".alert button")
-        button.click()
-        page.rest()
-        self.assertFalse(page.all(".alert"))
+        self.assertTrue(page.read("return document.activeElement.closest('.alert') !== null"))
+        page.click_at(".alert button")
+        self.assertFalse(page.count(".alert"))
 
     def test_a_hanging_keyrow_answers_later(self):
         page.open_drawer()
@@ -392,7 +385,7 @@ class WhatCanGoWrong(DeskTest):
     def test_a_killed_keyrow_is_started_again(self):
         page.open_drawer()
         page.click("It is killed")
-        self.assertFalse(page.all("#status-item"))
+        self.assertFalse(page.count("#status-item"))
         page.click("It starts")
         page.one("#status-item")
 
@@ -420,7 +413,7 @@ class WhatCanGoWrong(DeskTest):
         page.open_drawer()
         page.click("It quits")
         page.click("Input Monitoring is forgotten")
-        page.run("document.querySelector('.troubles').open = false")
+        page.open_drawer(False)
         page.click_at(KEYROW)
         page.click("Allow", ".alert")
         self.assertIn("allow input-monitoring", page.lines())
@@ -433,7 +426,7 @@ class WhatCanGoWrong(DeskTest):
         self.assertIn("expected an action", page.text(".refused"))
         self.assertEqual(page.lines(), before)
         page.click_at("#status-item")
-        self.assertFalse(page.all(".refused"))
+        self.assertFalse(page.count(".refused"))
 
 
 class AsAScenario(DeskTest):
@@ -441,8 +434,8 @@ class AsAScenario(DeskTest):
         page.click("Install and throw away applications")
         page.click("Install game")
         page.click("Throw away Safari")
-        self.assertTrue(page.all("[data-app='com.example.game']"))
-        self.assertFalse(page.all("[data-app='com.apple.Safari']"))
+        self.assertTrue(page.count("[data-app='com.example.game']"))
+        self.assertFalse(page.count("[data-app='com.apple.Safari']"))
 
     def test_waits_are_joined(self):
         page.click("a minute")
@@ -459,7 +452,7 @@ class AsAScenario(DeskTest):
         place = lines.index("click")
         self.assertEqual(lines[place + 1], "expect hardware special -> standard")
         self.assertEqual(lines[place + 2], "wait 60.3s")
-        self.assertTrue(page.all(".frame.met"))
+        self.assertTrue(page.count(".frame.met"))
 
     def test_an_expectation_of_what_came_in_a_long_wait(self):
         page.open_drawer()
@@ -467,24 +460,23 @@ class AsAScenario(DeskTest):
         page.type_line("revoke accessibility untold unannounced")
         page.press("A")
         page.click("an hour")
-        event = page.run("return [...document.querySelectorAll('.frame:last-child .event code')].at(-1).textContent")
+        event = page.texts(".frame:last-child .event code")[-1]
         page.click(f"Expect {event}", ".frame:last-child")
         self.assertEqual(page.lines()[-1], f"expect {event}")
-        self.assertTrue(page.all(".frame.met"))
-        self.assertFalse(page.all(".frame.unmet"))
+        self.assertTrue(page.count(".frame.met"))
+        self.assertFalse(page.count(".frame.unmet"))
 
     def test_an_expectation_by_keyboard_only(self):
         page.click_at("#status-item")
-        page.run("document.querySelector('.timeline').focus()")
-        page.actions().send_keys(Keys.ARROW_DOWN).perform()
-        self.assertEqual(page.run("return document.activeElement.textContent"), "wait 0.3s")
+        page.focus_on(".timeline")
+        page.type(Keys.ARROW_DOWN)
+        self.assertEqual(page.focus(), "wait 0.3s")
         for _ in range(10):
-            page.actions().send_keys(Keys.ARROW_UP).perform()
-            if page.run("return document.activeElement.title") == "Expect this":
+            page.type(Keys.ARROW_UP)
+            if page.focus().startswith("Expect "):
                 break
-        page.actions().send_keys(Keys.ENTER).perform()
-        page.until("document.querySelector('.frame.met')")
-        page.rest()
+        page.type(Keys.ENTER)
+        page.one(".frame.met")
         self.assertTrue(page.lines()[-2].startswith("expect "))
 
     def test_what_was_done_is_taken_back(self):
@@ -532,7 +524,7 @@ class AsAScenario(DeskTest):
         self.assertEqual(page.top_row(), FUNCTION_KEYS)
         page.one(".window.settings")
         page.click("Take back")
-        self.assertFalse(page.all(".window.settings"))
+        self.assertFalse(page.count(".window.settings"))
 
     def test_two_pages_do_not_disturb_each_other(self):
         page.click_at("#status-item")
@@ -540,11 +532,11 @@ class AsAScenario(DeskTest):
         page.driver.switch_to.new_window("tab")
         try:
             page.driver.get(desk.address)
-            page.until("document.querySelector('main')")
-            page.rest()
+            page.one("main")
             self.assertEqual(page.top_row(), APPLE_KEYS)
             page.press("Z")
             page.driver.switch_to.window(first)
+            page.driver.execute_cdp_cmd("Page.bringToFront", {})
             self.assertEqual(page.top_row(), FUNCTION_KEYS)
             page.press("Y")
             self.assertNotIn("press Z on built-in", page.lines())
@@ -558,25 +550,17 @@ class AsAScenario(DeskTest):
 
     def test_a_page_that_is_closed_lets_go_of_its_stage(self):
         page.press("Z")
-        path = page.run("return performance.getEntriesByType('resource').map((one) => one.name).findLast((name) => name.endsWith('/play'))")
+        path = page.until("performance.getEntriesByType('resource').map((one) => new URL(one.name).pathname).findLast((path) => path.endsWith('/play'))")
         page.driver.get("about:blank")
-        body = json.dumps({"kept": 0, "lines": []})
-        end = time.monotonic() + 5
-        while time.monotonic() < end:
-            connection = http.client.HTTPConnection("127.0.0.1", desk.port)
-            connection.request("POST", path, body, {"Content-Type": "application/json"})
-            if connection.getresponse().status == 404:
-                return
+        end = time.monotonic() + PATIENCE
+        while status_of("POST", path, '{"kept": 0, "lines": []}') != 404:
+            self.assertLess(time.monotonic(), end, "the stage is still there")
             time.sleep(0.02)
-        self.fail("the stage is still there")
 
     def test_a_page_whose_stage_is_gone_plays_again(self):
         page.click_at("#status-item")
         for _ in range(16):
-            connection = http.client.HTTPConnection("127.0.0.1", desk.port)
-            connection.request("POST", "/stages", "{}")
-            connection.getresponse().read()
-            connection.close()
+            status_of("POST", "/stages", "{}")
         page.press("Q")
         self.assertEqual(page.top_row(), FUNCTION_KEYS)
         self.assertEqual(page.lines()[-2:], ["press Q on built-in", "wait 0.3s"])
@@ -589,11 +573,12 @@ class AsAScenario(DeskTest):
             page.click_at("#status-item")
             before = page.lines()
             other.end()
-            page.key("Q").click()
-            page.until("document.querySelector('.ended')")
+            key = page.one(page.key("Q"))
+            with page.unhurried():
+                key.click()
+                page.until("document.querySelector('.ended')")
             other.start()
             page.until("!document.querySelector('.ended')")
-            page.rest()
             self.assertEqual(page.lines(), [*before, "press Q on built-in", "wait 0.3s"])
             self.assertEqual(page.top_row(), FUNCTION_KEYS)
             page.messages()
@@ -641,14 +626,13 @@ class AFile(unittest.TestCase):
 
     def test_the_slider_goes_back_and_forth(self):
         for count, row in ((8, APPLE_KEYS), (5, FUNCTION_KEYS), (4, APPLE_KEYS), (7, FUNCTION_KEYS)):
-            page.run("const one = document.querySelector('.player input'); one.value = arguments[0]; one.dispatchEvent(new Event('input', {bubbles: true}))", str(count))
-            page.rest()
+            page.read("const one = document.querySelector('.player input'); one.value = arguments[0]; one.dispatchEvent(new Event('input', {bubbles: true}))", str(count))
             self.assertEqual(page.text(".count"), f"{count} of 8")
             self.assertEqual(page.top_row("internal"), row)
 
     def test_it_plays_and_pauses(self):
         page.click("Play", ".player")
-        page.until("document.querySelector('.count').textContent === '2 of 8'")
+        page.until("parseInt(document.querySelector('.count').textContent) >= 2")
         page.click("Pause", ".player")
         at = page.text(".count")
         time.sleep(0.8)
@@ -659,7 +643,7 @@ class AFile(unittest.TestCase):
             page.click("One line on")
         self.assertIn("expect hardware special", page.text(".frame.unmet .words"))
         self.assertEqual(page.text(".frame.unmet .failure"), "expected the hardware to be special, but it is standard")
-        self.assertEqual(len(page.all(".frame.met")), 1)
+        self.assertEqual(page.count(".frame.met"), 1)
 
     def test_one_leaves_the_file_and_comes_back(self):
         for _ in range(5):
@@ -693,7 +677,7 @@ class AFilm(unittest.TestCase):
 
     def open(self, address):
         page.driver.get(address)
-        page.until("document.querySelector('.player')")
+        page.one(".player")
         self.assertEqual(page.messages(), [])
 
     def test_it_plays_without_a_server(self):
@@ -723,7 +707,7 @@ class AFilm(unittest.TestCase):
         for _ in range(3):
             page.driver.get("about:blank")
             page.driver.get(address)
-            page.until("document.querySelector('.player')")
+            page.one(".player")
             times.append(page.run("return document.documentElement.dataset.drawnAt"))
         milliseconds = min(float(one) for one in times)
         print(f"a film of {len(lines)} steps opens in {milliseconds:.0f} ms")
@@ -732,14 +716,14 @@ class AFilm(unittest.TestCase):
     def test_what_is_far_away_is_drawn_when_it_is_wanted(self):
         lines = ["front com.apple.finder", *["wait 1s"] * 300]
         self.open(self.film("\n".join(lines) + "\n"))
-        self.assertEqual(len(page.all(".frame")), 40)
+        self.assertEqual(page.count(".frame"), 40)
         page.click("261 later lines")
-        self.assertEqual(len(page.all(".frame")), 301)
+        self.assertEqual(page.count(".frame"), 301)
 
     def test_it_fits_on_a_tablet(self):
         page.resize(820, 1180)
         self.open(self.film(STORY))
-        self.assertLessEqual(page.run("return document.documentElement.scrollWidth"), 820)
+        self.assertLessEqual(page.read("return document.documentElement.scrollWidth"), 820)
 
     def test_a_gallery_has_them_all(self):
         with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryDirectory() as scenarios:
@@ -747,29 +731,18 @@ class AFilm(unittest.TestCase):
                 pathlib.Path(scenarios, name).write_text(STORY)
             subprocess.run([PROGRAM, "--gallery", folder, scenarios], check=True, capture_output=True)
             page.driver.get(f"file://{folder}/index.html")
-            self.assertEqual([one.text for one in page.all("a")], ["another story", "one story"])
-            page.all("a")[0].click()
-            page.until("document.querySelector('.player')")
+            self.assertEqual(page.run("return [...document.links].map((one) => one.textContent)"), ["another story", "one story"])
+            page.driver.find_element("css selector", "a").click()
+            page.one(".player")
             self.assertEqual(page.messages(), [])
 
 
 class Hostile(DeskTest):
-    def status_of(self, method, path, headers, body=""):
-        connection = http.client.HTTPConnection("127.0.0.1", desk.port)
-        connection.putrequest(method, path, skip_host=True, skip_accept_encoding=True)
-        for name, value in {"Content-Length": str(len(body)), **headers}.items():
-            connection.putheader(name, value)
-        connection.endheaders(body.encode())
-        status = connection.getresponse().status
-        connection.close()
-        return status
-
     def test_another_host_or_origin_is_refused(self):
-        own = f"127.0.0.1:{desk.port}"
-        self.assertEqual(self.status_of("GET", "/", {"Host": own}), 200)
-        self.assertEqual(self.status_of("GET", "/", {"Host": f"evil.example:{desk.port}"}), 403)
-        self.assertEqual(self.status_of("POST", "/stages", {"Host": own, "Origin": "https://evil.example"}), 403)
-        self.assertEqual(self.status_of("POST", "/stages", {"Host": own, "Origin": "null"}), 403)
+        self.assertEqual(status_of("GET", "/"), 200)
+        self.assertEqual(status_of("GET", "/", Host=f"evil.example:{desk.port}"), 403)
+        self.assertEqual(status_of("POST", "/stages", Origin="https://evil.example"), 403)
+        self.assertEqual(status_of("POST", "/stages", Origin="null"), 403)
 
     def test_a_foreign_page_gets_nothing(self):
         page.driver.get("about:blank")
@@ -781,16 +754,14 @@ class Hostile(DeskTest):
         page.messages()
 
     def test_no_path_names_a_file(self):
-        host = {"Host": f"127.0.0.1:{desk.port}"}
         for path in ("/../../etc/passwd", "/%2e%2e/%2e%2e/etc/passwd", "/etc/passwd", "/desk.js/../../README.md", "/\\..\\x"):
-            self.assertEqual(self.status_of("GET", path, host), 404, path)
+            self.assertEqual(status_of("GET", path), 404, path)
 
     def test_bodies_that_are_none(self):
-        host = {"Host": f"127.0.0.1:{desk.port}"}
         path = "/stages/" + "0" * 32 + "/play"
         for body in ("", "{", "null", '{"kept":"1","lines":[]}', "[" * 5000):
-            self.assertEqual(self.status_of("POST", path, host, body), 400, body[:20])
-        self.assertEqual(self.status_of("POST", path, host, '{"kept":0,"lines":[]}'), 404)
+            self.assertEqual(status_of("POST", path, body), 400, body[:20])
+        self.assertEqual(status_of("POST", path, '{"kept":0,"lines":[]}'), 404)
 
     def test_it_listens_to_this_machine_only(self):
         with socket.socket() as one:
@@ -803,12 +774,12 @@ class Hostile(DeskTest):
             self.assertNotEqual(other.connect_ex((own, desk.port)), 0)
 
     def test_a_taken_port_is_an_error_and_ctrl_c_ends(self):
-        refused = subprocess.run([PROGRAM, "--port", str(desk.port)], capture_output=True, text=True, timeout=10)
+        refused = subprocess.run([PROGRAM, "--port", str(desk.port)], capture_output=True, text=True, timeout=PATIENCE)
         self.assertEqual(refused.returncode, 2)
         self.assertIn("is taken", refused.stderr)
         other = Desk()
         other.process.send_signal(signal.SIGINT)
-        self.assertNotEqual(other.process.wait(5), None)
+        self.assertNotEqual(other.process.wait(PATIENCE), None)
         other.process.stdout.close()
         again = Desk(port=other.port)
         self.assertIn(again.address, again.greeting)
@@ -817,14 +788,18 @@ class Hostile(DeskTest):
 
 class HowItFeels(DeskTest):
     def test_a_click_is_drawn_at_once(self):
-        # What else runs on the machine only adds to it.
-        for _ in range(3):
+        # What else runs on the machine only adds to it, so the best of some measurements counts.
+        measured = []
+        while len(measured) < 4 and not (measured and min(measured)[0] < 50):
             times = self.times_of_500_clicks()
-            p95 = times[int(len(times) * 0.95)]
-            print(f"from click to drawn change: p50 {times[len(times) // 2]:.0f} ms, p95 {p95:.0f} ms, over {len(times)} clicks")
-            if p95 < 50:
-                return
-        self.fail("a change is drawn too late")
+            measured.append((times[int(len(times) * 0.95)], times[len(times) // 2]))
+        p95, p50 = min(measured)
+        load, cores = os.getloadavg()[0], os.cpu_count()
+        print(f"from click to drawn change: p50 {p50:.0f} ms, p95 {p95:.0f} ms, over 500 clicks; "
+              f"the best of {len(measured)}, with {load:.1f} programs running on {cores} cores")
+        if p95 >= 50 and load > 3 * cores:
+            self.skipTest("something else keeps this machine too busy for it")
+        self.assertLess(p95, 50, "a change is drawn too late")
 
     def times_of_500_clicks(self):
         return sorted(page.driver.execute_async_script("""
@@ -861,7 +836,7 @@ class HowItFeels(DeskTest):
         page.prefer(reduced_motion="reduce")
         try:
             page.click_at(KEYROW)
-            self.assertEqual(page.run("return document.getAnimations().length"), 0)
+            self.assertEqual(page.read("return document.getAnimations().length"), 0)
         finally:
             page.prefer()
 
@@ -872,7 +847,7 @@ def view(name, *steps):
 
 VIEWS = [
     view("desk"),
-    view("menu", lambda: page.actions().context_click(page.one("#status-item")).perform(), lambda: page.one("[role=menu]")),
+    view("menu", lambda: page.open_menu()),
     view("general", lambda: page.click_at(KEYROW), lambda: page.click("Help about the permissions")),
     view("about", lambda: page.click_at(KEYROW), lambda: page.click("About", ".tabs")),
     view("system-settings", lambda: page.click_at(SYSTEM_SETTINGS)),
@@ -915,13 +890,13 @@ class ForEverybody(DeskTest):
             pathlib.Path(folder, "story.txt").write_text(STORY)
             subprocess.run([PROGRAM, "--film", folder + "/story.txt", "-o", folder + "/film.html"], check=True)
             page.driver.get(f"file://{folder}/film.html")
-            page.until("document.querySelector('.player')")
+            page.one(".player")
             for _ in range(8):
                 page.click("One line on")
             # Its policy lets in no script of ours, so the check comes by the debugger.
             page.driver.execute_cdp_cmd("Page.setBypassCSP", {"enabled": True})
             page.driver.refresh()
-            page.until("document.querySelector('.player')")
+            page.one(".player")
             self.check("film")
             page.driver.execute_cdp_cmd("Page.setBypassCSP", {"enabled": False})
 
