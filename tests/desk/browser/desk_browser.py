@@ -20,7 +20,7 @@ from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+ROOT = pathlib.Path(__file__).resolve().parents[3]
 PROGRAM = os.environ.get("KEYROW_DESK", str(ROOT / "build/dev/keyrow-desk"))
 SIMULATOR = os.environ.get("KEYROW_SIM", str(ROOT / "build/dev/keyrow-sim"))
 # Of what has to come about, in seconds; only what never does takes so long.
