@@ -55,18 +55,14 @@ const std::vector<std::string> appleKeys{"brightness down",
                                          "mute",
                                          "volume down",
                                          "volume up"};
-const std::vector<std::string> translatedKeys{"brightness down",
-                                              "brightness up",
-                                              "Mission Control",
-                                              "Spotlight Shortcut",
-                                              "F5",
-                                              "F6",
-                                              "previous",
-                                              "play",
-                                              "next",
-                                              "mute",
-                                              "volume down",
-                                              "volume up"};
+/// What Keyrow makes of a top row of another make differs in three keys.
+const std::vector<std::string> translatedKeys = [] {
+  auto keys = appleKeys;
+  keys[3] = "Spotlight Shortcut";
+  keys[4] = "F5";
+  keys[5] = "F6";
+  return keys;
+}();
 
 constexpr std::string_view translating =
     "keyboard usb vendor=0x046d product=\"G Pro\" transport=USB built-in=false\n"

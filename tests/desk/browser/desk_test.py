@@ -14,8 +14,7 @@ AXE = pathlib.Path(os.environ.get("KEYROW_AXE", ROOT / "build/node_modules/axe-c
 FUNCTION_KEYS = [f"F{number}" for number in range(1, 13)]
 APPLE_KEYS = ["brightness down", "brightness up", "Mission Control", "Spotlight", "Dictation",
               "Do Not Disturb", "previous", "play", "next", "mute", "volume down", "volume up"]
-TRANSLATED_KEYS = ["brightness down", "brightness up", "Mission Control", "Spotlight Shortcut", "F5",
-                   "F6", "previous", "play", "next", "mute", "volume down", "volume up"]
+TRANSLATED_KEYS = [*APPLE_KEYS[:3], "Spotlight Shortcut", "F5", "F6", *APPLE_KEYS[6:]]
 EXTERNAL_KEYS = "Apply Fn function to non-Apple vendor external F keys"
 KEYROW = "[data-app='app.keyrow.Keyrow']"
 SYSTEM_SETTINGS = "[data-app='com.apple.SystemSettings']"
