@@ -20,6 +20,11 @@ export function h(tag, properties, ...children) {
   };
 }
 
+/** A button that says what it does. */
+export function smallButton(title, action, properties = {}) {
+  return h("button", { key: title, type: "button", class: "small", onclick: action, ...properties }, title);
+}
+
 function setProperty(node, name, value) {
   if (name === "key") return;
   if (name.startsWith("on")) {

@@ -1,7 +1,8 @@
-import { h } from "./dom.js";
+import { h, smallButton } from "./dom.js";
 import { icon } from "./icons.js";
+import { troubles } from "./troubles.js";
 
-// The lines so far and what came of them; time; what can go wrong; play and pause.
+// The lines so far and what came of them; time; play and pause.
 
 const rows = new WeakMap();
 
@@ -132,18 +133,14 @@ function timeline(store) {
   );
 }
 
-function button(title, action, properties = {}) {
-  return h("button", { key: title, type: "button", class: "small", onclick: action, ...properties }, title);
-}
-
 function timeButtons(store) {
   return h(
     "div",
     { class: "group", role: "group", "aria-label": "Time" },
     h("span", {}, "Wait"),
-    button("a moment", () => store.play(["wait 1s"])),
-    button("a minute", () => store.play(["wait 1min"])),
-    button("an hour", () => store.play(["wait 1h"])),
+    smallButton("a moment", () => store.play(["wait 1s"])),
+    smallButton("a minute", () => store.play(["wait 1min"])),
+    smallButton("an hour", () => store.play(["wait 1h"])),
   );
 }
 
@@ -169,10 +166,10 @@ function lineButtons(store) {
   return h(
     "div",
     { class: "group", role: "group", "aria-label": "As a scenario" },
-    button("Take back", () => store.takeBack(), { disabled: store.undos.length === 0 }),
-    button("Start again", () => store.startAgain()),
-    button("Copy", () => copy(store)),
-    button("Download", () => download(store)),
+    smallButton("Take back", () => store.takeBack(), { disabled: store.undos.length === 0 }),
+    smallButton("Start again", () => store.startAgain()),
+    smallButton("Copy", () => copy(store)),
+    smallButton("Download", () => download(store)),
     h("span", { class: "note", role: "status" }, store.note ?? ""),
   );
 }
@@ -182,9 +179,9 @@ function playButtons(store) {
   return h(
     "div",
     { class: "player", role: "group", "aria-label": "Play" },
-    button(icon("back"), () => store.step(-1), { key: "back", "aria-label": "One line back", disabled: store.at === 0 }),
-    button(icon(store.isPlaying ? "pause" : "run"), () => store.playOn(), { key: "play", class: "small play", "aria-label": store.isPlaying ? "Pause" : "Play" }),
-    button(icon("on"), () => store.step(1), { key: "on", "aria-label": "One line on", disabled: store.at >= store.lineCount }),
+    smallButton(icon("back"), () => store.step(-1), { key: "back", "aria-label": "One line back", disabled: store.at === 0 }),
+    smallButton(icon(store.isPlaying ? "pause" : "run"), () => store.playOn(), { key: "play", class: "small play", "aria-label": store.isPlaying ? "Pause" : "Play" }),
+    smallButton(icon("on"), () => store.step(1), { key: "on", "aria-label": "One line on", disabled: store.at >= store.lineCount }),
     h("input", {
       type: "range",
       min: "0",
@@ -215,69 +212,6 @@ function typedLine(store) {
     },
     h("input", { name: "line", type: "text", autocomplete: "off", spellcheck: "false", placeholder: "press F8 on usb", "aria-label": "A line of the language" }),
     h("button", { type: "submit", class: "small" }, "Play"),
-  );
-}
-
-function troubles(store) {
-  const { snapshot } = store;
-  const { system, keyrow } = snapshot;
-  const act = (title, line, properties) => button(title, () => store.act(line), properties);
-  const group = (title, ...children) => h("fieldset", { key: title }, h("legend", {}, title), children);
-  const missing = { disabled: keyrow === null };
-  return h(
-    "details",
-    { class: "troubles" },
-    h("summary", {}, "What can go wrong"),
-    h(
-      "div",
-      { class: "drawer" },
-      group(
-        "Keyrow",
-        keyrow?.isHanging ? act("It answers again", "resume keyrow") : act("It hangs", "hang keyrow", missing),
-        act("It is killed", "kill keyrow", missing),
-        act("It quits", "quit keyrow", missing),
-        act(snapshot.processes.length > 0 ? "A second one starts" : "It starts", "launch keyrow"),
-      ),
-      group(
-        "Its event tap",
-        act("takes too long", "disable tap timeout"),
-        act("is disabled by the user", "disable tap user-input"),
-        act("dies silently", "disable tap silently"),
-      ),
-      group(
-        "Permissions",
-        system.accessibility
-          ? act("Accessibility is taken away", "revoke accessibility")
-          : act("Accessibility is given", "grant accessibility"),
-        system.accessibility && act("the same, untold", "revoke accessibility untold"),
-        act("Input Monitoring is forgotten", "reset input-monitoring"),
-        system.secureInput ? act("The password is typed", "secure-input off") : act("A password field takes the keys", "secure-input on"),
-      ),
-      group(
-        "Calls of the system",
-        h(
-          "form",
-          {
-            onsubmit: (event) => {
-              event.preventDefault();
-              const { call, times } = event.target.elements;
-              store.act(`fail ${call.value}${times.value}`);
-            },
-          },
-          h("select", { name: "call", "aria-label": "The call that fails" }, store.calls.map(({ name, failure }) => h("option", { key: name, value: name, title: failure }, name))),
-          h("select", { name: "times", "aria-label": "How often it fails" }, h("option", { value: "" }, "once"), h("option", { value: " 3 times" }, "3 times"), h("option", { value: " always" }, "always")),
-          h("button", { type: "submit", class: "small" }, "Fail"),
-        ),
-        act("Repair all", "repair", { disabled: system.faults.length === 0 }),
-        system.faults.length > 0 && h("p", { class: "faults" }, `Fails: ${system.faults.join(", ")}`),
-      ),
-      group(
-        "Mail, login item, update",
-        ["works", "missing", "refuses"].map((word) => act(`Mail ${word}`, `mail ${word}`, { disabled: system.mail === word })),
-        act(system.loginItemsNeedApproval ? "Login items are allowed" : "Login items need approval", `login-item ${system.loginItemsNeedApproval ? "allowed" : "needs-approval"}`),
-        act("An update is found", "update found 9.9", missing),
-      ),
-    ),
   );
 }
 
