@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "core/AppSettings.h"
 #include "desk/Film.h"
 #include "desk/Opening.h"
 #include "desk/Page.h"
@@ -103,7 +104,8 @@ struct Server::Contents {
     beginning = {{"file", scenario ? fileOf(*scenario) : json{}},
                  {"opening", openingLines},
                  {"start", Session::blank()},
-                 {"calls", portCallsOf()}};
+                 {"calls", portCallsOf()},
+                 {"settings", settingsKey::all}};
     server.new_task_queue = [] { return new httplib::ThreadPool(threadCount); };
     server.set_tcp_nodelay(true);
     server.set_socket_options(setSocketOptions);

@@ -183,7 +183,8 @@ json keyrowOf(Stage& stage) {
   return {{"pid", process->processID()},
           {"isHanging", process->isHanging()},
           {"item", itemOf(process->statusItem())},
-          {"window", windowOf(*process)}};
+          {"window", windowOf(*process)},
+          {"mainMenu", process->simulatedPlatform().mainMenu.enabledTitles()}};
 }
 
 std::string textProperty(const sim::SimulatedKeyboard& keyboard, std::string_view key) {
@@ -256,6 +257,7 @@ json systemOf(const sim::SimulatedMac& mac) {
           {"mail", mailWords.at(static_cast<std::size_t>(mac.mailbox.service))},
           {"secureInput", mac.isSecureInputOn()},
           {"capsLock", mac.isCapsLockOn},
+          {"areEventTimesNanoseconds", mac.areEventTimesNanoseconds},
           {"tap", mac.eventTaps.state()},
           {"faults", faultsOf(mac.faults)}};
 }

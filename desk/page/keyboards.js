@@ -23,7 +23,7 @@ class HeldKey {
   }
 
   async repeat() {
-    const isHeld = await this.store.play([`hold ${this.key}`, `wait ${holdAfter / 1000}s`]);
+    const isHeld = await this.store.play([`hold ${this.key}${this.store.late}`, `wait ${holdAfter / 1000}s`]);
     if (!isHeld) return;
     while (this.isDown) {
       const began = performance.now();
@@ -31,14 +31,14 @@ class HeldKey {
       const rest = holdStep - (performance.now() - began);
       await new Promise((resolve) => setTimeout(resolve, Math.max(0, rest)));
     }
-    await this.store.play([`release ${this.key}`, "wait 0.3s"], { continues: true });
+    await this.store.play([`release ${this.key}${this.store.late}`, "wait 0.3s"], { continues: true });
   }
 
   end() {
     this.isDown = false;
     if (this.hasBegun) return;
     clearTimeout(this.timer);
-    this.store.act(`press ${this.key}`);
+    this.store.act(`press ${this.key}${this.store.late}`);
     this.isDone();
   }
 }
@@ -66,7 +66,7 @@ function releaseKeysOf(store, keyboard) {
 
 function toggle(store, keyboard, name) {
   const isHeld = keyboard.held.includes(name);
-  store.act(`${isHeld ? "release" : "hold"} ${name} on ${keyboard.name}`);
+  store.act(`${isHeld ? "release" : "hold"} ${name} on ${keyboard.name}${store.late}`);
 }
 
 function switchCapsLock(store, keyboard) {
@@ -114,7 +114,7 @@ function keyButton(store, keyboard, { name, label, width }) {
   const tap = () => {
     if (isCapsLock) switchCapsLock(store, keyboard);
     else if (isSticky) toggle(store, keyboard, name);
-    else store.act(`press ${id}`);
+    else store.act(`press ${id}${store.late}`);
   };
   const isTapped = isSticky || isCapsLock;
   return h(

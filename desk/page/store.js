@@ -51,6 +51,9 @@ export class Store {
     this.isFilm = false;
     this.isReachable = true;
     this.calls = [];
+    this.settings = [];
+    /** How late keyboards tell of the keys that are pressed on the page, as the language says it. */
+    this.late = "";
     this.undos = [];
     this.stage = null;
     this.turn = Promise.resolve();
@@ -138,6 +141,7 @@ export class Store {
     this.file = opened.file;
     this.opening = opened.opening;
     this.calls = opened.calls;
+    this.settings = opened.settings;
   }
 
   /** Plays all of these lines in place of those that were played. */

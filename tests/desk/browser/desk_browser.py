@@ -6,6 +6,7 @@ import os
 import pathlib
 import re
 import shutil
+import signal
 import socket
 import subprocess
 import tempfile
@@ -49,7 +50,8 @@ class Desk:
 
     def start(self):
         command = [PROGRAM, *self.arguments, "--port", str(self.port)]
-        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, text=True)
+        # Who runs the tests in the background may have Ctrl-C ignored, and that is inherited.
+        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, text=True, preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
         self.greeting = self.process.stdout.readline()
 
     def end(self):
@@ -226,6 +228,13 @@ class Browser:
           const field = document.querySelector(selector);
           field.value = value;
           field.dispatchEvent(new Event('change', {bubbles: true}))""", selector, value)
+        self.rest()
+
+    def write(self, selector, text):
+        """What a field holds then."""
+        field = self.one(selector)
+        field.clear()
+        field.send_keys(text)
         self.rest()
 
     def open_drawer(self, is_open=True):

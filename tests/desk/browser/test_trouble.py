@@ -1,6 +1,6 @@
 """What can go wrong."""
 
-from desk_test import APPLE_KEYS, FUNCTION_KEYS, KEYROW, SYSTEM_SETTINGS, DeskTest, page
+from desk_test import APPLE_KEYS, EXTERNAL_KEYS, FUNCTION_KEYS, KEYROW, SYSTEM_SETTINGS, DeskTest, page
 
 
 class WhatCanGoWrong(DeskTest):
@@ -73,6 +73,69 @@ class WhatCanGoWrong(DeskTest):
         page.click_at(KEYROW)
         page.click("Allow", ".alert")
         self.assertIn("allow input-monitoring", page.lines())
+
+    def test_an_item_of_the_main_menu_is_chosen(self):
+        page.open_drawer()
+        page.choose("[name=title]", "About Keyrow")
+        page.click("Choose in its main menu")
+        self.assertIn('menu "About Keyrow"', page.lines())
+        self.assertIn("Report a Bug", page.texts(".settings .push"))
+
+    def test_keyboards_tell_of_their_keys_too_late(self):
+        page.click_at(KEYROW)
+        page.click(EXTERNAL_KEYS)
+        page.press("F8", "usb")
+        self.assertIn('key "play down"', page.events())
+        page.click_at("[data-app='com.apple.TextEdit']")
+        page.open_drawer()
+        page.choose("[name=late]", " late 400ms")
+        page.click("an hour")
+        page.press("F9", "usb")
+        self.assertEqual(page.lines()[-2], "press F9 on usb late 400ms")
+        self.assertNotIn('key "next down"', page.events())
+        page.press("fn")
+        self.assertEqual(page.lines()[-2], "hold fn on built-in late 400ms")
+
+    def test_key_events_tell_their_time_in_nanoseconds(self):
+        page.open_drawer()
+        page.click("They tell their time in nanoseconds")
+        self.assertEqual(page.lines()[-2], "timestamps nanoseconds")
+        page.click("They tell their time in ticks again")
+        self.assertEqual(page.lines()[-2], "timestamps ticks")
+
+    def test_the_hardware_changes_behind_keyrows_back(self):
+        page.open_drawer()
+        page.click("The hardware becomes standard")
+        self.assertEqual(page.top_row(), FUNCTION_KEYS)
+        page.click("The hardware becomes special")
+        self.assertEqual(page.top_row(), APPLE_KEYS)
+        page.write("[name=value]", "7")
+        page.click("Put there")
+        self.assertEqual(page.lines()[-2], "hardware HIDFKeyMode=7")
+        self.assertIn("hardware special -> unreadable", page.events())
+        page.choose("[name=place]", "preference ")
+        page.write("[name=value]", "")
+        page.click("Put there")
+        self.assertEqual(page.lines()[-2], "preference none")
+
+    def test_somebody_else_writes_and_manages_a_setting(self):
+        page.open_drawer()
+        page.choose("[name=setting]", "globalFnState")
+        value = "[aria-label='The value of the setting']"
+        page.write(value, "1")
+        page.click("Write")
+        self.assertEqual(page.lines()[-2], "defaults write globalFnState 1")
+        self.assertEqual(page.top_row(), FUNCTION_KEYS)
+        page.write(value, "0")
+        page.click("Manage")
+        self.assertEqual(page.lines()[-2], "managed globalFnState 0")
+        self.assertEqual(page.top_row(), APPLE_KEYS)
+        page.click_at("#status-item")
+        self.assertEqual(page.top_row(), APPLE_KEYS)
+        page.click("Manage no longer")
+        self.assertEqual(page.lines()[-2], "managed globalFnState none")
+        page.click("Delete", ".troubles")
+        self.assertEqual(page.lines()[-2], "defaults delete globalFnState")
 
     def test_what_cannot_be_done_says_why_and_changes_nothing(self):
         before = page.lines()
