@@ -1,6 +1,6 @@
 import { h } from "./dom.js";
 import { hasIcon, icon } from "./icons.js";
-import { isModifier, keyOfEvent, layoutOf, spokenName } from "./keys.js";
+import { isForBrowser, isModifier, keyOfCode, layoutOf, ownKeysNote, spokenName } from "./keys.js";
 
 // In milliseconds: after so long a key counts as held, and so often the page lets time pass then.
 const holdAfter = 300;
@@ -77,11 +77,13 @@ function switchCapsLock(store, keyboard) {
 /** What one's own keyboard does while this one has the focus. Tab leaves it. */
 function ownKeyListeners(store, keyboard) {
   const keyOf = (event) => {
-    const name = event.target === event.currentTarget ? keyOfEvent(event) : null;
+    const name = event.target === event.currentTarget ? keyOfCode(event.code) : null;
     return name && `${name} on ${keyboard.name}`;
   };
   return {
     onkeydown: (event) => {
+      // Where a key comes up meanwhile, the browser may not tell.
+      if (isForBrowser(event)) return releaseKeysOf(store, keyboard.name);
       const key = keyOf(event);
       if (!key) return;
       event.preventDefault();
@@ -218,7 +220,8 @@ function keyboardView(store, keyboard) {
         class: "keys",
         role: "application",
         tabindex: store.isFilm ? null : "0",
-        "aria-label": `Keys of ${title}. Type here, Tab leaves`,
+        "aria-label": `Keys of ${title}`,
+        "aria-description": store.isFilm ? null : ownKeysNote,
         "data-keyboard": keyboard.name,
         ...ownKeyListeners(store, keyboard),
       },

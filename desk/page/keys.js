@@ -82,12 +82,22 @@ const codes = {
   CapsLock: "caps-lock",
 };
 
-/** The name of the key that a person has pressed on a keyboard of their own; none where it is the
- * browser's. */
-export function keyOfEvent(event) {
-  if (event.ctrlKey || event.metaKey || event.altKey) return null;
-  if (/^Key[A-Z]$/.test(event.code)) return event.code.slice(3);
-  if (/^Digit[0-9]$/.test(event.code)) return event.code.slice(5);
-  if (/^F([1-9]|1[0-2])$/.test(event.code)) return event.code;
-  return codes[event.code] ?? null;
+/** They reload the page, leave it for the address, fill the screen, and show how it is made. */
+const browserKeys = ["F5", "F6", "F11", "F12"];
+
+/** Whether a person means the browser with what is pressed on a keyboard of their own. */
+export const isForBrowser = (event) =>
+  event.ctrlKey || event.metaKey || event.altKey || browserKeys.includes(event.code);
+
+/** For a screen reader. */
+export const ownKeysNote =
+  `Type here. Tab leaves. ${browserKeys.join(", ")}, and what is pressed with Control, Option or Command, stay the browser's.`;
+
+/** The name of the key that a person has pressed on a keyboard of their own; none where the page has
+ * none for it. */
+export function keyOfCode(code) {
+  if (/^Key[A-Z]$/.test(code)) return code.slice(3);
+  if (/^Digit[0-9]$/.test(code)) return code.slice(5);
+  if (/^F([1-9]|1[0-2])$/.test(code)) return code;
+  return codes[code] ?? null;
 }

@@ -59,6 +59,30 @@ class TheKeyboards(DeskTest):
         page.type("y")
         self.assertEqual(page.lines(), before)
 
+    def test_the_browsers_own_shortcuts_stay_the_browsers(self):
+        page.focus_on("[data-keyboard='usb']")
+        page.run("""window.kept = []; window.passed = [];
+          addEventListener('keydown', (event) => (event.defaultPrevented ? kept : passed).push(event.code))""")
+        before = page.lines()
+        for key in (Keys.F5, Keys.F6, Keys.F11, Keys.F12):
+            page.type(key)
+        for modifier, key in ((Keys.CONTROL, "l"), (Keys.ALT, "d"), (Keys.META, "r"), (Keys.CONTROL, Keys.F4)):
+            page.act(lambda actions: actions.key_down(modifier).send_keys(key).key_up(modifier))
+        page.act(lambda actions: actions.key_down(Keys.SHIFT).send_keys(Keys.F5).key_up(Keys.SHIFT))
+        self.assertEqual(page.read("return kept"), ["ShiftLeft"])
+        self.assertEqual(page.lines(), [*before, "press left-shift on usb", "wait 0.3s"])
+        self.assertEqual(page.read("return passed"), [
+            "F5", "F6", "F11", "F12", "ControlLeft", "KeyL", "AltLeft", "KeyD", "MetaLeft", "KeyR", "ControlLeft", "F4", "F5"])
+        for code in ("F5", "F6", "F11", "F12", "Tab", "Control"):
+            self.assertIn(code, page.attribute("[data-keyboard='usb']", "aria-description"))
+
+    def test_a_key_that_is_down_when_the_browser_is_meant_comes_up(self):
+        page.focus_on("[data-keyboard='usb']")
+        with page.unhurried():
+            page.act(lambda actions: actions.key_down("a").key_down(Keys.CONTROL).key_up("a").key_up(Keys.CONTROL))
+        self.assertEqual(page.lines()[-2:], ["press A on usb", "wait 0.3s"])
+        self.assertEqual(page.count(".key.held"), 0)
+
     def test_caps_lock_shows_its_dot(self):
         page.click_at(KEYROW)
         page.click("Show Caps Lock indicator")
