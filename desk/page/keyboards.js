@@ -157,13 +157,12 @@ function topRowTitle({ key, does, isTranslated }) {
 
 function keyOrGap(store, keyboard, one, index) {
   if (one.gap) return h("span", { key: `gap ${index}`, class: "gap", style: { "flex-grow": "1", "flex-basis": "2px" } });
-  if (!one.stack) return keyButton(store, keyboard, one);
-  return h("span", { key: "stack", class: "stack" }, one.stack.map((key) => keyButton(store, keyboard, key)));
+  return keyButton(store, keyboard, one);
 }
 
 /** Switches by which one holds a key down without a mouse. */
 function holdSwitches(store, keyboard) {
-  const names = layoutOf(keyboard).flat().flatMap((one) => one.stack ?? [one]).map((one) => one.name);
+  const names = layoutOf(keyboard).flat().map((one) => one.name);
   const held = names.filter((name) => name && isModifier(name));
   if (held.length === 0) return null;
   return h(

@@ -4,25 +4,22 @@
 const key = (name, label = name, width = 1) => ({ name, label, width });
 const letters = (text) => [...text].map((letter) => key(letter));
 const topRowKeys = Array.from({ length: 12 }, (_, index) => key(`F${index + 1}`));
-const arrows = [
-  key("left-arrow", "←"),
-  { stack: [key("up-arrow", "↑"), key("down-arrow", "↓")], width: 1 },
-  key("right-arrow", "→"),
-];
+// Where "↑" stands above "↓", so that each is as large as any other key.
+const arrows = [key("left-arrow", "←"), key("down-arrow", "↓"), key("right-arrow", "→", 1.25)];
 
 const upperRows = [
   [key("Escape", "esc", 1.5), ...topRowKeys, { gap: true, width: 1 }],
   [...letters("`1234567890-="), key("delete", "⌫", 1.5)],
   [key("tab", "⇥", 1.5), ...letters("QWERTYUIOP[]\\")],
   [key("caps-lock", "⇪", 1.75), ...letters("ASDFGHJKL;'"), key("return", "↩", 1.75)],
-  [key("left-shift", "⇧", 2.25), ...letters("ZXCVBNM,./"), key("right-shift", "⇧", 2.25)],
+  [key("left-shift", "⇧", 2.25), ...letters("ZXCVBNM,./"), key("up-arrow", "↑"), key("right-shift", "⇧", 1.25)],
 ];
 
 const lowestRow = [
   key("left-control", "⌃"),
   key("left-option", "⌥"),
   key("left-command", "⌘", 1.25),
-  key("space", "", 5),
+  key("space", "", 4.75),
   key("right-command", "⌘", 1.25),
   key("right-option", "⌥"),
 ];

@@ -16,8 +16,9 @@ class ForEverybody(DeskTest):
         page.run(AXE.read_text())
         found = page.driver.execute_async_script("""
           const done = arguments[0];
-          axe.run(document, {resultTypes: ['violations'], rules: {'target-size': {enabled: false}}})
-            .then(({violations}) => done(violations.map((one) => one.id + ': ' + one.nodes.map((node) => node.html.slice(0, 160) + ' ' + (node.any[0]?.message ?? '')).slice(0, 3).join(' | '))))""")
+          // What Tab does not stop at may be too small to be pressed as well; that is not sure to axe.
+          axe.run(document, {resultTypes: ['violations', 'incomplete'], rules: {'target-size': {enabled: true}}})
+            .then(({violations, incomplete}) => done([...violations, ...incomplete.filter((one) => one.id === 'target-size')].map((one) => one.id + ': ' + one.nodes.map((node) => node.html.slice(0, 160) + ' ' + (node.any[0]?.message ?? '')).slice(0, 3).join(' | '))))""")
         self.assertEqual(found, [], name)
 
     def test_every_view_is_accessible(self):
