@@ -8,7 +8,8 @@ namespace keyrow::desk {
 /// What a desk begins with where no scenario is given. The first line is the one sentence that
 /// says what to try.
 inline constexpr std::array<std::string_view, 9> openingLines{
-    "# Click Keyrow's symbol in the menu bar, and watch the top row of both keyboards.",
+    "# Click the globe in the menu bar, which is Keyrow, and watch the top row of the built-in "
+    "keyboard.",
     "install com.apple.TextEdit",
     "install com.apple.Music",
     "install com.apple.Safari",

@@ -155,11 +155,6 @@ function topRowTitle({ key, does, isTranslated }) {
   return isTranslated ? `Keyrow makes ${key} ${does} now` : `${key} is ${does} now`;
 }
 
-function keyOrGap(store, keyboard, one, index) {
-  if (one.gap) return h("span", { key: `gap ${index}`, class: "gap", style: { "flex-grow": "1", "flex-basis": "2px" } });
-  return keyButton(store, keyboard, one);
-}
-
 /** Switches by which one holds a key down without a mouse. */
 function holdSwitches(store, keyboard) {
   const names = layoutOf(keyboard).flat().map((one) => one.name);
@@ -225,7 +220,7 @@ function keyboardView(store, keyboard) {
         ...ownKeyListeners(store, keyboard),
       },
       layoutOf(keyboard).map((row, index) =>
-        h("div", { key: index, class: "row" }, row.map((one, place) => keyOrGap(store, keyboard, one, place))),
+        h("div", { key: index, class: "row" }, row.map((one) => keyButton(store, keyboard, one))),
       ),
     ),
   );

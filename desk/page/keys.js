@@ -3,12 +3,12 @@
 
 const key = (name, label = name, width = 1) => ({ name, label, width });
 const letters = (text) => [...text].map((letter) => key(letter));
-const topRowKeys = Array.from({ length: 12 }, (_, index) => key(`F${index + 1}`));
+const topRowKeys = Array.from({ length: 12 }, (_, index) => key(`F${index + 1}`, undefined, 13 / 12));
 // Where "↑" stands above "↓", so that each is as large as any other key.
 const arrows = [key("left-arrow", "←"), key("down-arrow", "↓"), key("right-arrow", "→", 1.25)];
 
 const upperRows = [
-  [key("Escape", "esc", 1.5), ...topRowKeys, { gap: true, width: 1 }],
+  [key("Escape", "esc", 1.5), ...topRowKeys],
   [...letters("`1234567890-="), key("delete", "⌫", 1.5)],
   [key("tab", "⇥", 1.5), ...letters("QWERTYUIOP[]\\")],
   [key("caps-lock", "⇪", 1.75), ...letters("ASDFGHJKL;'"), key("return", "↩", 1.75)],

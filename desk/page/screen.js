@@ -71,7 +71,8 @@ function menuView(store, item) {
           onclick: () => one.isEnabled && store.act(`choose ${quoted(one.title)}`),
         },
         h("span", {}, one.title),
-        h("kbd", {}, one.key),
+        // As a Mac draws it: a small letter stands for the key, and Shift is drawn by itself.
+        h("kbd", {}, one.key.replace(/[a-z]$/, (letter) => letter.toUpperCase())),
       );
     }),
   );
@@ -125,7 +126,6 @@ function menuBar(store) {
   return h(
     "div",
     { class: "menu-bar", role: "group", "aria-label": "Menu bar" },
-    icon("key", 15),
     h("strong", { class: "front", "data-front": snapshot.front }, frontName(snapshot)),
     h("span", { class: "space" }),
     h(
@@ -170,12 +170,11 @@ function applicationsPanel(store) {
   );
 }
 
-const drawings = { "com.apple.SystemSettings": "gear", [keyrowID]: "key" };
+const drawings = { "com.apple.SystemSettings": icon("gear", 24), [keyrowID]: h("span", { class: "cap" }) };
 
 function dockButton(store, id, line, isRunning) {
   const name = appName(id);
   const isFront = store.snapshot.front === id;
-  const hasDrawing = id in drawings;
   return h(
     "button",
     {
@@ -190,8 +189,8 @@ function dockButton(store, id, line, isRunning) {
     },
     h(
       "span",
-      { class: id === keyrowID ? "tile own" : "tile", "data-letter": hasDrawing ? "" : name[0].toUpperCase(), style: { "--hue": String(hueOf(id)) } },
-      hasDrawing && icon(drawings[id], 24),
+      { class: id === keyrowID ? "tile own" : "tile", "data-letter": id in drawings ? "" : name[0].toUpperCase(), style: { "--hue": String(hueOf(id)) } },
+      drawings[id],
     ),
     h("span", { class: "app-name" }, name),
     h("span", { class: "running", "data-is": isRunning ? "yes" : "no" }),

@@ -111,7 +111,7 @@ const rowViews = {
       role: "img",
       "aria-label": "Keyrow's icon",
       style: { width: px(row.size), height: px(row.size) },
-    }, h("span", { class: "cap" }, "fn")),
+    }, h("span", { class: "cap" })),
   text: (store, row) => h("p", { class: row.isSmall ? "hint" : "text" }, row.text),
   buttons: (store, row) => row.buttons.map((button) => pushButton(store, button)),
 };

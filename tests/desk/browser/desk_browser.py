@@ -179,11 +179,12 @@ class Browser:
     # What a person does.
 
     def open(self, address, fresh=True):
+        if fresh:
+            script = self.driver.execute_cdp_cmd(
+                "Page.addScriptToEvaluateOnNewDocument", {"source": "sessionStorage.clear()"})
         self.driver.get(address)
         if fresh:
-            self.one("main")
-            self.run("sessionStorage.clear()")
-            self.driver.refresh()
+            self.driver.execute_cdp_cmd("Page.removeScriptToEvaluateOnNewDocument", script)
         self.one("main")
 
     def click_on(self, find):

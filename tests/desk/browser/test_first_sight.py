@@ -7,7 +7,7 @@ from desk_test import (APPLE_KEYS, EXTERNAL_KEYS, FUNCTION_KEYS, KEYROW, TRANSLA
 class FirstSight(DeskTest):
     def test_keyrow_runs_and_a_sentence_says_what_to_try(self):
         self.assertIn("Media and system controls", self.status_label())
-        self.assertEqual(page.text(".story"), "Click Keyrow's symbol in the menu bar, and watch the top row of both keyboards.")
+        self.assertEqual(page.text(".story"), "Click the globe in the menu bar, which is Keyrow, and watch the top row of the built-in keyboard.")
         self.assertEqual(page.count(".keyboard"), 2)
         for app in ("TextEdit", "Music", "Safari"):
             self.assertTrue(page.count(f"[data-app='com.apple.{app}']"))

@@ -19,7 +19,7 @@ class TheMenuBar(DeskTest):
         page.open_menu()
         self.assertEqual(page.texts("[role=menuitem] span"), [
             "Use F1-F12 by Default", "Use F1-F12 in This App Only", "Settings…", "Quit"])
-        self.assertEqual(page.texts("[role=menuitem] kbd"), ["fn ⇥", "⇧⇥", "⌘,", "⌘q"])
+        self.assertEqual(page.texts("[role=menuitem] kbd"), ["fn ⇥", "⇧⇥", "⌘,", "⌘Q"])
 
     def test_control_and_a_click_open_the_menu(self):
         item = page.one("#status-item")
