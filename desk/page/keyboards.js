@@ -1,6 +1,6 @@
 import { h } from "./dom.js";
 import { hasIcon, icon } from "./icons.js";
-import { isForBrowser, isModifier, keyOfCode, layoutOf, ownKeysNote, spokenName } from "./keys.js";
+import { isForBrowser, isModifier, isNeverOnes, keyOfCode, layoutOf, ownKeysNote, spokenName } from "./keys.js";
 
 // In milliseconds: after so long a key counts as held, and so often the page lets time pass then.
 const holdAfter = 300;
@@ -155,31 +155,30 @@ function topRowTitle({ key, does, isTranslated }) {
   return isTranslated ? `Keyrow makes ${key} ${does} now` : `${key} is ${does} now`;
 }
 
-/** Switches by which one holds a key down without a mouse. */
-function holdSwitches(store, keyboard) {
+/** For who has no mouse: keys to hold, and those that one's own keyboard cannot press here. */
+function keySwitches(store, keyboard) {
   const names = layoutOf(keyboard).flat().map((one) => one.name);
-  const held = names.filter((name) => name && isModifier(name));
-  if (held.length === 0) return null;
+  const offered = names.filter((name) => isModifier(name) || isNeverOnes(name));
+  if (offered.length === 0) return null;
+  const wordOf = (name) => {
+    if (!isModifier(name)) return "Press";
+    return keyboard.held.includes(name) ? "Let go" : "Hold";
+  };
   return h(
     "select",
     {
       class: "holds",
-      "aria-label": `Hold a key of ${titleOf(keyboard)}`,
+      "aria-label": `Hold or press a key of ${titleOf(keyboard)}`,
       value: "",
       onchange: (event) => {
         const name = event.target.value;
         event.target.value = "";
-        if (name) toggle(store, keyboard, name);
+        if (isModifier(name)) toggle(store, keyboard, name);
+        else if (name) store.act(`press ${name} on ${keyboard.name}${store.late}`);
       },
     },
-    h("option", { value: "" }, "Hold…"),
-    held.map((name) =>
-      h(
-        "option",
-        { key: name, value: name },
-        `${keyboard.held.includes(name) ? "Let go" : "Hold"} ${spokenName(name)}`,
-      ),
-    ),
+    h("option", { value: "" }, "Keys…"),
+    offered.map((name) => h("option", { key: name, value: name }, `${wordOf(name)} ${spokenName(name)}`)),
   );
 }
 
@@ -187,7 +186,8 @@ const titleOf = (keyboard) => keyboard.product || keyboard.name;
 
 function keyboardView(store, keyboard) {
   const title = titleOf(keyboard);
-  const note = keyboard.isExclusive ? "another program has it to itself" : `“${keyboard.name}”`;
+  const name = keyboard.product && `“${keyboard.name}”`;
+  const note = keyboard.isExclusive ? "another program has it to itself" : name;
   return h(
     "section",
     { key: keyboard.name, class: `keyboard${keyboard.isKeypad ? " keypad" : ""}`, "aria-label": title },
@@ -196,7 +196,7 @@ function keyboardView(store, keyboard) {
       {},
       h("h2", {}, title),
       h("span", { class: "note" }, note),
-      !store.isFilm && holdSwitches(store, keyboard),
+      !store.isFilm && keySwitches(store, keyboard),
       !store.isFilm && h(
         "button",
         {

@@ -86,6 +86,9 @@ const browserKeys = ["F5", "F6", "F11", "F12"];
 export const isForBrowser = (event) =>
   event.ctrlKey || event.metaKey || event.altKey || browserKeys.includes(event.code);
 
+/** Whether the page never hears of this key from a keyboard of one's own. */
+export const isNeverOnes = (name) => name === "tab" || browserKeys.includes(name);
+
 /** For a screen reader. */
 export const ownKeysNote =
   `Type here. Tab leaves. ${browserKeys.join(", ")}, and what is pressed with Control, Option or Command, stay the browser's.`;

@@ -44,6 +44,8 @@ class TheKeyboards(DeskTest):
         self.assertEqual(page.top_row(), APPLE_KEYS)
         page.choose(".holds", "fn")
         self.assertEqual(page.lines()[-2], "hold fn on built-in")
+        page.choose(".holds", "F5")
+        self.assertEqual(page.lines()[-2], "press F5 on built-in")
 
     def test_ones_own_keyboard_types_while_it_has_the_focus(self):
         page.focus_on("[data-keyboard='usb']")
