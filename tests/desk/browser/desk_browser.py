@@ -88,7 +88,9 @@ class Browser:
             options.add_argument(argument)
         options.add_experimental_option("prefs", {"download.default_directory": self.downloads})
         options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
-        self.driver = webdriver.Chrome(service=Service(DRIVER), options=options)
+        # Chromium leaves something behind wherever temporary files go.
+        service = Service(DRIVER, env={**os.environ, "TMPDIR": self.downloads})
+        self.driver = webdriver.Chrome(service=service, options=options)
         self.driver.set_script_timeout(120)
         self.resize(width, height)
 
