@@ -152,9 +152,9 @@ std::optional<TranslationEvaluation> ExternalKeyboardFunctionRowMapper::evaluate
 }
 
 TopRowModes ExternalKeyboardFunctionRowMapper::modesFor(const KeyboardDeviceSource& source) {
-  if (const auto own = use_.keyboardModes.of(source)) return {.keyboard = own, .hardware = {}};
+  if (const auto own = use_.keyboardModes.of(source)) return {.keyboard = own};
   const auto mode = use_.fnStateController.readFnState();
-  return {.keyboard = {}, .hardware = mode ? std::optional{*mode} : std::nullopt};
+  return {.hardware = mode ? std::optional{*mode} : std::nullopt};
 }
 
 bool ExternalKeyboardFunctionRowMapper::translateIfNeeded(std::uint32_t eventType,

@@ -38,9 +38,9 @@ enum class TranslationReason {
 /// The modes that a top row may go by.
 struct TopRowModes {
   /// The keyboard's own, which takes the place of the hardware's; absent where it has none.
-  std::optional<FnState> keyboard;
+  std::optional<FnState> keyboard{};
   /// The hardware's; absent where it cannot be read.
-  std::optional<FnState> hardware;
+  std::optional<FnState> hardware{};
 };
 
 /// What was decided about one event of a top-row key, and why.
