@@ -23,13 +23,15 @@ class HeldKey {
   }
 
   async repeat() {
+    let began = performance.now();
     const isHeld = await this.store.play([`hold ${this.key}${this.store.late}`, `wait ${holdAfter / 1000}s`]);
     if (!isHeld) return;
-    while (this.isDown) {
-      const began = performance.now();
-      await this.store.play([`wait ${holdStep / 1000}s`], { continues: true });
+    for (;;) {
       const rest = holdStep - (performance.now() - began);
       await new Promise((resolve) => setTimeout(resolve, Math.max(0, rest)));
+      if (!this.isDown) break;
+      began = performance.now();
+      await this.store.play([`wait ${holdStep / 1000}s`], { continues: true });
     }
     await this.store.play([`release ${this.key}${this.store.late}`, "wait 0.3s"], { continues: true });
   }

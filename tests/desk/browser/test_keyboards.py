@@ -30,6 +30,12 @@ class TheKeyboards(DeskTest):
         key = page.one(page.key("A"))
         with page.holding(key):
             page.until("[...document.querySelectorAll('.event code')].filter((one) => one.textContent.includes('A repeat')).length > 3")
+        # At most ten times a second time passes; the last is the release, and the first the opening.
+        played = page.read("""return performance.getEntriesByType('resource')
+          .filter((one) => one.name.endsWith('/play')).map((one) => one.startTime)""")[1:-1]
+        self.assertGreater(len(played), 3)
+        for earlier, later in zip(played, played[1:]):
+            self.assertGreater(later - earlier, 90)
         lines = page.lines()
         hold = lines.index("hold A on built-in")
         self.assertRegex(lines[hold + 1], r"^wait [0-9.]+m?s$")
