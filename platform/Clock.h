@@ -20,7 +20,7 @@ class Clock : public Port {
   /// The date and time of day.
   virtual std::chrono::system_clock::time_point now() = 0;
 
-  /// Time that only passes and never jumps, from no particular moment on.
+  /// Time since boot, which only passes and never jumps, and is the same in all processes.
   virtual std::chrono::nanoseconds uptime() = 0;
 
   virtual MachTimebase machTimebase() = 0;

@@ -15,6 +15,9 @@ class Process : public Port {
   /// `processIdentifier`.
   virtual std::int32_t processIdentifier() = 0;
 
+  /// Whether it runs with all of the administrator's rights (`geteuid`).
+  virtual bool isRoot() = 0;
+
   /// The version of macOS as people read it (`operatingSystemVersionString`).
   virtual std::string operatingSystemVersion() = 0;
 

@@ -13,6 +13,12 @@
 
 namespace keyrow {
 
+/// An application by the name under which people know it.
+struct NamedApplication {
+  std::string name;
+  std::string bundleIdentifier;
+};
+
 /// The applications on this Mac (`NSWorkspace`).
 class Workspace : public Port {
  public:
@@ -23,6 +29,13 @@ class Workspace : public Port {
   /// Whether an application with this bundle identifier is installed
   /// (`URLForApplicationWithBundleIdentifier`).
   virtual bool isApplicationInstalled(std::string_view bundleIdentifier) = 0;
+
+  /// The applications that run as others do, and those in the Applications folders of the system,
+  /// the Mac and the user; each once.
+  virtual std::vector<NamedApplication> applications() = 0;
+
+  /// The bundle identifier of the application at this path; absent where there is none.
+  virtual std::optional<std::string> bundleIdentifier(std::string_view atPath) = 0;
 
   /// Runs `handler` each time an application becomes frontmost
   /// (`NSWorkspaceDidActivateApplicationNotification`), on the posting thread, which

@@ -23,23 +23,32 @@ NSBundle* applicationBundle() { return [NSBundle bundleForClass:ResourceBundleCl
 
 class MacBundle final : public Bundle {
  public:
+  explicit MacBundle(NSBundle* bundle) : bundle_{bundle} {}
+
   std::optional<std::string> identifier() override {
-    return optionalText(applicationBundle().bundleIdentifier);
+    return optionalText(bundle_.bundleIdentifier);
   }
 
   std::optional<PropertyValue> infoValue(std::string_view key) override {
-    const id value = [applicationBundle() objectForInfoDictionaryKey:nsString(key)];
+    const id value = [bundle_ objectForInfoDictionaryKey:nsString(key)];
     return propertyValue((__bridge CFTypeRef)value);
   }
 
   std::optional<std::string> resourceURL(std::string_view name) override {
-    return optionalText(
-        [applicationBundle() URLForResource:nsString(name) withExtension:nil].absoluteString);
+    return optionalText([bundle_ URLForResource:nsString(name) withExtension:nil].absoluteString);
   }
+
+ private:
+  /// Nil where there is none, which then has nothing.
+  NSBundle* const bundle_;
 };
 
 }  // namespace
 
-std::unique_ptr<Bundle> makeBundle() { return std::make_unique<MacBundle>(); }
+std::unique_ptr<Bundle> makeBundle() { return std::make_unique<MacBundle>(applicationBundle()); }
+
+std::unique_ptr<Bundle> makeBundle(std::string_view path) {
+  return std::make_unique<MacBundle>([NSBundle bundleWithPath:nsString(path)]);
+}
 
 }  // namespace keyrow::macos

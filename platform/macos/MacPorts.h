@@ -24,7 +24,9 @@
 #include "platform/MainRunLoop.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Process.h"
+#include "platform/SecureInput.h"
 #include "platform/SystemLog.h"
+#include "platform/Terminal.h"
 #include "platform/Text.h"
 #include "platform/UpdateFramework.h"
 #include "platform/UserDefaults.h"
@@ -43,8 +45,9 @@ std::unique_ptr<Alerts> makeAlerts();
 /// On `NSApplication` and `NSRunningApplication`.
 std::unique_ptr<Application> makeApplication();
 
-/// On `NSBundle`.
+/// On `NSBundle`: the application's own, or the one at this path.
 std::unique_ptr<Bundle> makeBundle();
+std::unique_ptr<Bundle> makeBundle(std::string_view path);
 
 /// On the system clock and the mach time base.
 std::unique_ptr<Clock> makeClock();
@@ -94,8 +97,14 @@ std::unique_ptr<NotificationCenter> makeNotificationCenter();
 /// On `NSProcessInfo`.
 std::unique_ptr<Process> makeProcess();
 
+/// On Carbon and the I/O registry.
+std::unique_ptr<SecureInput> makeSecureInput();
+
 /// On the unified log.
 std::unique_ptr<SystemLog> makeSystemLog();
+
+/// On the standard streams.
+std::unique_ptr<Terminal> makeTerminal();
 
 /// On `NSString` and `NSCharacterSet`. A character is a composed character sequence.
 std::unique_ptr<Text> makeText();

@@ -1,4 +1,5 @@
 #import <Foundation/Foundation.h>
+#include <unistd.h>
 
 #include <memory>
 
@@ -12,6 +13,8 @@ namespace {
 class MacProcess final : public Process {
  public:
   std::int32_t processIdentifier() override { return NSProcessInfo.processInfo.processIdentifier; }
+
+  bool isRoot() override { return geteuid() == 0; }
 
   std::string operatingSystemVersion() override {
     return utf8Text(NSProcessInfo.processInfo.operatingSystemVersionString);

@@ -30,6 +30,16 @@ class MacRunningApplication final : public RunningApplication {
   NSRunningApplication* const application_;
 };
 
+/// The folders that people look for applications in.
+NSArray<NSURL*>* applicationFolders() {
+  NSMutableArray<NSURL*>* const folders = [NSMutableArray array];
+  for (NSString* path in NSSearchPathForDirectoriesInDomains(NSAllApplicationsDirectory,
+                                                             NSAllDomainsMask, YES)) {
+    [folders addObject:[NSURL fileURLWithPath:path]];
+  }
+  return folders;
+}
+
 class MacWorkspace final : public Workspace {
  public:
   std::optional<std::string> frontmostBundleIdentifier() override {
@@ -39,6 +49,36 @@ class MacWorkspace final : public Workspace {
   bool isApplicationInstalled(std::string_view bundleIdentifier) override {
     return [NSWorkspace.sharedWorkspace
                URLForApplicationWithBundleIdentifier:nsString(bundleIdentifier)] != nil;
+  }
+
+  std::vector<NamedApplication> applications() override {
+    std::vector<NamedApplication> applications;
+    NSMutableSet<NSString*>* const known = [NSMutableSet set];
+    const auto add = [&](NSString* name, NSString* identifier) {
+      if (!name || !identifier || [known containsObject:identifier]) return;
+      [known addObject:identifier];
+      applications.push_back({.name = utf8Text(name), .bundleIdentifier = utf8Text(identifier)});
+    };
+    for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
+      if (application.activationPolicy == NSApplicationActivationPolicyProhibited) continue;
+      add(application.localizedName, application.bundleIdentifier);
+    }
+    NSFileManager* const files = NSFileManager.defaultManager;
+    for (NSURL* folder in applicationFolders()) {
+      for (NSURL* file in [files contentsOfDirectoryAtURL:folder
+                               includingPropertiesForKeys:nil
+                                                  options:NSDirectoryEnumerationSkipsHiddenFiles
+                                                    error:nil]) {
+        if (![file.pathExtension isEqualToString:@"app"]) continue;
+        add([files displayNameAtPath:file.path].stringByDeletingPathExtension,
+            [NSBundle bundleWithURL:file].bundleIdentifier);
+      }
+    }
+    return applications;
+  }
+
+  std::optional<std::string> bundleIdentifier(std::string_view atPath) override {
+    return optionalText([NSBundle bundleWithPath:nsString(atPath)].bundleIdentifier);
   }
 
   ObserverToken observeActivation(std::function<void()> handler) override {

@@ -125,11 +125,14 @@ class SimulatedMac {
 
   /// An application takes the keyboard for itself, so that no event tap sees a key
   /// (`EnableSecureEventInput`), or gives it back.
-  void setSecureInput(bool isOn) {
+  void setSecureInput(bool isOn, std::optional<std::string> holder = std::nullopt) {
     isSecureInputOn_ = isOn;
+    secureInputHolder_ = std::move(holder);
     ++secureInputChangeCount_;
   }
   bool isSecureInputOn() const { return isSecureInputOn_; }
+  /// Absent where macOS does not tell.
+  const std::optional<std::string>& secureInputHolder() const { return secureInputHolder_; }
   std::uint64_t secureInputChangeCount() const { return secureInputChangeCount_; }
 
   /// Date and time of day; the machine is switched on at 2024-03-01 08:00:00 UTC.
@@ -187,6 +190,7 @@ class SimulatedMac {
   };
 
   bool isSecureInputOn_ = false;
+  std::optional<std::string> secureInputHolder_;
   std::uint64_t secureInputChangeCount_ = 0;
   ObserverList<std::uint32_t, const KeyEvent&> keyEventObservers_;
   std::vector<AccessibilityChange> accessibilityChanges_;

@@ -27,7 +27,26 @@ class Application final : public RunningApplication {
   const std::shared_ptr<RunningProcess> process_;
 };
 
+std::string nameOf(std::string_view bundleIdentifier) {
+  return std::string{bundleIdentifier.substr(bundleIdentifier.rfind('.') + 1)};
+}
+
 }  // namespace
+
+std::vector<NamedApplication> SimulatedWorkspace::applications() {
+  std::vector<NamedApplication> applications;
+  for (const auto& identifier : context_.mac.applications.installed()) {
+    applications.push_back({.name = nameOf(identifier), .bundleIdentifier = identifier});
+  }
+  return applications;
+}
+
+std::optional<std::string> SimulatedWorkspace::bundleIdentifier(std::string_view atPath) {
+  for (const auto& identifier : context_.mac.applications.installed()) {
+    if (atPath == "/Applications/" + nameOf(identifier) + ".app") return identifier;
+  }
+  return std::nullopt;
+}
 
 std::optional<std::string> SimulatedWorkspace::frontmostBundleIdentifier() {
   if (!context_.mac.call(PortCall::frontmostApplication)) return std::nullopt;

@@ -57,7 +57,7 @@ Outcome AnswerConsent::play(Stage& stage) const {
 }
 
 Outcome SwitchSecureInput::play(Stage& stage) const {
-  stage.mac.setSecureInput(isOn);
+  stage.mac.setSecureInput(isOn, holder);
   return {};
 }
 
@@ -114,7 +114,9 @@ Action parseDeny(LineReader& line) {
 
 Action parseSecureInput(LineReader& line) {
   constexpr std::array<std::string_view, 2> words{"on", "off"};
-  return SwitchSecureInput{.isOn = line.oneOf(words) == 0};
+  SwitchSecureInput secureInput{.isOn = line.oneOf(words) == 0};
+  if (secureInput.isOn && line.accept("by")) secureInput.holder = line.bundleIdentifier();
+  return secureInput;
 }
 
 constexpr std::array<ActionWord, 10> actions{{
@@ -144,9 +146,9 @@ constexpr std::array<ActionWord, 10> actions{{
      "allow input-monitoring", parseAllow},
     {"deny", "deny input-monitoring", "The user answers that dialog, and does not allow it.",
      "deny input-monitoring", parseDeny},
-    {"secure-input", "secure-input on|off",
+    {"secure-input", "secure-input on [by APP]|off",
      "An application takes the keyboard for itself, as where a password is typed, or gives it "
-     "back: in between its keys pass every event tap unseen.",
+     "back: in between its keys pass every event tap unseen. macOS may tell who it is.",
      "secure-input on", parseSecureInput},
 }};
 

@@ -57,6 +57,8 @@ struct AnswerConsent {
 /// An application takes the keyboard for itself, as for a password, or gives it back.
 struct SwitchSecureInput {
   bool isOn;
+  /// Whom macOS names as the one that has it; absent where it names nobody.
+  std::optional<std::string> holder{};
   Outcome play(Stage& stage) const;
 };
 

@@ -125,6 +125,8 @@ class FakeWorkspace final : public Workspace {
  public:
   std::optional<std::string> frontmostBundleIdentifier() override { return std::nullopt; }
   bool isApplicationInstalled(std::string_view) override { return true; }
+  std::vector<NamedApplication> applications() override { return {}; }
+  std::optional<std::string> bundleIdentifier(std::string_view) override { return std::nullopt; }
   ObserverToken observeActivation(std::function<void()>) override { return {}; }
   ObserverToken observeWillSleep(std::function<void()>) override { return {}; }
   ObserverToken observeDidWake(std::function<void()>) override { return {}; }

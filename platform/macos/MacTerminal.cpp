@@ -1,0 +1,24 @@
+#include <unistd.h>
+
+#include <iostream>
+#include <memory>
+#include <string_view>
+
+#include "platform/macos/MacPorts.h"
+
+namespace keyrow::macos {
+
+namespace {
+
+class MacTerminal final : public Terminal {
+ public:
+  void print(std::string_view line) override { std::cout << line << std::endl; }
+  void printError(std::string_view line) override { std::cerr << line << '\n'; }
+  bool isInteractive() override { return isatty(STDOUT_FILENO) != 0; }
+};
+
+}  // namespace
+
+std::unique_ptr<Terminal> makeTerminal() { return std::make_unique<MacTerminal>(); }
+
+}  // namespace keyrow::macos
