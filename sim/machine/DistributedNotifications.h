@@ -15,10 +15,12 @@ struct DistributedNotification {
   std::string name;
   std::string object{};
   std::optional<PropertyDictionary> userInfo{};
+  /// In whose session it was posted; absent for what the system tells everybody.
+  std::optional<std::string> user{};
 };
 
-/// The notifications between the machine's processes. They arrive a moment after they
-/// were posted.
+/// The notifications between the machine's processes, those of each user's session for itself.
+/// They arrive a moment after they were posted.
 class DistributedNotifications {
  public:
   explicit DistributedNotifications(Scheduler& scheduler) : scheduler_{scheduler} {}

@@ -17,17 +17,19 @@ class SimulatedDistributedNotificationCenter final : public DistributedNotificat
   void post(std::string_view name, std::string_view object,
             const PropertyDictionary& userInfo) override {
     context_.mac.trace.add("post " + std::string{name});
-    context_.mac.distributedNotifications.post({std::string{name}, std::string{object}, userInfo});
+    context_.mac.distributedNotifications.post(
+        {std::string{name}, std::string{object}, userInfo, context_.user});
   }
 
   ObserverToken addObserver(std::string_view name, const std::optional<std::string>& object,
                             Handler handler) override {
     return context_.mac.distributedNotifications.observe(
-        [name = std::string{name}, object,
+        [name = std::string{name}, object, user = context_.user,
          observer = context_.observer(std::string{name}, std::move(handler))](
             const DistributedNotification& notification) {
           if (notification.name != name) return;
           if (object && notification.object != object) return;
+          if (notification.user && notification.user != user) return;
           observer(notification.userInfo);
         });
   }

@@ -68,7 +68,7 @@ Outcome Resume::play(Stage& stage) const {
 Outcome PostTakeover::play(Stage& stage) const {
   stage.mac.distributedNotifications.post(
       {std::string{appIdentifier} + ".instanceTakeover", std::string{appIdentifier},
-       userInfo.empty() ? std::nullopt : std::optional{userInfo}});
+       userInfo.empty() ? std::nullopt : std::optional{userInfo}, stage.mac.sessions.active()});
   return {};
 }
 
