@@ -50,6 +50,8 @@ std::string_view kindText(KeyboardDeviceKind kind) {
   return texts[static_cast<std::size_t>(kind)];
 }
 
+bool isAppleVendor(std::uint32_t vendorID) { return contains(appleVendorIDs, vendorID); }
+
 KeyboardDeviceKind keyboardDeviceKind(std::optional<bool> isBuiltIn,
                                       const std::optional<std::string>& transport) {
   if (isBuiltIn) return *isBuiltIn ? KeyboardDeviceKind::builtIn : KeyboardDeviceKind::external;
@@ -66,7 +68,7 @@ std::optional<KeyboardNumbers> KeyboardDeviceSource::numbers() const {
 }
 
 bool KeyboardDeviceSource::isAppleKeyboard(Text& text) const {
-  if (vendorID && contains(appleVendorIDs, *vendorID)) return true;
+  if (vendorID && isAppleVendor(*vendorID)) return true;
   if (manufacturer && text.localizedCaseInsensitiveContains(*manufacturer, "apple")) return true;
   return product && text.localizedCaseInsensitiveContains(*product, "magic keyboard");
 }

@@ -16,6 +16,9 @@ enum class KeyboardDeviceKind { builtIn, external, unknown };
 /// "built-in keyboard", "external keyboard" or "unknown keyboard".
 std::string_view kindText(KeyboardDeviceKind kind);
 
+/// Whether this vendor ID is Apple's.
+bool isAppleVendor(std::uint32_t vendorID);
+
 /// The kind that the device properties "Built-In" and "Transport" tell.
 KeyboardDeviceKind keyboardDeviceKind(std::optional<bool> isBuiltIn,
                                       const std::optional<std::string>& transport);

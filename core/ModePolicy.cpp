@@ -1,5 +1,6 @@
 #include "core/ModePolicy.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -79,6 +80,7 @@ void ModePolicy::takesOver() {
 }
 
 void ModePolicy::yields() {
+  isLeaving_ = true;
   adopt(origin::takeover, mayAdoptFromHardware());
   restoreGlobalFnState();
   persist(FnStatePersistReason::instanceTakeover);
@@ -170,6 +172,7 @@ void ModePolicy::lookAgain() {
 }
 
 void ModePolicy::willQuit() {
+  isLeaving_ = true;
   adopt(origin::termination, mayAdoptFromHardware());
   restoreGlobalFnState();
 }
@@ -204,46 +207,18 @@ void ModePolicy::clicked() {
 
 void ModePolicy::setGlobalFnState(FnState state, const KeyboardDeviceSource* source) {
   beforeCommand();
-  setGlobal(state, source);
-}
-
-void ModePolicy::setGlobal(FnState state, const KeyboardDeviceSource* source) {
-  if (!mayChangeGlobal()) return;
-  const std::string mode{modeText(state)};
-  if (!apply(state, "set the global function key mode to " + mode, source)) return;
-  storeGlobal(state);
-  setScope(false);
-  use_.stateLog.notice(std::string{stateLogText::setGlobal} + mode + sourceSuffix(source) + ".");
-  use_.presenter.commandWorked();
+  tell(setGlobal(state, source));
 }
 
 void ModePolicy::toggleGlobalFnState(const KeyboardDeviceSource* source) {
   beforeCommand();
-  toggleGlobal(source);
-}
-
-void ModePolicy::toggleGlobal(const KeyboardDeviceSource* source) {
-  if (const auto base = globalOrCurrentFnState()) setGlobal(otherFnState(*base), source);
+  tell(toggleGlobal(source));
 }
 
 void ModePolicy::setLocalFnState(FnState state, const std::string& bundleIdentifier,
                                  const KeyboardDeviceSource* source) {
   beforeCommand();
-  setLocal(state, bundleIdentifier, source);
-}
-
-void ModePolicy::setLocal(FnState state, const std::string& bundleIdentifier,
-                          const KeyboardDeviceSource* source) {
-  if (!mayChangeLocals()) return;
-  const auto target = "local function key override for the frontmost app to " +
-                      std::string{modeText(state)} + appSuffix(bundleIdentifier);
-  if (!apply(state, "set a " + target, source)) return;
-  leftover_ = Leftover{state, /*isOfOverride=*/true};
-  use_.storedFnStates.setLocal(bundleIdentifier, state);
-  noteStore();
-  setScope(true);
-  use_.stateLog.notice("Set a " + target + sourceSuffix(source) + ".");
-  use_.presenter.commandWorked();
+  tell(setLocal(state, bundleIdentifier, source));
 }
 
 void ModePolicy::toggleLocalOverride(const KeyboardDeviceSource* source) {
@@ -252,31 +227,112 @@ void ModePolicy::toggleLocalOverride(const KeyboardDeviceSource* source) {
   if (!frontmost) return;
   auto base = overrideOf(frontmost);
   if (!base) base = globalOrCurrentFnState();
-  if (base) setLocal(otherFnState(*base), *frontmost, source);
+  if (base) tell(setLocal(otherFnState(*base), *frontmost, source));
 }
 
 void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
   beforeCommand();
   const auto frontmost = use_.workspace.frontmostBundleIdentifier();
-  if (!overrideOf(frontmost)) {
-    toggleGlobal(source);
-    return;
+  tell(overrideOf(frontmost) ? clearLocal(*frontmost, source) : toggleGlobal(source));
+}
+
+void ModePolicy::tell(CommandResult result) {
+  if (result == CommandResult::done) use_.presenter.commandWorked();
+}
+
+// What other programs ask for.
+
+CommandResult ModePolicy::setGlobalMode(FnState state) {
+  beforeCommand();
+  return setGlobal(state, nullptr);
+}
+
+CommandResult ModePolicy::flipGlobalMode() {
+  beforeCommand();
+  return toggleGlobal(nullptr);
+}
+
+CommandResult ModePolicy::setOverride(const std::string& bundleIdentifier, FnState state) {
+  beforeCommand();
+  if (use_.workspace.frontmostBundleIdentifier() == bundleIdentifier) {
+    return setLocal(state, bundleIdentifier, nullptr);
   }
-  if (!mayChangeLocals()) return;
-  const auto suffixes = appSuffix(*frontmost) + sourceSuffix(source);
+  if (!mayChangeLocals()) return CommandResult::managed;
+  use_.storedFnStates.setLocal(bundleIdentifier, state);
+  noteStore();
+  use_.stateLog.notice("Stored a function key override for an app that is not in front: " +
+                       std::string{modeText(state)} + appSuffix(bundleIdentifier) + ".");
+  return CommandResult::done;
+}
+
+CommandResult ModePolicy::clearOverride(const std::string& bundleIdentifier) {
+  beforeCommand();
+  const auto stored = use_.storedFnStates.localBundleIdentifiers();
+  if (std::ranges::find(stored, bundleIdentifier) == stored.end()) return CommandResult::noOverride;
+  if (use_.workspace.frontmostBundleIdentifier() == bundleIdentifier &&
+      overrideOf(bundleIdentifier)) {
+    return clearLocal(bundleIdentifier, nullptr);
+  }
+  if (!mayChangeLocals()) return CommandResult::managed;
+  use_.storedFnStates.removeLocal(bundleIdentifier);
+  noteStore();
+  use_.stateLog.notice("Removed the function key override of an app that is not in front" +
+                       appSuffix(bundleIdentifier) + ".");
+  return CommandResult::done;
+}
+
+// What the commands do.
+
+CommandResult ModePolicy::setGlobal(FnState state, const KeyboardDeviceSource* source) {
+  if (!mayChangeGlobal()) return CommandResult::managed;
+  const std::string mode{modeText(state)};
+  if (!apply(state, "set the global function key mode to " + mode, source)) return whyNotApplied();
+  storeGlobal(state);
+  setScope(false);
+  use_.stateLog.notice(std::string{stateLogText::setGlobal} + mode + sourceSuffix(source) + ".");
+  return CommandResult::done;
+}
+
+CommandResult ModePolicy::toggleGlobal(const KeyboardDeviceSource* source) {
+  const auto base = globalOrCurrentFnState();
+  return base ? setGlobal(otherFnState(*base), source) : CommandResult::noMode;
+}
+
+CommandResult ModePolicy::setLocal(FnState state, const std::string& bundleIdentifier,
+                                   const KeyboardDeviceSource* source) {
+  if (!mayChangeLocals()) return CommandResult::managed;
+  const auto target = "local function key override for the frontmost app to " +
+                      std::string{modeText(state)} + appSuffix(bundleIdentifier);
+  if (!apply(state, "set a " + target, source)) return whyNotApplied();
+  leftover_ = Leftover{state, /*isOfOverride=*/true};
+  use_.storedFnStates.setLocal(bundleIdentifier, state);
+  noteStore();
+  setScope(true);
+  use_.stateLog.notice("Set a " + target + sourceSuffix(source) + ".");
+  return CommandResult::done;
+}
+
+CommandResult ModePolicy::clearLocal(const std::string& bundleIdentifier,
+                                     const KeyboardDeviceSource* source) {
+  if (!mayChangeLocals()) return CommandResult::managed;
+  const auto suffixes = appSuffix(bundleIdentifier) + sourceSuffix(source);
   const auto global = storedGlobalFnState();
   if (!global) {
     use_.stateLog.error(
         "Unable to clear the current app override because no global function key mode is stored" +
         suffixes + ".");
-    return;
+    return CommandResult::noMode;
   }
-  if (!apply(*global, applyGlobalAction, source)) return;
+  if (!apply(*global, applyGlobalAction, source)) return whyNotApplied();
   setScope(false);
-  use_.storedFnStates.removeLocal(*frontmost);
+  use_.storedFnStates.removeLocal(bundleIdentifier);
   noteStore();
   use_.stateLog.notice(std::string{stateLogText::clearedOverride} + suffixes + ".");
-  use_.presenter.commandWorked();
+  return CommandResult::done;
+}
+
+CommandResult ModePolicy::whyNotApplied() const {
+  return isSessionActive_ ? CommandResult::writeFailed : CommandResult::otherSession;
 }
 
 bool ModePolicy::mayChangeGlobal() {

@@ -12,6 +12,7 @@
 #include "core/FnStateController.h"
 #include "core/FnStatePersistReason.h"
 #include "core/KeyboardDeviceSource.h"
+#include "core/ModeChanges.h"
 #include "core/PreferenceEvidence.h"
 #include "core/StoredFnStates.h"
 #include "platform/Clock.h"
@@ -65,7 +66,7 @@ struct ModesToOffer {
 ///   another user's session.
 ///
 /// A command's `source` is the keyboard that issued it; null for mouse and menu.
-class ModePolicy {
+class ModePolicy final : public ModeChanges {
  public:
   /// What it uses. `presenter` shows the mode; the loggers are those of the categories
   /// "state" and "app".
@@ -133,7 +134,7 @@ class ModePolicy {
   void willQuit();
   void hasStopped();
 
-  // The user's commands.
+  // The user's commands; whoever uses VoiceOver hears what came of them.
 
   void setGlobalFnState(FnState state, const KeyboardDeviceSource* source);
   void toggleGlobalFnState(const KeyboardDeviceSource* source);
@@ -149,6 +150,17 @@ class ModePolicy {
   /// Removes the frontmost application's override and restores the global mode; where
   /// there is no override, flips the global mode.
   void clearLocalOverride(const KeyboardDeviceSource* source);
+
+  // What other programs ask for, on the user's behalf; nothing is spoken.
+
+  /// Whether this Keyrow takes requests: it has been launched, and has neither yielded nor begun
+  /// to quit.
+  bool takesRequests() const { return isInControl_ && !isLeaving_; }
+
+  CommandResult setGlobalMode(FnState state) override;
+  CommandResult flipGlobalMode() override;
+  CommandResult setOverride(const std::string& bundleIdentifier, FnState state) override;
+  CommandResult clearOverride(const std::string& bundleIdentifier) override;
 
   // What these come down to.
 
@@ -203,10 +215,13 @@ class ModePolicy {
 
   // What the commands do, once that is settled.
 
-  void setGlobal(FnState state, const KeyboardDeviceSource* source);
-  void toggleGlobal(const KeyboardDeviceSource* source);
-  void setLocal(FnState state, const std::string& bundleIdentifier,
-                const KeyboardDeviceSource* source);
+  CommandResult setGlobal(FnState state, const KeyboardDeviceSource* source);
+  CommandResult toggleGlobal(const KeyboardDeviceSource* source);
+  CommandResult setLocal(FnState state, const std::string& bundleIdentifier,
+                         const KeyboardDeviceSource* source);
+  CommandResult clearLocal(const std::string& bundleIdentifier, const KeyboardDeviceSource* source);
+  void tell(CommandResult result);
+  CommandResult whyNotApplied() const;
 
   std::optional<FnState> currentFnState();
   std::optional<FnState> globalOrCurrentFnState();
@@ -227,6 +242,8 @@ class ModePolicy {
 
   /// It has been launched: from now on what it finds may be somebody's choice.
   bool isInControl_ = false;
+  /// It has yielded to a newer instance, or begun to quit.
+  bool isLeaving_ = false;
   bool isSessionActive_ = true;
   std::optional<FnState> lastKnownFnState_;
   bool isLocalScopeActive_ = false;

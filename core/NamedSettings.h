@@ -1,0 +1,52 @@
+#pragma once
+
+#include <expected>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/AppSettings.h"
+#include "platform/UserDefaults.h"
+
+namespace keyrow {
+
+/// The settings of the settings window by the names under which people write them, as texts: the
+/// keys of the user defaults, and "shortcut" for the three keys of the per-app shortcut. Main
+/// thread only.
+class NamedSettings {
+ public:
+  /// What it uses. `setAutomaticChecks` switches the automatic checks for updates; absent where
+  /// that is only stored.
+  struct Uses {
+    AppSettings& settings;
+    UserDefaults& userDefaults;
+    std::function<void(bool)> setAutomaticChecks{};
+  };
+
+  explicit NamedSettings(Uses uses) : use_{std::move(uses)} {}
+
+  /// What stands for a setting's default.
+  static constexpr std::string_view defaultValue = "default";
+
+  /// All names, in the order of the window.
+  static std::vector<std::string> names();
+
+  /// The setting as `set` takes it; absent for a name that is none.
+  std::optional<std::string> value(std::string_view name) const;
+
+  /// Why this cannot be set, in words for people; absent when it can.
+  std::optional<std::string> problem(std::string_view name, std::string_view value) const;
+
+  /// Sets what has no problem.
+  void set(std::string_view name, std::string_view value);
+
+ private:
+  std::string automaticChecks() const;
+  bool isManaged(std::string_view name) const;
+
+  const Uses use_;
+};
+
+}  // namespace keyrow

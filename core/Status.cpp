@@ -1,0 +1,168 @@
+#include "core/Status.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace keyrow {
+
+namespace {
+
+using States = std::map<std::string, FnState, std::less<>>;
+
+namespace word {
+constexpr std::string_view mode = "mode";
+constexpr std::string_view isOverride = "isOverride";
+constexpr std::string_view application = "application";
+constexpr std::string_view global = "global";
+constexpr std::string_view overrides = "overrides";
+constexpr std::string_view keyboardModes = "keyboardModes";
+constexpr std::string_view translatesTopRows = "translatesTopRows";
+constexpr std::string_view running = "running";
+constexpr std::string_view processIdentifier = "processIdentifier";
+constexpr std::string_view isTrusted = "isTrusted";
+constexpr std::string_view inputMonitoring = "inputMonitoring";
+constexpr std::string_view hasEventTap = "hasEventTap";
+constexpr std::string_view isSessionActive = "isSessionActive";
+constexpr std::string_view keyboards = "keyboards";
+constexpr std::string_view name = "name";
+constexpr std::string_view numbers = "numbers";
+constexpr std::string_view isTranslatable = "isTranslatable";
+}  // namespace word
+
+const PropertyValue* find(const PropertyDictionary& dictionary, std::string_view key) {
+  const auto found = dictionary.find(key);
+  return found == dictionary.end() ? nullptr : &found->second;
+}
+
+bool flag(const PropertyDictionary& dictionary, std::string_view key) {
+  const auto* value = find(dictionary, key);
+  return value && value->boolValue().value_or(false);
+}
+
+std::optional<std::string> text(const PropertyDictionary& dictionary, std::string_view key) {
+  const auto* value = find(dictionary, key);
+  const auto* string = value ? value->string() : nullptr;
+  return string ? std::optional{*string} : std::nullopt;
+}
+
+std::int64_t number(const PropertyDictionary& dictionary, std::string_view key) {
+  const auto* value = find(dictionary, key);
+  const auto* integer = value ? value->integer() : nullptr;
+  return integer ? *integer : 0;
+}
+
+const PropertyDictionary* inner(const PropertyDictionary& dictionary, std::string_view key) {
+  const auto* value = find(dictionary, key);
+  return value ? value->dictionary() : nullptr;
+}
+
+std::optional<FnState> state(const PropertyDictionary& dictionary, std::string_view key) {
+  const auto* value = find(dictionary, key);
+  const auto* integer = value ? value->integer() : nullptr;
+  return integer ? fnStateFromRawValue(*integer) : std::nullopt;
+}
+
+void add(PropertyDictionary& dictionary, std::string_view key, std::optional<FnState> mode) {
+  if (mode) dictionary.emplace(key, rawValue(*mode));
+}
+
+void add(PropertyDictionary& dictionary, std::string_view key,
+         const std::optional<std::string>& text) {
+  if (text) dictionary.emplace(key, *text);
+}
+
+PropertyDictionary dictionaryOf(const States& states) {
+  PropertyDictionary dictionary;
+  for (const auto& [key, mode] : states) dictionary.emplace(key, rawValue(mode));
+  return dictionary;
+}
+
+States statesFrom(const PropertyDictionary* dictionary) {
+  States states;
+  if (!dictionary) return states;
+  for (const auto& [key, value] : *dictionary) {
+    if (const auto mode = state(*dictionary, key)) states.emplace(key, *mode);
+  }
+  return states;
+}
+
+/// A place in a list as a key, so that the keys stand in the order of the list.
+std::string placeKey(std::size_t place) {
+  auto digits = std::to_string(place);
+  constexpr std::size_t width = 4;
+  return std::string(width - std::min(width, digits.size()), '0') + digits;
+}
+
+PropertyDictionary dictionaryOf(const Status::Running& running) {
+  PropertyDictionary keyboards;
+  for (const auto& keyboard : running.keyboards) {
+    PropertyDictionary one{{std::string{word::name}, keyboard.name},
+                           {std::string{word::isTranslatable}, keyboard.isTranslatable}};
+    add(one, word::numbers, keyboard.numbers);
+    keyboards.emplace(placeKey(keyboards.size()), std::move(one));
+  }
+  return {{std::string{word::processIdentifier}, running.processIdentifier},
+          {std::string{word::isTrusted}, running.isTrusted},
+          {std::string{word::inputMonitoring}, static_cast<int>(running.inputMonitoring)},
+          {std::string{word::hasEventTap}, running.hasEventTap},
+          {std::string{word::isSessionActive}, running.isSessionActive},
+          {std::string{word::keyboards}, std::move(keyboards)}};
+}
+
+InputMonitoringAccess accessFrom(std::int64_t number) {
+  for (const auto access : {InputMonitoringAccess::granted, InputMonitoringAccess::denied}) {
+    if (number == static_cast<std::int64_t>(access)) return access;
+  }
+  return InputMonitoringAccess::unknown;
+}
+
+Status::Running runningFrom(const PropertyDictionary& dictionary) {
+  Status::Running running{.processIdentifier = number(dictionary, word::processIdentifier),
+                          .isTrusted = flag(dictionary, word::isTrusted),
+                          .inputMonitoring = accessFrom(number(dictionary, word::inputMonitoring)),
+                          .hasEventTap = flag(dictionary, word::hasEventTap),
+                          .isSessionActive = flag(dictionary, word::isSessionActive),
+                          .keyboards = {}};
+  const auto* keyboards = inner(dictionary, word::keyboards);
+  if (!keyboards) return running;
+  for (const auto& [place, value] : *keyboards) {
+    const auto* keyboard = value.dictionary();
+    if (!keyboard) continue;
+    running.keyboards.push_back({.name = text(*keyboard, word::name).value_or(""),
+                                 .numbers = text(*keyboard, word::numbers),
+                                 .isTranslatable = flag(*keyboard, word::isTranslatable)});
+  }
+  return running;
+}
+
+}  // namespace
+
+PropertyDictionary propertyDictionary(const Status& status) {
+  PropertyDictionary dictionary{
+      {std::string{word::isOverride}, status.isOverride},
+      {std::string{word::overrides}, dictionaryOf(status.overrides)},
+      {std::string{word::keyboardModes}, dictionaryOf(status.keyboardModes)},
+      {std::string{word::translatesTopRows}, status.translatesTopRows}};
+  add(dictionary, word::mode, status.mode);
+  add(dictionary, word::global, status.global);
+  add(dictionary, word::application, status.application);
+  if (status.running) dictionary.emplace(word::running, dictionaryOf(*status.running));
+  return dictionary;
+}
+
+Status statusFrom(const PropertyDictionary& dictionary) {
+  Status status{.mode = state(dictionary, word::mode),
+                .isOverride = flag(dictionary, word::isOverride),
+                .application = text(dictionary, word::application),
+                .global = state(dictionary, word::global),
+                .overrides = statesFrom(inner(dictionary, word::overrides)),
+                .keyboardModes = statesFrom(inner(dictionary, word::keyboardModes)),
+                .translatesTopRows = flag(dictionary, word::translatesTopRows),
+                .running = {}};
+  if (const auto* running = inner(dictionary, word::running))
+    status.running = runningFrom(*running);
+  return status;
+}
+
+}  // namespace keyrow
