@@ -29,9 +29,11 @@ void AppDelegate::applicationDidFinishLaunching() {
   }
   installAppActiveObserver();
   use_.modePolicy.launched();
+  use_.requestReceiver.start();
 }
 
 void AppDelegate::applicationWillTerminate() {
+  use_.requestReceiver.stop();
   use_.modePolicy.willQuit();
   use_.capsLockMonitor.tearDownCapsLockMonitoring();
   use_.eventTapKeeper.stopAndWait();

@@ -2,6 +2,7 @@
 
 #include "app/EventTapKeeper.h"
 #include "app/InstanceTakeover.h"
+#include "app/RequestReceiver.h"
 #include "core/AppSettings.h"
 #include "core/ModePolicy.h"
 #include "input/CapsLockMonitor.h"
@@ -34,6 +35,7 @@ class AppDelegate {
     MainMenuController& mainMenuController;
     SparkleUpdater& updater;
     InstanceTakeover& instanceTakeover;
+    RequestReceiver& requestReceiver;
     Accessibility& accessibility;
     NotificationCenter& notificationCenter;
     Workspace& workspace;

@@ -59,6 +59,9 @@ class EventTapKeeper {
   /// The system has disabled the tap, which `eventType` announced.
   void tapWasDisabled(std::uint32_t eventType);
 
+  /// Whether there is a tap, and it works as far as is known.
+  bool hasEventTap() const { return state_ == State::running; }
+
   /// Ends the tap until it is started again.
   void stop();
 

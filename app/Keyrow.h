@@ -4,10 +4,14 @@
 #include "app/DiagnosticsLog.h"
 #include "app/EventTapKeeper.h"
 #include "app/InstanceTakeover.h"
+#include "app/RequestReceiver.h"
+#include "app/StatusReport.h"
 #include "core/AppSettings.h"
+#include "core/Commands.h"
 #include "core/FnStateController.h"
 #include "core/KeyboardFnStates.h"
 #include "core/ModePolicy.h"
+#include "core/NamedSettings.h"
 #include "core/StoredFnStates.h"
 #include "input/CapsLockMonitor.h"
 #include "input/ExternalKeyboardFunctionRowMapper.h"
@@ -89,6 +93,10 @@ class Keyrow {
   AboutPane aboutPane_;
   MainMenuController mainMenuController_;
   InstanceTakeover instanceTakeover_;
+  NamedSettings namedSettings_;
+  Commands commands_;
+  StatusReport statusReport_;
+  RequestReceiver requestReceiver_;
   AppDelegate appDelegate_;
 };
 

@@ -155,6 +155,15 @@ KeyboardDeviceSource KeyboardSourceMonitor::readSource(HidDevice& device,
   return source;
 }
 
+std::vector<KeyboardDeviceSource> KeyboardSourceMonitor::keyboards() const {
+  std::vector<KeyboardDeviceSource> keyboards;
+  if (!manager_) return keyboards;
+  for (const auto& device : manager_->devices()) {
+    keyboards.push_back(readSource(*device, device->registryEntryID(), use_.text));
+  }
+  return keyboards;
+}
+
 KeyboardSourceMonitor::SharedSource KeyboardSourceMonitor::resolveSource(HidDevice& device) {
   const auto registryID = device.registryEntryID();
   if (registryID) {

@@ -48,6 +48,9 @@ class KeyboardSourceMonitor {
   /// Stops listening and forgets every sample and keyboard.
   void stopMonitoring();
 
+  /// The keyboards that are connected; none while it does not listen.
+  std::vector<KeyboardDeviceSource> keyboards() const;
+
   /// What a keyboard tells of itself: asks the device for each property.
   static KeyboardDeviceSource readSource(HidDevice& device, std::optional<std::uint64_t> registryID,
                                          Text& text);

@@ -66,7 +66,8 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           "observe NSApplicationDidBecomeActiveNotification", "observe AccessibilityTrustDidChange",
           // The mode is applied.
           "frontmost-application", "synchronize-preferences", "copy-preference", "write-defaults",
-          "frontmost-application", "find-service", "open-connection", "set-hid-parameter"));
+          "frontmost-application", "find-service", "open-connection", "set-hid-parameter",
+          "observe app.keyrow.Keyrow.request"));
 }
 
 TEST_F(AppDelegateOrderTest, AsksForThePermissionBeforeItStartsTheTap) {
@@ -101,20 +102,21 @@ TEST_F(AppDelegateOrderTest, TerminatesInThisOrder) {
   mac.scheduler.advance(std::chrono::minutes{1});
   mac.trace.start();
   process->terminate();
-  EXPECT_THAT(
-      mac.trace.take(),
-      ElementsAre(
-          // What was chosen elsewhere is adopted, and the mode restored.
-          "synchronize-preferences", "copy-preference", "find-service", "read-service-property",
-          "find-service", "open-connection", "set-hid-parameter",
-          "stop observing CapsLockIndicatorSettingDidChange",
-          "stop observing com.apple.accessibility.api", "disable event tap", "invalidate event tap",
-          "close-hid-manager", "stop observing NSApplicationDidBecomeActiveNotification",
-          "stop observing AccessibilityTrustDidChange", std::string{"stop observing "} + takeover,
-          // The override of an application that is not installed.
-          "find-application", "write-defaults",
-          // The mode is mirrored.
-          "synchronize-preferences", "write-defaults"));
+  EXPECT_THAT(mac.trace.take(),
+              ElementsAre("stop observing app.keyrow.Keyrow.request",
+                          // What was chosen elsewhere is adopted, and the mode restored.
+                          "synchronize-preferences", "copy-preference", "find-service",
+                          "read-service-property", "find-service", "open-connection",
+                          "set-hid-parameter", "stop observing CapsLockIndicatorSettingDidChange",
+                          "stop observing com.apple.accessibility.api", "disable event tap",
+                          "invalidate event tap", "close-hid-manager",
+                          "stop observing NSApplicationDidBecomeActiveNotification",
+                          "stop observing AccessibilityTrustDidChange",
+                          std::string{"stop observing "} + takeover,
+                          // The override of an application that is not installed.
+                          "find-application", "write-defaults",
+                          // The mode is mirrored.
+                          "synchronize-preferences", "write-defaults"));
 }
 
 }  // namespace

@@ -1,0 +1,92 @@
+#include "app/RequestReceiver.h"
+
+#include <utility>
+
+#include "core/AppIdentifier.h"
+
+namespace keyrow {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Questions that arrive meanwhile share an answer.
+constexpr auto questionTime = 100ms;
+
+/// How often changes are looked for while somebody watches.
+constexpr auto lookInterval = 250ms;
+
+}  // namespace
+
+void RequestReceiver::start() {
+  observer_ = use_.distributedNotificationCenter.addObserver(
+      requestNotification::request, std::string{appIdentifier},
+      [this](const std::optional<PropertyDictionary>& userInfo) { receive(userInfo); });
+}
+
+void RequestReceiver::stop() {
+  observer_ = {};
+  sharedAnswer_ = {};
+  nextLook_ = {};
+  questions_.clear();
+  told_.reset();
+}
+
+void RequestReceiver::receive(const std::optional<PropertyDictionary>& userInfo) {
+  const auto request = requestFrom(userInfo);
+  if (!request || !use_.takesRequests()) return;
+  // Whoever asked has given up: what was reported as not done is never done.
+  const auto age = use_.clock.uptime() - request->time;
+  if (age < 0s || age >= requestLifetime) return;
+
+  if (!request->isQuestion()) {
+    const auto problem = use_.commands.carryOut(*request);
+    post({.numbers = {request->number},
+          .problem = problem,
+          .status = propertyDictionary(use_.status())});
+    return;
+  }
+  if (request->kind == Request::Kind::watch) keepWatching();
+  answerLater(request->number);
+}
+
+void RequestReceiver::answerLater(const std::string& number) {
+  questions_.push_back(number);
+  if (questions_.size() > 1) return;
+  sharedAnswer_ = use_.mainQueue.after(questionTime, [this] { answerQuestions(); });
+}
+
+void RequestReceiver::answerQuestions() {
+  const auto numbers = std::exchange(questions_, {});
+  if (!use_.takesRequests()) return;
+  post({.numbers = numbers, .status = propertyDictionary(use_.status())});
+}
+
+void RequestReceiver::keepWatching() {
+  const bool isWatched = told_.has_value();
+  watchedUntil_ = use_.clock.uptime() + watchLifetime;
+  if (isWatched) return;
+  told_ = use_.status();
+  nextLook_ = use_.mainQueue.after(lookInterval, [this] { lookForChanges(); });
+}
+
+void RequestReceiver::lookForChanges() {
+  if (use_.clock.uptime() >= watchedUntil_ || !use_.takesRequests()) {
+    told_.reset();
+    return;
+  }
+  auto status = use_.status();
+  if (status != told_) {
+    use_.distributedNotificationCenter.post(requestNotification::change, appIdentifier,
+                                            propertyDictionary(status));
+    told_ = std::move(status);
+  }
+  nextLook_ = use_.mainQueue.after(lookInterval, [this] { lookForChanges(); });
+}
+
+void RequestReceiver::post(const Answer& answer) {
+  use_.distributedNotificationCenter.post(requestNotification::answer, appIdentifier,
+                                          userInfo(answer));
+}
+
+}  // namespace keyrow

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/Commands.h"
+#include "core/Request.h"
+#include "core/Status.h"
+#include "platform/Clock.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/MainQueue.h"
+#include "platform/Registration.h"
+
+namespace keyrow {
+
+/// Takes what the command `keyrow` asks of the running one, and answers. Each command is carried
+/// out and answered by itself, in the order of arrival; questions that arrive within a tenth of a
+/// second share one answer. Main thread only.
+class RequestReceiver {
+ public:
+  /// What it uses. `takesRequests` tells whether this Keyrow is the one to answer, and `status` how
+  /// things stand.
+  struct Uses {
+    Commands& commands;
+    Clock& clock;
+    DistributedNotificationCenter& distributedNotificationCenter;
+    MainQueue& mainQueue;
+    std::function<bool()> takesRequests;
+    std::function<Status()> status;
+  };
+
+  explicit RequestReceiver(Uses uses) : use_{std::move(uses)} {}
+
+  void start();
+  void stop();
+
+ private:
+  void receive(const std::optional<PropertyDictionary>& userInfo);
+  void answerLater(const std::string& number);
+  void answerQuestions();
+  void keepWatching();
+  void lookForChanges();
+  void post(const Answer& answer);
+
+  const Uses use_;
+  ObserverToken observer_;
+
+  /// The questions that wait for their answer.
+  std::vector<std::string> questions_;
+  DelayedCall sharedAnswer_;
+
+  /// Until when somebody watches (`Clock::uptime`), and what they have been told.
+  std::chrono::nanoseconds watchedUntil_{0};
+  std::optional<Status> told_;
+  DelayedCall nextLook_;
+};
+
+}  // namespace keyrow

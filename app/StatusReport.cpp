@@ -1,0 +1,49 @@
+#include "app/StatusReport.h"
+
+#include <string>
+
+namespace keyrow {
+
+namespace {
+
+Status::Keyboard described(const KeyboardDeviceSource& source) {
+  const auto numbers = source.numbers();
+  return {.name = source.product && !source.product->empty() ? *source.product
+                                                             : std::string{kindText(source.kind)},
+          .numbers = numbers ? std::optional{numbers->text()} : std::nullopt,
+          .isTranslatable = source.mediaTranslationEligible};
+}
+
+}  // namespace
+
+Status StatusReport::status() const {
+  const auto stored = use_.storedFnStates.all();
+  Status status{
+      .mode = use_.modePolicy.lastKnownFnState(),
+      .isOverride = use_.modePolicy.isLocalScopeActive(),
+      .application = use_.workspace.frontmostBundleIdentifier(),
+      .global = stored.global,
+      .overrides = stored.overrides,
+      .keyboardModes = {},
+      .translatesTopRows = use_.settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys),
+      .running = running()};
+  for (const auto& [numbers, mode] : use_.keyboardFnStates.all()) {
+    status.keyboardModes.emplace(numbers.text(), mode);
+  }
+  return status;
+}
+
+Status::Running StatusReport::running() const {
+  Status::Running running{.processIdentifier = use_.process.processIdentifier(),
+                          .isTrusted = use_.accessibility.isProcessTrusted(),
+                          .inputMonitoring = use_.inputMonitoring.access(),
+                          .hasEventTap = use_.eventTapKeeper.hasEventTap(),
+                          .isSessionActive = use_.modePolicy.isSessionActive(),
+                          .keyboards = {}};
+  for (const auto& source : use_.keyboardSourceMonitor.keyboards()) {
+    running.keyboards.push_back(described(source));
+  }
+  return running;
+}
+
+}  // namespace keyrow
