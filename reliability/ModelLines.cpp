@@ -96,6 +96,8 @@ struct Happening {
   Meaning operator()(const sim::FinishUpdate&) const { return nothing; }
   Meaning operator()(const sim::OpenNotification&) const { return nothing; }
   Meaning operator()(const sim::SetInfo&) const { return nothing; }
+  Meaning operator()(const sim::RunTool&) const { return nothing; }
+  Meaning operator()(const sim::InterruptTool&) const { return nothing; }
   Meaning operator()(const sim::StampEvents&) const { return nothing; }
   Meaning operator()(const sim::ForgetConsent&) const { return nothing; }
   Meaning operator()(const sim::AnswerConsent&) const { return nothing; }

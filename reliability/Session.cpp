@@ -17,10 +17,11 @@ namespace keyrow::reliability {
 
 namespace {
 
-/// Whether somebody else writes the stored modes.
+/// Whether somebody else writes the stored modes, or has Keyrow store some that are for later.
 bool isAnothersHand(const sim::Action& action) {
   const auto* write = std::get_if<sim::WriteDefaults>(&action);
   return std::holds_alternative<sim::AddOverride>(action) ||
+         std::holds_alternative<sim::RunTool>(action) ||
          std::holds_alternative<sim::ManageSetting>(action) ||
          (write &&
           (write->key == settingsKey::globalFnState || write->key == settingsKey::localFnState));

@@ -29,10 +29,12 @@ const std::map<std::string, Rooms> standsOn{
     {"input", {"core"}},
     {"ui", {"input"}},
     {"app", {"ui"}},
+    {"tool", {"core"}},
     {"platform/macos", {"app"}},
+    {"platform/macos/tool", {"platform/macos", "tool"}},
     {"platform/macos/tests", {"platform/macos", "tests"}},
     {"sim/machine", {"core"}},
-    {"sim/ports", {"sim/machine", "app"}},
+    {"sim/ports", {"sim/machine", "app", "tool"}},
     {"sim/scenario", {"sim/ports"}},
     {"reliability", {"sim/scenario"}},
     {"reliability/random", {"reliability"}},
@@ -42,7 +44,7 @@ const std::map<std::string, Rooms> standsOn{
     {"tests", {"reliability", "bench", "desk"}},
 };
 
-const Rooms macRooms{"platform/macos", "platform/macos/tests"};
+const Rooms macRooms{"platform/macos", "platform/macos/tests", "platform/macos/tool"};
 
 /// Which rooms may include a header in angle brackets, by how it begins. Only what has neither
 /// an ending nor a folder, and so is the standard library's, may be included everywhere.
@@ -72,7 +74,7 @@ const std::map<std::string, Rooms> mayUse{
     {"nlohmann/", {"desk", "tests"}},
     {"rapidcheck", {"reliability/random"}},
     {"sys/resource.h", {"bench"}},
-    {"unistd.h", {"bench", "reliability/random", "sim/scenario", "tests"}},
+    {"unistd.h", {"bench", "platform/macos", "reliability/random", "sim/scenario", "tests"}},
     {"utf8proc.h", {"fuzz", "sim/ports", "sim/scenario"}},
 };
 

@@ -223,7 +223,7 @@ function inWords(text) {
 
 /** What the last thing that one did has come to, in a few words. */
 function caption(store) {
-  const told = store.recentEvents.filter(({ kind }) => ["key", "screen", "voice", "hardware", "tap", "fault"].includes(kind));
+  const told = store.recentEvents.filter(({ kind }) => ["key", "screen", "voice", "hardware", "tap", "fault", "output"].includes(kind));
   const words = told.slice(-4).map(({ text }) => inWords(text));
   return h(
     "div",

@@ -7,9 +7,9 @@ namespace keyrow::sim {
 
 std::string_view wordOf(TimelineEvent::Kind kind) {
   /// In the order of `TimelineEvent::Kind`.
-  constexpr std::array<std::string_view, 12> words{"hardware", "preference", "defaults", "override",
-                                                   "status",   "log",        "screen",   "voice",
-                                                   "key",      "tap",        "process",  "fault"};
+  constexpr std::array<std::string_view, TimelineEvent::kindCount> words{
+      "hardware", "preference", "defaults", "override", "status", "log",   "screen",
+      "voice",    "key",        "tap",      "process",  "fault",  "output"};
   return words.at(static_cast<std::size_t>(kind));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -38,7 +39,11 @@ struct TimelineEvent {
     process,
     /// A port call failed.
     fault,
+    /// A command-line program printed a line.
+    output,
   };
+  /// How many kinds there are.
+  static constexpr std::size_t kindCount = static_cast<std::size_t>(Kind::output) + 1;
 
   /// Time since the machine was switched on.
   std::chrono::nanoseconds time;

@@ -11,6 +11,7 @@
 #include "sim/scenario/ProcessLines.h"
 #include "sim/scenario/ScreenLines.h"
 #include "sim/scenario/ServiceLines.h"
+#include "sim/scenario/ToolLines.h"
 
 namespace keyrow::sim {
 
@@ -25,7 +26,7 @@ using Action =
                  ChangePermission, ForgetConsent, AnswerConsent, SwitchSecureInput, Launch, Reopen,
                  Quit, LogOut, Kill, HangUp, Resume, PostTakeover, Fail, Repair, SetMailService,
                  SwitchLoginItem, RequireApproval, AllowNotifications, FindUpdate, AttendUpdate,
-                 FinishUpdate, OpenNotification, SetInfo>;
+                 FinishUpdate, OpenNotification, SetInfo, RunTool, InterruptTool>;
 
 /// Asks whether something holds, or has happened since the last line that is no expectation.
 using Check = std::function<Outcome(Stage&)>;

@@ -2,9 +2,9 @@
 
 namespace keyrow::sim {
 
-std::array<LanguagePart, 9> language() {
-  return {appLines(),     modeLines(), keyLines(),   screenLines(), machineLines(),
-          processLines(), logLines(),  faultLines(), serviceLines()};
+std::array<LanguagePart, 10> language() {
+  return {appLines(),     modeLines(), keyLines(),   screenLines(),  machineLines(),
+          processLines(), logLines(),  faultLines(), serviceLines(), toolLines()};
 }
 
 }  // namespace keyrow::sim

@@ -54,7 +54,10 @@ LanguagePart faultLines();
 /// What the settings window works with: mail, login items, notifications, updates.
 LanguagePart serviceLines();
 
+/// The command `keyrow`.
+LanguagePart toolLines();
+
 /// All of it.
-std::array<LanguagePart, 9> language();
+std::array<LanguagePart, 10> language();
 
 }  // namespace keyrow::sim

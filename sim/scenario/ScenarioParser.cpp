@@ -47,7 +47,7 @@ const ExpectationWord& expectationWord(LineReader& line) {
 
 /// Takes the word of an event where nothing about it follows: any event of that kind.
 std::optional<TimelineEvent::Kind> bareEvent(LineReader& line) {
-  for (int index = 0; index <= static_cast<int>(TimelineEvent::Kind::fault); ++index) {
+  for (int index = 0; index < static_cast<int>(TimelineEvent::kindCount); ++index) {
     const auto kind = static_cast<TimelineEvent::Kind>(index);
     auto attempt = line;
     if (!attempt.accept(wordOf(kind))) continue;

@@ -90,6 +90,20 @@ SimulatedProcess& Stage::startKeyrow() {
   return *processes_.back();
 }
 
+SimulatedTool& Stage::startTool(bool isRoot) {
+  std::erase_if(tools_, [](const auto& tool) { return tool->exitStatus().has_value(); });
+  tools_.push_back(std::make_unique<SimulatedTool>(mac, ++lastToolProcessID_, isRoot));
+  return *tools_.back();
+}
+
+bool Stage::interruptTools() {
+  return std::erase_if(tools_, [](const auto& tool) { return !tool->exitStatus(); }) > 0;
+}
+
+std::optional<int> Stage::toolExitStatus() const {
+  return tools_.empty() ? std::nullopt : tools_.back()->exitStatus();
+}
+
 void Stage::beginAction() {
   constexpr std::uint64_t mostEvents = 1'000'000;
   std::erase_if(processes_, [](const auto& process) { return process->hasEnded(); });
@@ -117,7 +131,9 @@ std::string Stage::leaks() {
   std::string leaks;
   for (const auto& [handle, count] : mac.openHandles.all()) {
     const auto& [kind, owner] = handle;
-    const bool runs = process(owner) != nullptr;
+    const bool isTool =
+        std::ranges::any_of(tools_, [&](const auto& tool) { return tool->processID() == owner; });
+    const bool runs = process(owner) || isTool;
     if (runs && kind != "HidService" && kind != "HidConnection") continue;
     leaks += (leaks.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
   }

@@ -14,6 +14,7 @@
 
 #include "sim/machine/SimulatedMac.h"
 #include "sim/ports/SimulatedProcess.h"
+#include "sim/ports/SimulatedTool.h"
 #include "sim/scenario/Outcome.h"
 
 namespace keyrow::sim {
@@ -111,6 +112,15 @@ class Stage {
     return StoredFnStates{defaults_.try_emplace(user, mac, domain).first->second};
   }
 
+  /// Makes one more process for the command `keyrow`, which does nothing yet.
+  SimulatedTool& startTool(bool isRoot);
+
+  /// Ends all of these that still run; false when there are none.
+  bool interruptTools();
+
+  /// Of the one that was started last; absent while it runs, or where there was none.
+  std::optional<int> toolExitStatus() const;
+
   /// Gives a registry entry ID that no keyboard has had yet.
   std::uint64_t nextRegistryID() { return ++lastRegistryID_; }
 
@@ -119,6 +129,8 @@ class Stage {
   std::map<std::string, SimulatedUserDefaults> defaults_;
   std::vector<std::unique_ptr<SimulatedProcess>> processes_;
   OpenHandles::ProcessID lastProcessID_ = 500;
+  std::vector<std::unique_ptr<SimulatedTool>> tools_;
+  OpenHandles::ProcessID lastToolProcessID_ = 9000;
   std::uint64_t lastRegistryID_ = 0x100000000;
   std::size_t logLinesBefore_ = 0;
   std::array<std::uint64_t, portCalls.size()> callsBefore_{};

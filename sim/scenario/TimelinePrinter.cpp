@@ -17,8 +17,8 @@ constexpr std::string_view blue = "\033[34m";
 constexpr std::string_view plain = "\033[0m";
 
 /// In the order of `TimelineEvent::Kind`.
-constexpr std::array<std::string_view, 12> kindStyles{yellow, yellow, blue,  blue,  green, faint,
-                                                      blue,   blue,   green, faint, faint, red};
+constexpr std::array<std::string_view, TimelineEvent::kindCount> kindStyles{
+    yellow, yellow, blue, blue, green, faint, blue, blue, green, faint, faint, red, plain};
 
 /// The machine is switched on at this time of day, on this day.
 constexpr std::chrono::hours switchedOnAt{8};

@@ -93,7 +93,7 @@ TEST(LanguageTest, TheDocumentationHasEveryCallThatCanFail) {
   "hardware, preference, defaults, override, global, scope, key, tap, source, shortcut, status, " \
   "menu, window, screen, voice, pane, process, leaks, log, report, fault, calls, draft, "         \
   "attachment, "                                                                                  \
-  "notification"
+  "notification, output, exit-status"
 
 #define VALUES \
   "a value: true, false, a number, a \"quoted text\", {}, or KEY=VALUE ... without braces"

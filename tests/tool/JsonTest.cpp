@@ -1,0 +1,26 @@
+#include "tool/Json.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+namespace keyrow::tool {
+namespace {
+
+TEST(JsonTest, TextsComeBackFromALibraryAsTheyWere) {
+  for (const std::string text : {"", "plain", "\"quoted\" and \\ back",
+                                 "two\nlines\tand\x01\x1F\x7F", "\u00e4\u2028\U0001F600"}) {
+    EXPECT_EQ(nlohmann::json::parse(json::text(text)), text);
+  }
+}
+
+TEST(JsonTest, ObjectsAndArraysHoldTheirMembersInOrder) {
+  const auto object = json::object(
+      {{"b", json::number(-5)}, {"a", json::array({json::flag(true), json::nothing()})}});
+  EXPECT_EQ(object, R"({"b":-5,"a":[true,null]})");
+  EXPECT_EQ(json::object({}), "{}");
+  EXPECT_EQ(json::array({}), "[]");
+}
+
+}  // namespace
+}  // namespace keyrow::tool

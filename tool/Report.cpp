@@ -1,0 +1,177 @@
+#include "tool/Report.h"
+
+#include <string_view>
+
+#include "core/KeyboardNumbers.h"
+#include "core/LogText.h"
+#include "core/Words.h"
+#include "tool/Json.h"
+
+namespace keyrow::tool {
+
+namespace {
+
+constexpr std::int64_t formatVersion = 1;
+
+std::string wordOrUnknown(std::optional<FnState> mode) {
+  return mode ? std::string{wordOf(*mode)} : "unknown";
+}
+
+std::string accessText(InputMonitoringAccess access) {
+  switch (access) {
+    case InputMonitoringAccess::granted:
+      return "granted";
+    case InputMonitoringAccess::denied:
+      return "denied";
+    case InputMonitoringAccess::unknown:
+      break;
+  }
+  return "not asked yet";
+}
+
+std::string modeText(const Status& status) {
+  auto text = wordOrUnknown(status.mode);
+  if (status.isOverride) return text + ", by an override";
+  return status.global ? text + ", by the global mode" : text;
+}
+
+std::string joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const auto& line : lines) text += (text.empty() ? "" : ", ") + line;
+  return text.empty() ? "none" : text;
+}
+
+std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& keyboard) {
+  if (!keyboard.numbers || !keyboard.isTranslatable) return std::nullopt;
+  const auto found = status.keyboardModes.find(*keyboard.numbers);
+  return found == status.keyboardModes.end() ? std::nullopt : std::optional{found->second};
+}
+
+bool isConnected(const Status& status, std::string_view numbers) {
+  if (!status.running) return false;
+  for (const auto& keyboard : status.running->keyboards) {
+    if (keyboard.numbers == numbers) return true;
+  }
+  return false;
+}
+
+std::string keyboardLine(const Status& status, const Status::Keyboard& keyboard) {
+  auto line = inOneLine(keyboard.name);
+  if (keyboard.numbers) line += " (" + *keyboard.numbers + ")";
+  if (const auto mode = ownMode(status, keyboard)) {
+    line += ": " + std::string{wordOf(*mode)};
+    return status.translatesTopRows ? line + ", whatever the mode in force is"
+                                    : line + ", once applyFnModeToExternalFunctionKeys is on";
+  }
+  if (!keyboard.isTranslatable) return line + ": the mode of the hardware";
+  return line + (status.translatesTopRows ? ": follow" : ": F1 to F12");
+}
+
+std::string jsonOf(std::optional<FnState> mode) {
+  return mode ? json::text(wordOf(*mode)) : json::nothing();
+}
+
+std::string jsonOf(const std::optional<std::string>& text) {
+  return text ? json::text(*text) : json::nothing();
+}
+
+std::string jsonOf(const std::map<std::string, FnState, std::less<>>& modes) {
+  std::vector<std::pair<std::string_view, std::string>> members;
+  for (const auto& [key, mode] : modes) members.emplace_back(key, json::text(wordOf(mode)));
+  return json::object(members);
+}
+
+std::string accessWord(InputMonitoringAccess access) {
+  return access == InputMonitoringAccess::unknown ? "unknown" : accessText(access);
+}
+
+std::string jsonOf(const Status& status, const Status::Running& running) {
+  std::vector<std::string> keyboards;
+  for (const auto& keyboard : running.keyboards) {
+    keyboards.push_back(json::object({{"name", json::text(keyboard.name)},
+                                      {"numbers", jsonOf(keyboard.numbers)},
+                                      {"translatable", json::flag(keyboard.isTranslatable)},
+                                      {"mode", jsonOf(ownMode(status, keyboard))}}));
+  }
+  return json::object({{"process", json::number(running.processIdentifier)},
+                       {"accessibility", json::text(running.isTrusted ? "granted" : "denied")},
+                       {"inputMonitoring", json::text(accessWord(running.inputMonitoring))},
+                       {"eventTap", json::flag(running.hasEventTap)},
+                       {"sessionInFront", json::flag(running.isSessionActive)},
+                       {"keyboards", json::array(keyboards)}});
+}
+
+}  // namespace
+
+std::vector<Fact> facts(const Status& status, const Surroundings& surroundings) {
+  std::vector<Fact> facts{
+      {"Mode", modeText(status)},
+      {"In front", status.application ? inOneLine(*status.application) : "no application"},
+      {"Global mode", status.global ? std::string{wordOf(*status.global)} : "none is stored"},
+      {"Overrides", joined(overrideLines(status))},
+      {"Keyboards", status.running || !status.keyboardModes.empty() ? joined(keyboardLines(status))
+                                                                    : "unknown"}};
+  if (status.running) {
+    const auto& running = *status.running;
+    facts.push_back(
+        {"Keyrow", "runs as process " + std::to_string(running.processIdentifier) +
+                       (running.isSessionActive ? "" : ", while another user has the keyboard")});
+    facts.push_back({"Accessibility", running.isTrusted ? "granted" : "denied"});
+    facts.push_back({"Input Monitoring", accessText(running.inputMonitoring)});
+    facts.push_back({"Shortcuts", running.hasEventTap ? "work" : "do not work"});
+  } else {
+    facts.push_back({"Keyrow", "does not run"});
+    for (const char* what : {"Accessibility", "Input Monitoring", "Shortcuts"}) {
+      facts.push_back({what, "unknown"});
+    }
+  }
+  std::string secureInput = surroundings.isSecureInputOn ? "on" : "off";
+  if (surroundings.secureInputHolder)
+    secureInput += ", by " + inOneLine(*surroundings.secureInputHolder);
+  facts.push_back({"Secure input", secureInput});
+  return facts;
+}
+
+std::string jsonText(const Status& status, const Surroundings& surroundings) {
+  const auto source = !status.mode        ? json::nothing()
+                      : status.isOverride ? json::text("override")
+                      : status.global     ? json::text("global")
+                                          : json::nothing();
+  return json::object(
+      {{"version", json::number(formatVersion)},
+       {"mode", jsonOf(status.mode)},
+       {"source", source},
+       {"application", jsonOf(status.application)},
+       {"globalMode", jsonOf(status.global)},
+       {"overrides", jsonOf(status.overrides)},
+       {"keyboardModes", jsonOf(status.keyboardModes)},
+       {"translatesTopRows", json::flag(status.translatesTopRows)},
+       {"keyrow", status.running ? jsonOf(status, *status.running) : json::nothing()},
+       {"secureInput", json::flag(surroundings.isSecureInputOn)},
+       {"secureInputHolder", jsonOf(surroundings.secureInputHolder)}});
+}
+
+std::vector<std::string> overrideLines(const Status& status) {
+  std::vector<std::string> lines;
+  for (const auto& [application, mode] : status.overrides) {
+    lines.push_back(inOneLine(application) + ": " + std::string{wordOf(mode)});
+  }
+  return lines;
+}
+
+std::vector<std::string> keyboardLines(const Status& status) {
+  std::vector<std::string> lines;
+  if (status.running) {
+    for (const auto& keyboard : status.running->keyboards) {
+      lines.push_back(keyboardLine(status, keyboard));
+    }
+  }
+  for (const auto& [numbers, mode] : status.keyboardModes) {
+    if (isConnected(status, numbers)) continue;
+    lines.push_back(numbers + ": " + std::string{wordOf(mode)} +
+                    (status.running ? ", not connected" : ""));
+  }
+  return lines;
+}
+
+}  // namespace keyrow::tool

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/Status.h"
+
+namespace keyrow::tool {
+
+/// What is known besides, without Keyrow.
+struct Surroundings {
+  bool isSecureInputOn = false;
+  /// Absent where macOS does not tell.
+  std::optional<std::string> secureInputHolder{};
+
+  friend bool operator==(const Surroundings&, const Surroundings&) = default;
+};
+
+/// One line of a report: what, and how that is.
+struct Fact {
+  std::string what;
+  std::string how;
+
+  friend bool operator==(const Fact&, const Fact&) = default;
+};
+
+/// The status for people.
+std::vector<Fact> facts(const Status& status, const Surroundings& surroundings);
+
+/// The same for programs, as one line of JSON.
+std::string jsonText(const Status& status, const Surroundings& surroundings);
+
+/// The overrides, one a line; the same for the keyboards and their modes.
+std::vector<std::string> overrideLines(const Status& status);
+std::vector<std::string> keyboardLines(const Status& status);
+
+}  // namespace keyrow::tool

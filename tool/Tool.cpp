@@ -1,0 +1,433 @@
+#include "tool/Tool.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/AppIdentifier.h"
+#include "core/LogText.h"
+#include "core/Words.h"
+#include "tool/Doctor.h"
+
+namespace keyrow::tool {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Command = Arguments::Command;
+
+/// Keyrow drops what is older than `requestLifetime`; what it took right before may still be on
+/// its way back.
+constexpr auto patience = requestLifetime + 250ms;
+
+constexpr auto watchInterval = 1s;
+constexpr int secondsPerRenewal = 5;
+
+constexpr std::string_view noAnswer = "Keyrow does not answer.";
+
+std::string nextLaunchNote() { return "Keyrow does not run: this applies at its next launch."; }
+
+}  // namespace
+
+Tool::Tool(Uses uses)
+    : use_{std::move(uses)},
+      stateLog_{use_.systemLog.makeLogger(appIdentifier, "state")},
+      storedFnStates_{use_.userDefaults},
+      fnStateController_{{.hidSystem = use_.hidSystem,
+                          .globalPreferences = use_.globalPreferences,
+                          .storedFnStates = storedFnStates_,
+                          .stateLog = *stateLog_}},
+      evidence_{fnStateController_, storedFnStates_},
+      storedModes_{storedFnStates_, evidence_},
+      settings_{{.userDefaults = use_.userDefaults,
+                 .notificationCenter = use_.notificationCenter,
+                 .text = use_.text}},
+      keyboardFnStates_{use_.userDefaults},
+      namedSettings_{{.settings = settings_, .userDefaults = use_.userDefaults}},
+      commands_{{.modes = storedModes_,
+                 .keyboardFnStates = keyboardFnStates_,
+                 .namedSettings = namedSettings_,
+                 .workspace = use_.workspace}} {}
+
+void Tool::run(const std::vector<std::string>& words) {
+  // The settings of root are nobody's.
+  if (use_.process.isRoot()) return fail("keyrow belongs to a user, and does not run as root.");
+  const auto arguments = parse(words);
+  if (!arguments) {
+    use_.terminal.printError("keyrow: " + arguments.error());
+    for (const auto& line : usage()) use_.terminal.printError(line);
+    return finish(exitStatus::usage);
+  }
+  perform(*arguments);
+}
+
+void Tool::perform(const Arguments& arguments) {
+  switch (arguments.command) {
+    case Command::help:
+      printLines(usage());
+      return succeed();
+    case Command::version: {
+      const auto version = use_.bundle.infoValue("CFBundleShortVersionString");
+      const auto* text = version ? version->string() : nullptr;
+      if (!text) return fail("Keyrow.app is not where this command belongs to.");
+      use_.terminal.print("Keyrow " + *text);
+      return succeed();
+    }
+    case Command::status:
+      return showStatus(arguments.isJson);
+    case Command::showMode:
+      return showMode();
+    case Command::setMode:
+      return change(Request::Kind::setMode, {}, arguments.value);
+    case Command::toggleMode:
+      return change(Request::Kind::toggleMode, {}, {});
+    case Command::listOverrides:
+      return withStatus([this](const Status& status) {
+        printLines(overrideLines(status));
+        succeed();
+      });
+    case Command::setOverride:
+    case Command::clearOverride:
+      return changeOverride(arguments);
+    case Command::listKeyboards:
+      return withStatus([this](const Status& status) {
+        printLines(keyboardLines(status));
+        if (!status.running) {
+          use_.terminal.printError("keyrow: Keyrow does not run: only stored modes are known.");
+        }
+        succeed();
+      });
+    case Command::setKeyboard:
+      return changeKeyboard(arguments);
+    case Command::listSettings:
+      return showSettings();
+    case Command::showSetting:
+      return showSetting(arguments.subject);
+    case Command::setSetting:
+      return change(Request::Kind::setSetting, arguments.subject, arguments.value);
+    case Command::watch:
+      return watch(arguments.isJson);
+    case Command::doctor:
+      return showDiagnosis();
+  }
+}
+
+// What only looks.
+
+void Tool::showStatus(bool isJson) {
+  withStatus([this, isJson](const Status& status) {
+    printStatus(status, isJson);
+    succeed();
+  });
+}
+
+void Tool::printStatus(const Status& status, bool isJson) {
+  if (isJson) return use_.terminal.print(jsonText(status, surroundings()));
+  for (const auto& [what, how] : facts(status, surroundings())) {
+    constexpr std::string_view bold = "\033[1m";
+    constexpr std::string_view plain = "\033[0m";
+    const auto title =
+        use_.terminal.isInteractive() ? std::string{bold} + what + std::string{plain} : what;
+    use_.terminal.print(title + ": " + how);
+  }
+}
+
+void Tool::showMode() {
+  withStatus([this](const Status& status) {
+    if (!status.global) return fail("No global mode is stored.");
+    use_.terminal.print(wordOf(*status.global));
+    succeed();
+  });
+}
+
+void Tool::showSettings() {
+  for (const auto& name : NamedSettings::names()) {
+    use_.terminal.print(name + ": " + namedSettings_.value(name).value_or(""));
+  }
+  succeed();
+}
+
+void Tool::showSetting(const std::string& name) {
+  const auto value = namedSettings_.value(name);
+  if (!value) return fail(unknownWord("setting", name, NamedSettings::names()));
+  use_.terminal.print(*value);
+  succeed();
+}
+
+void Tool::showDiagnosis() {
+  Findings findings{.isRunning = isKeyrowRunning()};
+  for (const auto key : settingsKey::all) {
+    if (use_.userDefaults.isManaged(key)) findings.managedKeys.emplace_back(key);
+  }
+  const auto show = [this, findings](const Status& status) {
+    printLines(diagnose(status, surroundings(), findings));
+    succeed();
+  };
+  if (!findings.isRunning) return show(storedStatus());
+  ask(Request::Kind::status, {}, {}, [this, show](const std::optional<Answer>& answer) {
+    show(answer && answer->status ? statusFrom(*answer->status) : storedStatus());
+  });
+}
+
+void Tool::printLines(const std::vector<std::string>& lines) {
+  for (const auto& line : lines) use_.terminal.print(line);
+}
+
+// What changes something.
+
+void Tool::changeOverride(const Arguments& arguments) {
+  const bool clears = arguments.command == Command::clearOverride;
+  const auto application = applicationMeant(arguments.subject, /*mayBeGone=*/clears);
+  if (!application) return fail(application.error());
+  change(clears ? Request::Kind::clearOverride : Request::Kind::setOverride, *application,
+         arguments.value);
+}
+
+void Tool::changeKeyboard(const Arguments& arguments) {
+  withStatus([this, arguments](const Status& status) {
+    const auto numbers = keyboardMeant(arguments.subject, status);
+    if (!numbers) return fail(numbers.error());
+    change(Request::Kind::setKeyboard, *numbers, arguments.value);
+  });
+}
+
+void Tool::change(Request::Kind kind, const std::string& subject, const std::string& value) {
+  if (!isKeyrowRunning()) {
+    const Request request{.number = {}, .kind = kind, .subject = subject, .value = value};
+    if (const auto problem = commands_.carryOut(request)) return fail(*problem);
+    tellResult(kind, subject, storedStatus());
+    use_.terminal.print(nextLaunchNote());
+    return succeed();
+  }
+  ask(kind, subject, value, [this, kind, subject](const std::optional<Answer>& answer) {
+    if (!answer) return fail(std::string{noAnswer});
+    if (answer->problem) return fail(*answer->problem);
+    if (answer->status) tellResult(kind, subject, statusFrom(*answer->status));
+    succeed();
+  });
+}
+
+void Tool::tellResult(Request::Kind kind, const std::string& subject, const Status& status) {
+  switch (kind) {
+    case Request::Kind::setMode:
+    case Request::Kind::toggleMode:
+      if (status.global) {
+        use_.terminal.print("The global mode is " + std::string{wordOf(*status.global)} + ".");
+      }
+      return;
+    case Request::Kind::setOverride:
+    case Request::Kind::clearOverride: {
+      const auto found = status.overrides.find(subject);
+      use_.terminal.print(inOneLine(subject) +
+                          (found == status.overrides.end()
+                               ? " has no override."
+                               : ": " + std::string{wordOf(found->second)} + "."));
+      return;
+    }
+    case Request::Kind::setKeyboard: {
+      const auto found = status.keyboardModes.find(subject);
+      use_.terminal.print(subject + (found == status.keyboardModes.end()
+                                         ? " follows the mode in force."
+                                         : ": " + std::string{wordOf(found->second)} + "."));
+      if (!status.translatesTopRows) {
+        use_.terminal.print("This has no effect until applyFnModeToExternalFunctionKeys is on.");
+      }
+      return;
+    }
+    case Request::Kind::setSetting:
+      use_.terminal.print(subject + ": " + namedSettings_.value(subject).value_or(""));
+      return;
+    case Request::Kind::status:
+    case Request::Kind::watch:
+      return;
+  }
+}
+
+// Watching.
+
+void Tool::watch(bool isJson) {
+  isWatchingInJson_ = isJson;
+  wasRunning_ = isKeyrowRunning();
+  changeObserver_ = use_.distributedNotificationCenter.addObserver(
+      requestNotification::change, std::string{appIdentifier},
+      [this](const std::optional<PropertyDictionary>& userInfo) {
+        if (userInfo) tellChange(statusFrom(*userInfo));
+      });
+  if (!wasRunning_) tellChange(storedStatus());
+  renewWatch();
+}
+
+/// Asks Keyrow to go on announcing changes, and looks whether it is still there.
+void Tool::renewWatch() {
+  nextLook_ = use_.mainQueue.after(watchInterval, [this] { renewWatch(); });
+  const bool isRunning = isKeyrowRunning();
+  const bool isNews = std::exchange(wasRunning_, isRunning) != isRunning;
+  if (!isRunning) {
+    if (isNews) tellChange(storedStatus());
+    return;
+  }
+  const bool hasHeard = told_ && told_->running;
+  if (hasHeard && ++secondsSinceRenewal_ < secondsPerRenewal) return;
+  secondsSinceRenewal_ = 0;
+  ask(Request::Kind::watch, {}, {}, [this](const std::optional<Answer>& answer) {
+    if (answer && answer->status) tellChange(statusFrom(*answer->status));
+  });
+}
+
+void Tool::tellChange(const Status& status) {
+  if (told_ == status) return;
+  const auto before = std::exchange(told_, status);
+  if (isWatchingInJson_) return use_.terminal.print(jsonText(status, surroundings()));
+  const auto now = facts(status, surroundings());
+  const auto old = before ? facts(*before, surroundings()) : std::vector<Fact>{};
+  for (const auto& fact : now) {
+    if (std::ranges::find(old, fact) == old.end()) {
+      use_.terminal.print(fact.what + ": " + fact.how);
+    }
+  }
+}
+
+// What was meant.
+
+std::expected<std::string, std::string> Tool::applicationMeant(const std::string& text,
+                                                               bool mayBeGone) const {
+  if (text.find('/') != std::string::npos) {
+    if (auto identifier = use_.workspace.bundleIdentifier(text)) return *identifier;
+    return std::unexpected{"There is no application at " + inQuotes(text) + "."};
+  }
+  const auto stored = storedFnStates_.localBundleIdentifiers();
+  if (mayBeGone && std::ranges::find(stored, text) != stored.end()) return text;
+  if (use_.workspace.isApplicationInstalled(text)) return text;
+
+  std::vector<std::string> names;
+  std::vector<std::string> meant;
+  for (const auto& application : use_.workspace.applications()) {
+    names.push_back(application.name);
+    if (!isSameWord(application.name, text)) continue;
+    if (std::ranges::find(meant, application.bundleIdentifier) == meant.end()) {
+      meant.push_back(application.bundleIdentifier);
+    }
+  }
+  if (meant.size() == 1) return meant.front();
+  if (meant.empty()) return std::unexpected{unknownWord("application", text, names)};
+  auto problem = inQuotes(text) + " can be";
+  for (const auto& one : meant) problem += (&one == &meant.front() ? " " : " or ") + inOneLine(one);
+  return std::unexpected{problem + "."};
+}
+
+std::expected<std::string, std::string> Tool::keyboardMeant(const std::string& text,
+                                                            const Status& status) {
+  const auto pair = keyboardNumbersFromText(text);
+  if (!status.running) {
+    if (pair) return pair->text();
+    return std::unexpected{
+        "Keyrow does not run: a keyboard's name says nothing then, only its "
+        "pair of numbers."};
+  }
+  std::vector<std::string> names;
+  std::vector<std::string> meant;
+  bool isApple = false;
+  bool lacksNumbers = false;
+  for (const auto& keyboard : status.running->keyboards) {
+    names.push_back(keyboard.name);
+    const bool isMeant = pair ? keyboard.numbers == pair->text() : isSameWord(keyboard.name, text);
+    if (!isMeant) continue;
+    if (!keyboard.isTranslatable) {
+      isApple = true;
+    } else if (!keyboard.numbers) {
+      lacksNumbers = true;
+    } else if (std::ranges::find(meant, *keyboard.numbers) == meant.end()) {
+      meant.push_back(*keyboard.numbers);
+    }
+  }
+  if (isApple && meant.empty()) return std::unexpected{std::string{Commands::appleKeyboards}};
+  if (pair) return pair->text();
+  if (meant.size() == 1) return meant.front();
+  if (meant.size() > 1) {
+    auto problem = inQuotes(text) + " can be";
+    for (const auto& one : meant) problem += (&one == &meant.front() ? " " : " or ") + one;
+    return std::unexpected{problem + "."};
+  }
+  if (lacksNumbers) {
+    return std::unexpected{
+        "This keyboard does not tell its numbers, so it cannot be told from "
+        "others, and has no mode of its own."};
+  }
+  return std::unexpected{unknownWord("keyboard", text, names)};
+}
+
+// Keyrow and the store.
+
+bool Tool::isKeyrowRunning() const {
+  return !use_.workspace.runningApplications(appIdentifier).empty();
+}
+
+void Tool::ask(Request::Kind kind, const std::string& subject, const std::string& value,
+               AnswerHandler handler) {
+  const auto now = use_.clock.uptime();
+  const Request request{.number = std::to_string(use_.process.processIdentifier()) + "-" +
+                                  std::to_string(now.count()) + "-" + std::to_string(++askedCount_),
+                        .time = now,
+                        .kind = kind,
+                        .subject = subject,
+                        .value = value};
+  const auto settle = [this, handler = std::move(handler)](const std::optional<Answer>& answer) {
+    const auto handle = handler;
+    silence_ = {};
+    answerObserver_ = {};
+    handle(answer);
+  };
+  answerObserver_ = use_.distributedNotificationCenter.addObserver(
+      requestNotification::answer, std::string{appIdentifier},
+      [settle, number = request.number](const std::optional<PropertyDictionary>& userInfo) {
+        const auto answer = answerFrom(userInfo);
+        if (answer && answer->answers(number)) std::function{settle}(answer);
+      });
+  silence_ = use_.mainQueue.after(patience, [settle] { std::function{settle}(std::nullopt); });
+  use_.distributedNotificationCenter.post(requestNotification::request, appIdentifier,
+                                          userInfo(request));
+}
+
+void Tool::withStatus(std::function<void(const Status& status)> handler) {
+  if (!isKeyrowRunning()) return handler(storedStatus());
+  ask(Request::Kind::status, {}, {},
+      [this, handler = std::move(handler)](const std::optional<Answer>& answer) {
+        if (!answer || !answer->status) return fail(std::string{noAnswer});
+        handler(statusFrom(*answer->status));
+      });
+}
+
+Status Tool::storedStatus() {
+  const auto mode = fnStateController_.readFnState();
+  const auto stored = storedFnStates_.all();
+  Status status{
+      .mode = mode ? std::optional{*mode} : std::nullopt,
+      .application = use_.workspace.frontmostBundleIdentifier(),
+      .global = stored.global,
+      .overrides = stored.overrides,
+      .keyboardModes = {},
+      .translatesTopRows = settings_.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys),
+      .running = {}};
+  for (const auto& [numbers, state] : keyboardFnStates_.all()) {
+    status.keyboardModes.emplace(numbers.text(), state);
+  }
+  return status;
+}
+
+Surroundings Tool::surroundings() {
+  if (!use_.secureInput.isEnabled()) return {};
+  return {.isSecureInputOn = true, .secureInputHolder = use_.secureInput.holder()};
+}
+
+void Tool::succeed() { finish(exitStatus::done); }
+
+void Tool::fail(const std::string& problem, int status) {
+  use_.terminal.printError("keyrow: " + problem);
+  finish(status);
+}
+
+void Tool::finish(int status) {
+  if (std::exchange(hasFinished_, true)) return;
+  use_.finished(status);
+}
+
+}  // namespace keyrow::tool

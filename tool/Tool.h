@@ -1,0 +1,149 @@
+#pragma once
+
+#include <chrono>
+#include <expected>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/AppSettings.h"
+#include "core/Commands.h"
+#include "core/FnStateController.h"
+#include "core/KeyboardFnStates.h"
+#include "core/NamedSettings.h"
+#include "core/PreferenceEvidence.h"
+#include "core/Request.h"
+#include "core/Status.h"
+#include "core/StoredFnStates.h"
+#include "platform/Bundle.h"
+#include "platform/Clock.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/GlobalPreferences.h"
+#include "platform/HidSystem.h"
+#include "platform/MainQueue.h"
+#include "platform/NotificationCenter.h"
+#include "platform/Process.h"
+#include "platform/SecureInput.h"
+#include "platform/SystemLog.h"
+#include "platform/Terminal.h"
+#include "platform/Text.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+#include "tool/Arguments.h"
+#include "tool/Report.h"
+#include "tool/StoredModes.h"
+
+namespace keyrow::tool {
+
+/// How a command has ended: the program's exit status.
+namespace exitStatus {
+inline constexpr int done = 0;
+inline constexpr int couldNot = 1;
+inline constexpr int usage = 2;
+}  // namespace exitStatus
+
+/// The command `keyrow`: one run of it. What changes something is asked of the Keyrow that runs;
+/// where none does, it is stored for the next one. Asks for no permission, and opens no event tap
+/// and no HID manager. Main thread only.
+class Tool {
+ public:
+  /// What it uses. `userDefaults` are Keyrow's, `bundle` is the application's that it lies in.
+  /// `finished` is called once, at the end, with the exit status.
+  struct Uses {
+    Bundle& bundle;
+    Clock& clock;
+    DistributedNotificationCenter& distributedNotificationCenter;
+    GlobalPreferences& globalPreferences;
+    HidSystem& hidSystem;
+    MainQueue& mainQueue;
+    NotificationCenter& notificationCenter;
+    Process& process;
+    SecureInput& secureInput;
+    SystemLog& systemLog;
+    Terminal& terminal;
+    Text& text;
+    UserDefaults& userDefaults;
+    Workspace& workspace;
+    std::function<void(int exitStatus)> finished;
+  };
+
+  explicit Tool(Uses uses);
+
+  /// Does what the arguments say; comes back at once.
+  void run(const std::vector<std::string>& arguments);
+
+ private:
+  /// Absent when Keyrow did not answer.
+  using AnswerHandler = std::function<void(const std::optional<Answer>& answer)>;
+
+  void perform(const Arguments& arguments);
+
+  // What only looks.
+
+  void showStatus(bool isJson);
+  void showMode();
+  void showSettings();
+  void showSetting(const std::string& name);
+  void showDiagnosis();
+  void printLines(const std::vector<std::string>& lines);
+  void printStatus(const Status& status, bool isJson);
+
+  // What changes something.
+
+  void changeOverride(const Arguments& arguments);
+  void changeKeyboard(const Arguments& arguments);
+  void change(Request::Kind kind, const std::string& subject, const std::string& value);
+  void tellResult(Request::Kind kind, const std::string& subject, const Status& status);
+
+  // Watching.
+
+  void watch(bool isJson);
+  void renewWatch();
+  void tellChange(const Status& status);
+
+  // What was meant.
+
+  std::expected<std::string, std::string> applicationMeant(const std::string& text,
+                                                           bool mayBeGone) const;
+  static std::expected<std::string, std::string> keyboardMeant(const std::string& text,
+                                                               const Status& status);
+
+  // Keyrow and the store.
+
+  bool isKeyrowRunning() const;
+  void ask(Request::Kind kind, const std::string& subject, const std::string& value,
+           AnswerHandler handler);
+  void withStatus(std::function<void(const Status& status)> handler);
+  Status storedStatus();
+  Surroundings surroundings();
+
+  void succeed();
+  void fail(const std::string& problem, int status = exitStatus::couldNot);
+  void finish(int status);
+
+  const Uses use_;
+  const std::unique_ptr<Logger> stateLog_;
+  StoredFnStates storedFnStates_;
+  FnStateController fnStateController_;
+  PreferenceEvidence evidence_;
+  StoredModes storedModes_;
+  AppSettings settings_;
+  KeyboardFnStates keyboardFnStates_;
+  NamedSettings namedSettings_;
+  Commands commands_;
+
+  int askedCount_ = 0;
+  ObserverToken answerObserver_;
+  DelayedCall silence_;
+
+  bool isWatchingInJson_ = false;
+  bool wasRunning_ = false;
+  int secondsSinceRenewal_ = 0;
+  std::optional<Status> told_;
+  ObserverToken changeObserver_;
+  DelayedCall nextLook_;
+  bool hasFinished_ = false;
+};
+
+}  // namespace keyrow::tool
