@@ -35,9 +35,10 @@ TEST(RequestTest, IsNothingWhereSomethingIsMissingOrOdd) {
 }
 
 TEST(AnswerTest, ComesOutOfANotificationAsItWentIn) {
-  const Answer answer{.numbers = {"1", "2"},
-                      .problem = "No.",
-                      .status = propertyDictionary(Status{.global = FnState::standard})};
+  Status status;
+  status.global = FnState::standard;
+  const Answer answer{
+      .numbers = {"1", "2"}, .problem = "No.", .status = propertyDictionary(status)};
   const auto back = answerFrom(userInfo(answer));
   ASSERT_TRUE(back);
   EXPECT_THAT(back->numbers, ElementsAre("1", "2"));

@@ -76,7 +76,10 @@ class MainMenuControllerTest : public SimulatedMacTest {
   SimulatedSettingsWindowView& window() { return process->settingsWindow(); }
 
   static KeyDown withCommand(std::string characters, std::uint64_t otherModifiers = 0) {
-    return {.characters = std::move(characters), .flags = keyEventFlag::command | otherModifiers};
+    KeyDown key;
+    key.characters = std::move(characters);
+    key.flags = keyEventFlag::command | otherModifiers;
+    return key;
   }
 };
 
@@ -97,7 +100,9 @@ TEST_F(MainMenuControllerTest, ItsKeysLeadWhereItsItemsDo) {
   }
   EXPECT_TRUE(menu().performKeyEquivalent(withCommand("w")));
   EXPECT_FALSE(window().isVisible());
-  EXPECT_FALSE(menu().performKeyEquivalent({.characters = "q"}));
+  auto withoutCommand = withCommand("q");
+  withoutCommand.flags = 0;
+  EXPECT_FALSE(menu().performKeyEquivalent(withoutCommand));
   EXPECT_TRUE(menu().performKeyEquivalent(withCommand("Q", keyEventFlag::alphaShift)));
   EXPECT_TRUE(process->hasEnded());
 }
