@@ -117,7 +117,8 @@ Session::Before Session::look() {
           .frontmost = stage.mac.applications.frontmost(),
           .writtenCount = stage.mac.hid.writtenCount(),
           .isAsleep = stage.mac.power.isAsleep(),
-          .isContested = isContested()};
+          .isContested = isContested(),
+          .isMenuOpen = process && process->statusItem().menu()};
 }
 
 Modes Session::actualModes() {
@@ -182,7 +183,9 @@ std::string Session::followChoice(const sim::Action& action, const Before& befor
                          stage.hasLogged(stateLogText::setOverride) ||
                          stage.hasLogged(stateLogText::clearedOverride);
   const bool isSwitch = stage.mac.applications.frontmost() != before.frontmost;
-  const bool isNoticed = stage.process() ? meaning.isNoticed || isCommand || isSwitch
+  const bool isIgnored = before.isMenuOpen && std::holds_alternative<sim::UseVoiceOver>(action);
+  const bool isMeant = meaning.isNoticed && !isIgnored;
+  const bool isNoticed = stage.process() ? isMeant || isCommand || isSwitch
                                          : std::ranges::any_of(farewells_, &Farewell::isInFront);
   if (isNoticed && canLook(before)) model().look(actualModes().preference);
   if (isNoticed && !canLook(before)) model().miss();

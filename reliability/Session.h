@@ -60,6 +60,8 @@ class Session {
     bool isAsleep = false;
     /// Of several instances, or one that hangs, some do not know what the others do.
     bool isContested = false;
+    /// Who asks for the menu gets nothing new then.
+    bool isMenuOpen = false;
   };
 
   /// What a Keyrow left behind.

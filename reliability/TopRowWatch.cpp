@@ -71,8 +71,10 @@ std::string TopRowWatch::problem(bool isDone) {
   });
   if (!promise_ || !isDone || hasFailedToRead_) return {};
   const bool reaches = std::ranges::any_of(events, [&](const auto& event) {
+    // A modifier may be held.
     return event.kind == sim::TimelineEvent::Kind::key &&
-           event.terms.front().starts_with("\"" + promise_->key + " down reaches");
+           event.terms.front().starts_with("\"" + promise_->key + " down ") &&
+           event.terms.front().contains(" reaches ");
   });
   if (reaches == (promise_->mode == FnState::standard)) return {};
   return promise_->key + (reaches ? " reached an application" : " did not reach an application") +
