@@ -136,8 +136,9 @@ void ModePolicy::didWake() {
 
 void ModePolicy::sessionResigned() {
   if (isFollowing()) {
-    obeyStore();
-    adoptByEvidence(origin::session, PreferenceEvidence::Hardware::mayBeAnothersAlready);
+    constexpr auto hardware = PreferenceEvidence::Hardware::mayBeAnothersAlready;
+    obeyStore(hardware);
+    adoptByEvidence(origin::session, hardware);
     // The next user finds the keyboard as this one leaves it.
     const auto global = storedGlobalFnState();
     if (global && apply(*global, applyGlobalAction, nullptr)) setScope(false);
@@ -401,7 +402,7 @@ bool ModePolicy::isLeftover(FnState hardware) {
 
 /// Writes what was stored into the hardware, and stores nothing, save a global mode where that is
 /// gone.
-void ModePolicy::obeyStore() {
+void ModePolicy::obeyStore(PreferenceEvidence::Hardware hardware) {
   if (!isFollowing()) return;
   const auto before = std::exchange(seenStore_, use_.storedFnStates.all());
   if (seenStore_ == before) return;
@@ -413,7 +414,7 @@ void ModePolicy::obeyStore() {
     if (!seenStore_.global) storedGlobalFnState();
   } else {
     // An override says nothing about a mode that was chosen for all applications.
-    adoptByEvidence(origin::store);
+    adoptByEvidence(origin::store, hardware);
   }
   const auto modeOf =
       [frontmost = use_.workspace.frontmostBundleIdentifier()](const StoredFnStates::All& stored) {

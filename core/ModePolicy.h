@@ -208,7 +208,7 @@ class ModePolicy final : public ModeChanges {
 
   // What another process has stored.
 
-  void obeyStore();
+  void obeyStore(PreferenceEvidence::Hardware hardware = PreferenceEvidence::Hardware::isOurs);
   void lookAgain();
   bool isFollowing() const { return isInControl_ && isSessionActive_; }
   void noteStore() { seenStore_ = use_.storedFnStates.all(); }
