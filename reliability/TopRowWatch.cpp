@@ -52,7 +52,9 @@ std::optional<FnState> storedMode(const sim::SimulatedKeyboard& keyboard,
 
 TopRowWatch::TopRowWatch(sim::Stage& stage)
     : stage_{stage}, inputs_{stage.mac.keyboards.observeInput([this](const auto& input) {
-        if (input.timestamp <= lastInputTime_) return;
+        const bool isLater = input.timestamp > lastInputTime_;
+        areInputsMixed_ = !isLater && (areInputsMixed_ || input.keyboard != lastKeyboard_);
+        if (!isLater) return;
         lastInputTime_ = input.timestamp;
         lastKeyboard_ = input.keyboard;
       })} {}
@@ -97,8 +99,9 @@ std::optional<TopRowWatch::Promise> TopRowWatch::promiseOf(const sim::Keys& what
                         settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys);
   // The window may be waiting for a key. Of two keyboards that send an input in the same moment,
   // nobody can tell whose the key is.
-  const bool isItsKey = !process->settingsWindow().isVisible() &&
-                        (lastKeyboard_ == keyboard || lastInputTime_ < mac.machAbsoluteTime());
+  const bool isItsKey =
+      !process->settingsWindow().isVisible() &&
+      ((lastKeyboard_ == keyboard && !areInputsMixed_) || lastInputTime_ < mac.machAbsoluteTime());
   if (!isTopRow || !isItsKey || !isSeen(*keyboard) || !isOfOtherMake(*keyboard)) {
     return std::nullopt;
   }

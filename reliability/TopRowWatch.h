@@ -35,9 +35,11 @@ class TopRowWatch {
   sim::Stage& stage_;
   /// Of the line that is being played.
   std::optional<Promise> promise_;
-  /// When the latest input was sent, in mach ticks, and who was the first to send one then.
+  /// When the latest input was sent, in mach ticks, who was the first to send one then, and
+  /// whether another keyboard has sent one in the same moment.
   std::uint64_t lastInputTime_ = 0;
   std::shared_ptr<const sim::SimulatedKeyboard> lastKeyboard_;
+  bool areInputsMixed_ = false;
   /// Keyrow may have taken note of a keyboard that it could not read.
   bool hasFailedToRead_ = false;
   const Registration inputs_;
