@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "core/KeyNames.h"
 #include "core/Words.h"
@@ -30,7 +31,8 @@ bool isSwitch(std::string_view name) {
 
 std::vector<std::string> modifierNames() {
   std::vector<std::string> names{std::string{noModifier}};
-  for (const auto& [modifier, name] : fnReplacementModifierTable) names.emplace_back(name);
+  std::ranges::transform(fnReplacementModifierTable, std::back_inserter(names),
+                         [](const auto& row) { return std::string{row.second}; });
   return names;
 }
 
@@ -45,6 +47,7 @@ const KeyName* keyNamed(std::string_view name) {
 
 std::vector<std::string> NamedSettings::names() {
   std::vector<std::string> names;
+  names.reserve(booleanSettingTable.size() + 3);
   for (const auto& row : booleanSettingTable) names.emplace_back(row.key);
   names.emplace_back(settingsKey::fnReplacementModifier);
   names.emplace_back(shortcutName);

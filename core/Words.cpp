@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <numeric>
 #include <utility>
 
 #include "core/LogText.h"
@@ -19,7 +18,7 @@ char lowered(char character) {
 /// How many letters have to be put in, left out or exchanged to make one word of the other.
 std::size_t distance(std::string_view one, std::string_view other) {
   std::vector<std::size_t> row(other.size() + 1);
-  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < row.size(); ++i) row[i] = i;
   for (std::size_t i = 0; i < one.size(); ++i) {
     auto diagonal = std::exchange(row[0], i + 1);
     for (std::size_t j = 0; j < other.size(); ++j) {

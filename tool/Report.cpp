@@ -77,6 +77,7 @@ std::string jsonOf(const std::optional<std::string>& text) {
 
 std::string jsonOf(const std::map<std::string, FnState, std::less<>>& modes) {
   std::vector<std::pair<std::string_view, std::string>> members;
+  members.reserve(modes.size());
   for (const auto& [key, mode] : modes) members.emplace_back(key, json::text(wordOf(mode)));
   return json::object(members);
 }
@@ -87,6 +88,7 @@ std::string accessWord(InputMonitoringAccess access) {
 
 std::string jsonOf(const Status& status, const Status::Running& running) {
   std::vector<std::string> keyboards;
+  keyboards.reserve(running.keyboards.size());
   for (const auto& keyboard : running.keyboards) {
     keyboards.push_back(json::object({{"name", json::text(keyboard.name)},
                                       {"numbers", jsonOf(keyboard.numbers)},
@@ -153,6 +155,7 @@ std::string jsonText(const Status& status, const Surroundings& surroundings) {
 
 std::vector<std::string> overrideLines(const Status& status) {
   std::vector<std::string> lines;
+  lines.reserve(status.overrides.size());
   for (const auto& [application, mode] : status.overrides) {
     lines.push_back(inOneLine(application) + ": " + std::string{wordOf(mode)});
   }

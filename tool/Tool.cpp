@@ -125,9 +125,13 @@ void Tool::printStatus(const Status& status, bool isJson) {
   for (const auto& [what, how] : facts(status, surroundings())) {
     constexpr std::string_view bold = "\033[1m";
     constexpr std::string_view plain = "\033[0m";
-    const auto title =
-        use_.terminal.isInteractive() ? std::string{bold} + what + std::string{plain} : what;
-    use_.terminal.print(title + ": " + how);
+    const bool isInteractive = use_.terminal.isInteractive();
+    std::string line{isInteractive ? bold : ""};
+    line += what;
+    if (isInteractive) line += plain;
+    line += ": ";
+    line += how;
+    use_.terminal.print(line);
   }
 }
 
