@@ -14,12 +14,17 @@ namespace keyrow::reliability {
 
 namespace {
 
+constexpr std::string_view foreignKeyboard =
+    "keyboard usb vendor=0x046d product-id=0xc33f product=\"G Pro\" transport=USB built-in=false";
+
 /// How every session begins.
 constexpr std::array<std::string_view, 5> beginning{
     "install com.example.one", "install com.example.two",
-    "keyboard internal built-in=true transport=SPI",
-    "keyboard usb vendor=0x046d product-id=0xc33f product=\"G Pro\" transport=USB built-in=false",
-    "launch keyrow"};
+    "keyboard internal built-in=true transport=SPI", foreignKeyboard, "launch keyrow"};
+
+constexpr std::string_view pressUnderOwnMode =
+    "defaults write applyFnModeToExternalFunctionKeys true\n"
+    "defaults write keyboardFnStates 046d:c33f=1\nwait 1ms\npress f8 on usb";
 
 using Text = rc::Gen<std::string>;
 
@@ -81,17 +86,13 @@ Text userLine() {
                "hold f10 on usb\nclick\nrelease f10 on usb",
                "hold f9 on usb\ndisable tap user-input\nrelease f9 on usb",
                "hold fn on usb\nhold ` on usb\nrelease fn on usb\nrelease ` on usb",
-               "defaults write applyFnModeToExternalFunctionKeys true\n"
-               "defaults write keyboardFnStates 046d:c33f=1\nwait 1ms\npress f8 on usb",
-               "release f12 on usb", "release ` on internal"})},
+               std::string{pressUnderOwnMode}, "release f12 on usb", "release ` on internal"})},
        {2, before(mode(), "system-settings ")},
        {1, before(mode(), "hardware ")},
        {1, oneOf({"hardware HIDFKeyMode=2", "hardware HIDParameters=none"})},
        {1, before(app(), "uninstall ")},
        {2, before(app(), "install ")},
-       {1, oneOf({"keyboard internal built-in=true transport=SPI",
-                  "keyboard usb vendor=0x046d product-id=0xc33f product=\"G Pro\" transport=USB "
-                  "built-in=false",
+       {1, oneOf({"keyboard internal built-in=true transport=SPI", std::string{foreignKeyboard},
                   "keyboard keypad usage=7 transport=USB caps-lock=false",
                   "keyboard ghost registry=none transport=USB",
                   "keyboard seized transport=USB exclusive=true", "unplug internal", "unplug usb",
