@@ -69,8 +69,9 @@ class MacWorkspace final : public Workspace {
                                includingPropertiesForKeys:nil
                                                   options:NSDirectoryEnumerationSkipsHiddenFiles
                                                     error:nil]) {
-        if (![file.pathExtension isEqualToString:@"app"]) continue;
-        add([files displayNameAtPath:file.path].stringByDeletingPathExtension,
+        NSString* const path = file.path;
+        if (!path || ![file.pathExtension isEqualToString:@"app"]) continue;
+        add([files displayNameAtPath:path].stringByDeletingPathExtension,
             [NSBundle bundleWithURL:file].bundleIdentifier);
       }
     }
