@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "core/Properties.h"
+
 namespace keyrow {
 
 namespace {
@@ -31,16 +33,6 @@ constexpr std::string_view problem = "problem";
 constexpr std::string_view status = "status";
 }  // namespace word
 
-const PropertyValue* find(const PropertyDictionary& dictionary, std::string_view key) {
-  const auto found = dictionary.find(key);
-  return found == dictionary.end() ? nullptr : &found->second;
-}
-
-const std::string* text(const PropertyDictionary& dictionary, std::string_view key) {
-  const auto* value = find(dictionary, key);
-  return value ? value->string() : nullptr;
-}
-
 }  // namespace
 
 PropertyDictionary userInfo(const Request& request) {
@@ -54,12 +46,11 @@ PropertyDictionary userInfo(const Request& request) {
 
 std::optional<Request> requestFrom(const std::optional<PropertyDictionary>& userInfo) {
   if (!userInfo) return std::nullopt;
-  const auto* number = text(*userInfo, word::number);
-  const auto* timeValue = find(*userInfo, word::time);
-  const auto* time = timeValue ? timeValue->integer() : nullptr;
-  const auto* kindText = text(*userInfo, word::kind);
-  const auto* subject = text(*userInfo, word::subject);
-  const auto* value = text(*userInfo, word::value);
+  const auto* number = findText(*userInfo, word::number);
+  const auto* time = findInteger(*userInfo, word::time);
+  const auto* kindText = findText(*userInfo, word::kind);
+  const auto* subject = findText(*userInfo, word::subject);
+  const auto* value = findText(*userInfo, word::value);
   if (!number || !time || !kindText || !subject || !value) return std::nullopt;
   const auto kind =
       std::ranges::find(kinds, std::string_view{*kindText}, &decltype(kinds)::value_type::second);
@@ -86,14 +77,12 @@ PropertyDictionary userInfo(const Answer& answer) {
 
 std::optional<Answer> answerFrom(const std::optional<PropertyDictionary>& userInfo) {
   if (!userInfo) return std::nullopt;
-  const auto* numbersValue = find(*userInfo, word::numbers);
-  const auto* numbers = numbersValue ? numbersValue->dictionary() : nullptr;
+  const auto* numbers = findDictionary(*userInfo, word::numbers);
   if (!numbers) return std::nullopt;
   Answer answer;
   for (const auto& [number, isAnswered] : *numbers) answer.numbers.push_back(number);
-  if (const auto* problem = text(*userInfo, word::problem)) answer.problem = *problem;
-  const auto* status = find(*userInfo, word::status);
-  if (status && status->dictionary()) answer.status = *status->dictionary();
+  if (const auto* problem = findText(*userInfo, word::problem)) answer.problem = *problem;
+  if (const auto* status = findDictionary(*userInfo, word::status)) answer.status = *status;
   return answer;
 }
 

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "core/Properties.h"
+
 namespace keyrow {
 
 namespace {
@@ -30,36 +32,23 @@ constexpr std::string_view numbers = "numbers";
 constexpr std::string_view isTranslatable = "isTranslatable";
 }  // namespace word
 
-const PropertyValue* find(const PropertyDictionary& dictionary, std::string_view key) {
-  const auto found = dictionary.find(key);
-  return found == dictionary.end() ? nullptr : &found->second;
-}
-
 bool flag(const PropertyDictionary& dictionary, std::string_view key) {
-  const auto* value = find(dictionary, key);
+  const auto* value = findProperty(dictionary, key);
   return value && value->boolValue().value_or(false);
 }
 
 std::optional<std::string> text(const PropertyDictionary& dictionary, std::string_view key) {
-  const auto* value = find(dictionary, key);
-  const auto* string = value ? value->string() : nullptr;
+  const auto* string = findText(dictionary, key);
   return string ? std::optional{*string} : std::nullopt;
 }
 
 std::int64_t number(const PropertyDictionary& dictionary, std::string_view key) {
-  const auto* value = find(dictionary, key);
-  const auto* integer = value ? value->integer() : nullptr;
+  const auto* integer = findInteger(dictionary, key);
   return integer ? *integer : 0;
 }
 
-const PropertyDictionary* inner(const PropertyDictionary& dictionary, std::string_view key) {
-  const auto* value = find(dictionary, key);
-  return value ? value->dictionary() : nullptr;
-}
-
 std::optional<FnState> state(const PropertyDictionary& dictionary, std::string_view key) {
-  const auto* value = find(dictionary, key);
-  const auto* integer = value ? value->integer() : nullptr;
+  const auto* integer = findInteger(dictionary, key);
   return integer ? fnStateFromRawValue(*integer) : std::nullopt;
 }
 
@@ -124,7 +113,7 @@ Status::Running runningFrom(const PropertyDictionary& dictionary) {
                           .hasEventTap = flag(dictionary, word::hasEventTap),
                           .isSessionActive = flag(dictionary, word::isSessionActive),
                           .keyboards = {}};
-  const auto* keyboards = inner(dictionary, word::keyboards);
+  const auto* keyboards = findDictionary(dictionary, word::keyboards);
   if (!keyboards) return running;
   for (const auto& [place, value] : *keyboards) {
     const auto* keyboard = value.dictionary();
@@ -156,11 +145,11 @@ Status statusFrom(const PropertyDictionary& dictionary) {
                 .isOverride = flag(dictionary, word::isOverride),
                 .application = text(dictionary, word::application),
                 .global = state(dictionary, word::global),
-                .overrides = statesFrom(inner(dictionary, word::overrides)),
-                .keyboardModes = statesFrom(inner(dictionary, word::keyboardModes)),
+                .overrides = statesFrom(findDictionary(dictionary, word::overrides)),
+                .keyboardModes = statesFrom(findDictionary(dictionary, word::keyboardModes)),
                 .translatesTopRows = flag(dictionary, word::translatesTopRows),
                 .running = {}};
-  if (const auto* running = inner(dictionary, word::running))
+  if (const auto* running = findDictionary(dictionary, word::running))
     status.running = runningFrom(*running);
   return status;
 }
