@@ -7,6 +7,7 @@
 #include "core/LogText.h"
 #include "core/Words.h"
 #include "tool/Doctor.h"
+#include "tool/Meaning.h"
 
 namespace keyrow::tool {
 
@@ -180,7 +181,10 @@ void Tool::printLines(const std::vector<std::string>& lines) {
 
 void Tool::changeOverride(const Arguments& arguments) {
   const bool clears = arguments.command == Command::clearOverride;
-  const auto application = applicationMeant(arguments.subject, /*mayBeGone=*/clears);
+  // What is gone can still lose its override.
+  const auto stored =
+      clears ? storedFnStates_.localBundleIdentifiers() : std::vector<std::string>{};
+  const auto application = applicationMeant(arguments.subject, stored, use_.workspace);
   if (!application) return fail(application.error());
   change(clears ? Request::Kind::clearOverride : Request::Kind::setOverride, *application,
          arguments.value);
@@ -288,75 +292,6 @@ void Tool::tellChange(const Status& status) {
       use_.terminal.print(fact.what + ": " + fact.how);
     }
   }
-}
-
-// What was meant.
-
-std::expected<std::string, std::string> Tool::applicationMeant(const std::string& text,
-                                                               bool mayBeGone) const {
-  if (text.find('/') != std::string::npos) {
-    if (auto identifier = use_.workspace.bundleIdentifier(text)) return *identifier;
-    return std::unexpected{"There is no application at " + inQuotes(text) + "."};
-  }
-  const auto stored = storedFnStates_.localBundleIdentifiers();
-  if (mayBeGone && std::ranges::find(stored, text) != stored.end()) return text;
-  if (use_.workspace.isApplicationInstalled(text)) return text;
-
-  std::vector<std::string> names;
-  std::vector<std::string> meant;
-  for (const auto& application : use_.workspace.applications()) {
-    names.push_back(application.name);
-    if (!isSameWord(application.name, text)) continue;
-    if (std::ranges::find(meant, application.bundleIdentifier) == meant.end()) {
-      meant.push_back(application.bundleIdentifier);
-    }
-  }
-  if (meant.size() == 1) return meant.front();
-  if (meant.empty()) return std::unexpected{unknownWord("application", text, names)};
-  auto problem = inQuotes(text) + " can be";
-  for (const auto& one : meant) problem += (&one == &meant.front() ? " " : " or ") + inOneLine(one);
-  return std::unexpected{problem + "."};
-}
-
-std::expected<std::string, std::string> Tool::keyboardMeant(const std::string& text,
-                                                            const Status& status) {
-  const auto pair = keyboardNumbersFromText(text);
-  if (!status.running) {
-    if (pair) return pair->text();
-    return std::unexpected{
-        "Keyrow does not run: a keyboard's name says nothing then, only its "
-        "pair of numbers."};
-  }
-  std::vector<std::string> names;
-  std::vector<std::string> meant;
-  bool isApple = false;
-  bool lacksNumbers = false;
-  for (const auto& keyboard : status.running->keyboards) {
-    names.push_back(keyboard.name);
-    const bool isMeant = pair ? keyboard.numbers == pair->text() : isSameWord(keyboard.name, text);
-    if (!isMeant) continue;
-    if (!keyboard.isTranslatable) {
-      isApple = true;
-    } else if (!keyboard.numbers) {
-      lacksNumbers = true;
-    } else if (std::ranges::find(meant, *keyboard.numbers) == meant.end()) {
-      meant.push_back(*keyboard.numbers);
-    }
-  }
-  if (isApple && meant.empty()) return std::unexpected{std::string{Commands::appleKeyboards}};
-  if (pair) return pair->text();
-  if (meant.size() == 1) return meant.front();
-  if (meant.size() > 1) {
-    auto problem = inQuotes(text) + " can be";
-    for (const auto& one : meant) problem += (&one == &meant.front() ? " " : " or ") + one;
-    return std::unexpected{problem + "."};
-  }
-  if (lacksNumbers) {
-    return std::unexpected{
-        "This keyboard does not tell its numbers, so it cannot be told from "
-        "others, and has no mode of its own."};
-  }
-  return std::unexpected{unknownWord("keyboard", text, names)};
 }
 
 // Keyrow and the store.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <expected>
 #include <functional>
 #include <optional>
 #include <string>
@@ -101,13 +100,6 @@ class Tool {
   void watch(bool isJson);
   void renewWatch();
   void tellChange(const Status& status);
-
-  // What was meant.
-
-  std::expected<std::string, std::string> applicationMeant(const std::string& text,
-                                                           bool mayBeGone) const;
-  static std::expected<std::string, std::string> keyboardMeant(const std::string& text,
-                                                               const Status& status);
 
   // Keyrow and the store.
 
