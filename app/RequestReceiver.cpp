@@ -36,10 +36,11 @@ void RequestReceiver::receive(const std::optional<PropertyDictionary>& userInfo)
   const auto request = requestFrom(userInfo);
   if (!request || !use_.takesRequests()) return;
   // Whoever asked has given up: what was reported as not done is never done.
-  const auto age = use_.clock.uptime() - request->time;
-  if (age < 0s || age >= requestLifetime) return;
+  const auto now = use_.clock.uptime();
+  if (request->time > now || request->time <= now - requestLifetime) return;
 
   if (!request->isQuestion()) {
+    post({.numbers = {request->number}});
     const auto problem = use_.commands.carryOut(*request);
     post({.numbers = {request->number},
           .problem = problem,

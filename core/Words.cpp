@@ -68,10 +68,10 @@ std::string unknownWord(std::string_view what, std::string_view word,
   const auto nearest = std::ranges::min_element(
       known, {}, [word](const std::string& one) { return distance(word, one); });
   if (distance(word, *nearest) <= std::max<std::size_t>(2, nearest->size() / 3)) {
-    return message + " Did you mean " + *nearest + "?";
+    return message + " Did you mean " + inOneLine(*nearest) + "?";
   }
   message += " There is: ";
-  for (const auto& one : known) message += (&one == &known.front() ? "" : ", ") + one;
+  for (const auto& one : known) message += (&one == &known.front() ? "" : ", ") + inOneLine(one);
   return message + ".";
 }
 

@@ -71,7 +71,7 @@ const std::map<std::string, Rooms> mayUse{
     {"histedit.h", {"sim/scenario"}},
     {"httplib.h", {"desk", "tests"}},
     {"langinfo.h", {"sim/scenario"}},
-    {"nlohmann/", {"desk", "tests"}},
+    {"nlohmann/", {"desk", "fuzz", "tests"}},
     {"rapidcheck", {"reliability/random"}},
     {"sys/resource.h", {"bench"}},
     {"unistd.h", {"bench", "platform/macos", "reliability/random", "sim/scenario", "tests"}},
