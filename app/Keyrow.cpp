@@ -140,6 +140,7 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                          .appLog = diagnosticsLog_.logger(LogCategory::app)}},
       namedSettings_{
           {.settings = settings_,
+           .bundle = platform.bundle,
            .userDefaults = platform.userDefaults,
            .setAutomaticChecks = [this](bool isOn) { updater_.setAutomaticChecksEnabled(isOn); }}},
       commands_{{.modes = modePolicy_,

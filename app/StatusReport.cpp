@@ -17,19 +17,11 @@ Status::Keyboard described(const KeyboardDeviceSource& source) {
 }  // namespace
 
 Status StatusReport::status() const {
-  const auto stored = use_.storedFnStates.all();
-  Status status{
-      .mode = use_.modePolicy.lastKnownFnState(),
-      .isOverride = use_.modePolicy.isLocalScopeActive(),
-      .application = use_.workspace.frontmostBundleIdentifier(),
-      .global = stored.global,
-      .overrides = stored.overrides,
-      .keyboardModes = {},
-      .translatesTopRows = use_.settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys),
-      .running = running()};
-  for (const auto& [numbers, mode] : use_.keyboardFnStates.all()) {
-    status.keyboardModes.emplace(numbers.text(), mode);
-  }
+  auto status = storedStatus(use_.storedFnStates, use_.keyboardFnStates, use_.settings);
+  status.mode = use_.modePolicy.lastKnownFnState();
+  status.isOverride = use_.modePolicy.isLocalScopeActive();
+  status.application = use_.workspace.frontmostBundleIdentifier();
+  status.running = running();
   return status;
 }
 

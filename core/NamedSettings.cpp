@@ -62,14 +62,16 @@ std::optional<std::string> NamedSettings::value(std::string_view name) const {
     return std::string{modifier ? rawValue(*modifier) : noModifier};
   }
   if (name == shortcutName) return use_.settings.localToggleShortcut().displayName;
-  if (name == settingsKey::SUEnableAutomaticChecks) return automaticChecks();
+  if (name == settingsKey::SUEnableAutomaticChecks) return onOrOff(checksAutomatically());
   return std::nullopt;
 }
 
-std::string NamedSettings::automaticChecks() const {
-  const auto stored = use_.userDefaults.object(settingsKey::SUEnableAutomaticChecks);
-  const auto isOn = stored ? stored->boolValue() : std::nullopt;
-  return isOn ? onOrOff(*isOn) : std::string{defaultValue};
+/// As Sparkle decides it.
+bool NamedSettings::checksAutomatically() const {
+  constexpr auto key = settingsKey::SUEnableAutomaticChecks;
+  const auto stored = use_.userDefaults.object(key);
+  const auto value = stored ? stored : use_.bundle.infoValue(key);
+  return value && value->boolValue().value_or(false);
 }
 
 std::optional<std::string> NamedSettings::problem(std::string_view name,

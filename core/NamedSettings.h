@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/AppSettings.h"
+#include "platform/Bundle.h"
 #include "platform/UserDefaults.h"
 
 namespace keyrow {
@@ -21,6 +22,7 @@ class NamedSettings {
   /// that is only stored.
   struct Uses {
     AppSettings& settings;
+    Bundle& bundle;
     UserDefaults& userDefaults;
     std::function<void(bool)> setAutomaticChecks{};
   };
@@ -43,7 +45,7 @@ class NamedSettings {
   void set(std::string_view name, std::string_view value);
 
  private:
-  std::string automaticChecks() const;
+  bool checksAutomatically() const;
   bool isManaged(std::string_view name) const;
 
   const Uses use_;

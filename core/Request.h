@@ -68,7 +68,8 @@ struct Answer {
   std::vector<std::string> numbers;
   /// Why nothing was done; absent when it was, or when it was a question.
   std::optional<std::string> problem{};
-  /// How things stand now: see `Status`.
+  /// How things stand now: see `Status`. Absent in the first of two answers to a command, which
+  /// says that it is being carried out, however long the keyboard takes.
   std::optional<PropertyDictionary> status{};
 
   bool answers(std::string_view number) const;

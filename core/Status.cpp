@@ -4,7 +4,10 @@
 #include <string_view>
 #include <utility>
 
+#include "core/AppSettings.h"
+#include "core/KeyboardFnStates.h"
 #include "core/Properties.h"
+#include "core/StoredFnStates.h"
 
 namespace keyrow {
 
@@ -126,6 +129,23 @@ Status::Running runningFrom(const PropertyDictionary& dictionary) {
 }
 
 }  // namespace
+
+Status storedStatus(const StoredFnStates& storedFnStates, const KeyboardFnStates& keyboardFnStates,
+                    const AppSettings& settings) {
+  auto stored = storedFnStates.all();
+  Status status{
+      .mode = {},
+      .application = {},
+      .global = stored.global,
+      .overrides = std::move(stored.overrides),
+      .keyboardModes = {},
+      .translatesTopRows = settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys),
+      .running = {}};
+  for (const auto& [numbers, state] : keyboardFnStates.all()) {
+    status.keyboardModes.emplace(numbers.text(), state);
+  }
+  return status;
+}
 
 PropertyDictionary propertyDictionary(const Status& status) {
   PropertyDictionary dictionary{

@@ -12,6 +12,10 @@
 
 namespace keyrow {
 
+class AppSettings;
+class KeyboardFnStates;
+class StoredFnStates;
+
 /// How things stand, as Keyrow tells others.
 struct Status {
   struct Keyboard {
@@ -61,6 +65,10 @@ struct Status {
 
   friend bool operator==(const Status&, const Status&) = default;
 };
+
+/// What is stored, of all that; nothing else is known there.
+Status storedStatus(const StoredFnStates& storedFnStates, const KeyboardFnStates& keyboardFnStates,
+                    const AppSettings& settings);
 
 /// The same in a notification, and back; what is missing there, or is something else, is absent.
 PropertyDictionary propertyDictionary(const Status& status);

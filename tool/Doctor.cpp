@@ -69,11 +69,18 @@ void lookAtModes(const Status& status, Lines& lines) {
 }
 
 void lookAtKeyboards(const Status& status, Lines& lines) {
-  if (status.translatesTopRows) return;
-  const bool isForeignConnected =
-      status.running &&
-      std::ranges::any_of(status.running->keyboards, &Status::Keyboard::isTranslatable);
-  if (!isForeignConnected && status.keyboardModes.empty()) return;
+  bool isForeignConnected = false;
+  for (const auto& keyboard :
+       status.running ? status.running->keyboards : std::vector<Status::Keyboard>{}) {
+    isForeignConnected |= keyboard.isTranslatable;
+    const auto mode = ownMode(status, keyboard);
+    if (!mode || !status.translatesTopRows) continue;
+    lines.push_back(inOneLine(keyboard.name) + " (" + *keyboard.numbers +
+                    ") has a mode of its own: " + std::string{wordOf(*mode)} +
+                    ". keyrow keyboard set " + *keyboard.numbers +
+                    " follow lets it follow the others.");
+  }
+  if (status.translatesTopRows || (!isForeignConnected && status.keyboardModes.empty())) return;
   lines.emplace_back(
       "The top row of keyboards that are not Apple's stays F1 to F12. "
       "keyrow settings applyFnModeToExternalFunctionKeys on lets it follow the mode.");
@@ -94,9 +101,10 @@ Lines diagnose(const Status& status, const Surroundings& surroundings, const Fin
   }
   lookAtSecureInput(surroundings, lines);
   for (const auto& key : findings.managedKeys) {
-    lines.push_back(key + " is managed by an administrator, and cannot be changed here.");
+    lines.push_back(key + " is managed by an administrator: ask them to change it.");
   }
-  lookAtModes(status, lines);
+  // Another user's keyboard is in that user's mode.
+  if (!status.running || status.running->isSessionActive) lookAtModes(status, lines);
   lookAtKeyboards(status, lines);
   if (lines.empty()) lines.emplace_back("Nothing is wrong that Keyrow could see.");
   return lines;

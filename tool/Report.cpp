@@ -41,12 +41,6 @@ std::string joined(const std::vector<std::string>& lines) {
   return text.empty() ? "none" : text;
 }
 
-std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& keyboard) {
-  if (!keyboard.numbers || !keyboard.isTranslatable) return std::nullopt;
-  const auto found = status.keyboardModes.find(*keyboard.numbers);
-  return found == status.keyboardModes.end() ? std::nullopt : std::optional{found->second};
-}
-
 bool isConnected(const Status& status, std::string_view numbers) {
   if (!status.running) return false;
   for (const auto& keyboard : status.running->keyboards) {
@@ -60,7 +54,7 @@ std::string keyboardLine(const Status& status, const Status::Keyboard& keyboard)
   if (keyboard.numbers) line += " (" + *keyboard.numbers + ")";
   if (const auto mode = ownMode(status, keyboard)) {
     line += ": " + std::string{wordOf(*mode)};
-    return status.translatesTopRows ? line + ", whatever the mode in force is"
+    return status.translatesTopRows ? line + ", its own, which no shortcut changes"
                                     : line + ", once applyFnModeToExternalFunctionKeys is on";
   }
   if (!keyboard.isTranslatable) return line + ": the mode of the hardware";
@@ -104,6 +98,12 @@ std::string jsonOf(const Status& status, const Status::Running& running) {
 }
 
 }  // namespace
+
+std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& keyboard) {
+  if (!keyboard.numbers || !keyboard.isTranslatable) return std::nullopt;
+  const auto found = status.keyboardModes.find(*keyboard.numbers);
+  return found == status.keyboardModes.end() ? std::nullopt : std::optional{found->second};
+}
 
 std::vector<Fact> facts(const Status& status, const Surroundings& surroundings) {
   std::vector<Fact> facts{

@@ -18,12 +18,15 @@ using Command = Arguments::Command;
 
 /// Keyrow drops what is older than `requestLifetime`; what it took right before may still be on
 /// its way back.
-constexpr auto patience = requestLifetime + 250ms;
+constexpr auto timeOnTheWay = 250ms;
+/// For how long a command that Keyrow has begun is waited for.
+constexpr auto longestCommand = 10s;
 
 constexpr auto watchInterval = 1s;
-constexpr int secondsPerRenewal = 5;
+constexpr int looksPerRenewal = 5;
 
 constexpr std::string_view noAnswer = "Keyrow does not answer.";
+constexpr std::string_view noEnd = "Keyrow has begun, and does not come to an end.";
 
 std::string nextLaunchNote() { return "Keyrow does not run: this applies at its next launch."; }
 
@@ -43,7 +46,8 @@ Tool::Tool(Uses uses)
                  .notificationCenter = use_.notificationCenter,
                  .text = use_.text}},
       keyboardFnStates_{use_.userDefaults},
-      namedSettings_{{.settings = settings_, .userDefaults = use_.userDefaults}},
+      namedSettings_{
+          {.settings = settings_, .bundle = use_.bundle, .userDefaults = use_.userDefaults}},
       commands_{{.modes = storedModes_,
                  .keyboardFnStates = keyboardFnStates_,
                  .namedSettings = namedSettings_,
@@ -116,24 +120,27 @@ void Tool::perform(const Arguments& arguments) {
 
 void Tool::showStatus(bool isJson) {
   withStatus([this, isJson](const Status& status) {
-    printStatus(status, isJson);
+    printLines(statusLines(status, isJson));
     succeed();
   });
 }
 
-void Tool::printStatus(const Status& status, bool isJson) {
-  if (isJson) return use_.terminal.print(jsonText(status, surroundings()));
-  for (const auto& [what, how] : facts(status, surroundings())) {
-    constexpr std::string_view bold = "\033[1m";
-    constexpr std::string_view plain = "\033[0m";
-    const bool isInteractive = use_.terminal.isInteractive();
+std::vector<std::string> Tool::statusLines(const Status& status, bool isJson) {
+  const auto surroundings = this->surroundings();
+  if (isJson) return {jsonText(status, surroundings)};
+  const bool isInteractive = use_.terminal.isInteractive();
+  constexpr std::string_view bold = "\033[1m";
+  constexpr std::string_view plain = "\033[0m";
+  std::vector<std::string> lines;
+  for (const auto& [what, how] : facts(status, surroundings)) {
     std::string line{isInteractive ? bold : ""};
     line += what;
     if (isInteractive) line += plain;
     line += ": ";
     line += how;
-    use_.terminal.print(line);
+    lines.push_back(std::move(line));
   }
+  return lines;
 }
 
 void Tool::showMode() {
@@ -163,13 +170,16 @@ void Tool::showDiagnosis() {
   for (const auto key : settingsKey::all) {
     if (use_.userDefaults.isManaged(key)) findings.managedKeys.emplace_back(key);
   }
-  const auto show = [this, findings](const Status& status) {
+  const auto show = [this, findings](Status status) {
+    // Something else may have written the keyboard.
+    const auto mode = fnStateController_.readFnState();
+    status.mode = mode ? std::optional{*mode} : std::nullopt;
     printLines(diagnose(status, surroundings(), findings));
     succeed();
   };
-  if (!findings.isRunning) return show(storedStatus());
+  if (!findings.isRunning) return show(ownStatus());
   ask(Request::Kind::status, {}, {}, [this, show](const std::optional<Answer>& answer) {
-    show(answer && answer->status ? statusFrom(*answer->status) : storedStatus());
+    show(answer && answer->status ? statusFrom(*answer->status) : ownStatus());
   });
 }
 
@@ -202,14 +212,15 @@ void Tool::change(Request::Kind kind, const std::string& subject, const std::str
   if (!isKeyrowRunning()) {
     const Request request{.number = {}, .kind = kind, .subject = subject, .value = value};
     if (const auto problem = commands_.carryOut(request)) return fail(*problem);
-    tellResult(kind, subject, storedStatus());
+    tellResult(kind, subject, ownStatus());
     use_.terminal.print(nextLaunchNote());
     return succeed();
   }
   ask(kind, subject, value, [this, kind, subject](const std::optional<Answer>& answer) {
     if (!answer) return fail(std::string{noAnswer});
     if (answer->problem) return fail(*answer->problem);
-    if (answer->status) tellResult(kind, subject, statusFrom(*answer->status));
+    if (!answer->status) return fail(std::string{noEnd});
+    tellResult(kind, subject, statusFrom(*answer->status));
     succeed();
   });
 }
@@ -254,44 +265,40 @@ void Tool::tellResult(Request::Kind kind, const std::string& subject, const Stat
 
 void Tool::watch(bool isJson) {
   isWatchingInJson_ = isJson;
-  wasRunning_ = isKeyrowRunning();
   changeObserver_ = use_.distributedNotificationCenter.addObserver(
       requestNotification::change, std::string{appIdentifier},
       [this](const std::optional<PropertyDictionary>& userInfo) {
-        if (userInfo) tellChange(statusFrom(*userInfo));
+        if (userInfo) tell(statusFrom(*userInfo));
       });
-  if (!wasRunning_) tellChange(storedStatus());
-  renewWatch();
+  lookAgain();
 }
 
-/// Asks Keyrow to go on announcing changes, and looks whether it is still there.
-void Tool::renewWatch() {
-  nextLook_ = use_.mainQueue.after(watchInterval, [this] { renewWatch(); });
-  const bool isRunning = isKeyrowRunning();
-  const bool isNews = std::exchange(wasRunning_, isRunning) != isRunning;
-  if (!isRunning) {
-    if (isNews) tellChange(storedStatus());
-    return;
-  }
-  const bool hasHeard = told_ && told_->running;
-  if (hasHeard && ++secondsSinceRenewal_ < secondsPerRenewal) return;
-  secondsSinceRenewal_ = 0;
+/// Looks at what Keyrow does not announce, and asks it to go on announcing the rest.
+void Tool::lookAgain() {
+  nextLook_ = use_.mainQueue.after(watchInterval, [this] { lookAgain(); });
+  if (!isKeyrowRunning()) return tell(ownStatus());
+  const bool wasRunning = told_ && told_->running;
+  if (wasRunning) tell(Status{*told_});
+  if (handler_) return;
+  const bool isHeard = wasRunning && !isSilent_;
+  if (isHeard && ++looksSinceRenewal_ < looksPerRenewal) return;
+  looksSinceRenewal_ = 0;
   ask(Request::Kind::watch, {}, {}, [this](const std::optional<Answer>& answer) {
-    if (answer && answer->status) tellChange(statusFrom(*answer->status));
+    const bool isAnswer = answer && answer->status;
+    const bool wasSilent = std::exchange(isSilent_, !isAnswer && isKeyrowRunning());
+    if (isAnswer) return tell(statusFrom(*answer->status));
+    if (isSilent_ && !wasSilent) use_.terminal.printError("keyrow: " + std::string{noAnswer});
   });
 }
 
-void Tool::tellChange(const Status& status) {
-  if (told_ == status) return;
-  const auto before = std::exchange(told_, status);
-  if (isWatchingInJson_) return use_.terminal.print(jsonText(status, surroundings()));
-  const auto now = facts(status, surroundings());
-  const auto old = before ? facts(*before, surroundings()) : std::vector<Fact>{};
-  for (const auto& fact : now) {
-    if (std::ranges::find(old, fact) == old.end()) {
-      use_.terminal.print(fact.what + ": " + fact.how);
-    }
+/// Prints what is different from what was printed before.
+void Tool::tell(const Status& status) {
+  told_ = status;
+  auto lines = statusLines(status, isWatchingInJson_);
+  for (const auto& line : lines) {
+    if (std::ranges::find(toldLines_, line) == toldLines_.end()) use_.terminal.print(line);
   }
+  toldLines_ = std::move(lines);
 }
 
 // Keyrow and the store.
@@ -309,25 +316,39 @@ void Tool::ask(Request::Kind kind, const std::string& subject, const std::string
                         .kind = kind,
                         .subject = subject,
                         .value = value};
-  const auto settle = [this, handler = std::move(handler)](const std::optional<Answer>& answer) {
-    const auto handle = handler;
-    silence_ = {};
-    answerObserver_ = {};
-    handle(answer);
-  };
+  handler_ = std::move(handler);
   answerObserver_ = use_.distributedNotificationCenter.addObserver(
       requestNotification::answer, std::string{appIdentifier},
-      [settle, number = request.number](const std::optional<PropertyDictionary>& userInfo) {
+      [this, number = request.number](const std::optional<PropertyDictionary>& userInfo) {
         const auto answer = answerFrom(userInfo);
-        if (answer && answer->answers(number)) std::function{settle}(answer);
+        if (answer && answer->answers(number)) hear(*answer);
       });
-  silence_ = use_.mainQueue.after(patience, [settle] { std::function{settle}(std::nullopt); });
+  // Waits twice: when a terminal has let this process stand still, the time is over at once.
+  silence_ = use_.mainQueue.after(requestLifetime, [this] { waitFor(timeOnTheWay, std::nullopt); });
   use_.distributedNotificationCenter.post(requestNotification::request, appIdentifier,
                                           userInfo(request));
 }
 
+void Tool::hear(const Answer& answer) {
+  const bool isBegun = !answer.status;
+  if (isBegun) return waitFor(longestCommand, answer);
+  settle(answer);
+}
+
+/// Unless there is another answer until then, it stays with this one.
+void Tool::waitFor(std::chrono::nanoseconds time, std::optional<Answer> answer) {
+  silence_ = use_.mainQueue.after(time, [this, answer = std::move(answer)] { settle(answer); });
+}
+
+void Tool::settle(const std::optional<Answer>& answer) {
+  const auto last = answer;
+  silence_ = {};
+  answerObserver_ = {};
+  std::exchange(handler_, {})(last);
+}
+
 void Tool::withStatus(std::function<void(const Status& status)> handler) {
-  if (!isKeyrowRunning()) return handler(storedStatus());
+  if (!isKeyrowRunning()) return handler(ownStatus());
   ask(Request::Kind::status, {}, {},
       [this, handler = std::move(handler)](const std::optional<Answer>& answer) {
         if (!answer || !answer->status) return fail(std::string{noAnswer});
@@ -335,20 +356,12 @@ void Tool::withStatus(std::function<void(const Status& status)> handler) {
       });
 }
 
-Status Tool::storedStatus() {
+/// What can be known without Keyrow.
+Status Tool::ownStatus() {
+  auto status = storedStatus(storedFnStates_, keyboardFnStates_, settings_);
   const auto mode = fnStateController_.readFnState();
-  const auto stored = storedFnStates_.all();
-  Status status{
-      .mode = mode ? std::optional{*mode} : std::nullopt,
-      .application = use_.workspace.frontmostBundleIdentifier(),
-      .global = stored.global,
-      .overrides = stored.overrides,
-      .keyboardModes = {},
-      .translatesTopRows = settings_.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys),
-      .running = {}};
-  for (const auto& [numbers, state] : keyboardFnStates_.all()) {
-    status.keyboardModes.emplace(numbers.text(), state);
-  }
+  if (mode) status.mode = *mode;
+  status.application = use_.workspace.frontmostBundleIdentifier();
   return status;
 }
 

@@ -73,7 +73,7 @@ class Tool {
   void run(const std::vector<std::string>& arguments);
 
  private:
-  /// Absent when Keyrow did not answer.
+  /// Absent when Keyrow did not answer; without a status when it has only begun.
   using AnswerHandler = std::function<void(const std::optional<Answer>& answer)>;
 
   void perform(const Arguments& arguments);
@@ -86,7 +86,7 @@ class Tool {
   void showSetting(const std::string& name);
   void showDiagnosis();
   void printLines(const std::vector<std::string>& lines);
-  void printStatus(const Status& status, bool isJson);
+  std::vector<std::string> statusLines(const Status& status, bool isJson);
 
   // What changes something.
 
@@ -98,16 +98,19 @@ class Tool {
   // Watching.
 
   void watch(bool isJson);
-  void renewWatch();
-  void tellChange(const Status& status);
+  void lookAgain();
+  void tell(const Status& status);
 
   // Keyrow and the store.
 
   bool isKeyrowRunning() const;
   void ask(Request::Kind kind, const std::string& subject, const std::string& value,
            AnswerHandler handler);
+  void hear(const Answer& answer);
+  void waitFor(std::chrono::nanoseconds time, std::optional<Answer> answer);
+  void settle(const std::optional<Answer>& answer);
   void withStatus(std::function<void(const Status& status)> handler);
-  Status storedStatus();
+  Status ownStatus();
   Surroundings surroundings();
 
   void succeed();
@@ -126,13 +129,16 @@ class Tool {
   Commands commands_;
 
   int askedCount_ = 0;
+  /// Empty while nothing is waited for.
+  AnswerHandler handler_;
   ObserverToken answerObserver_;
   DelayedCall silence_;
 
   bool isWatchingInJson_ = false;
-  bool wasRunning_ = false;
-  int secondsSinceRenewal_ = 0;
+  bool isSilent_ = false;
+  int looksSinceRenewal_ = 0;
   std::optional<Status> told_;
+  std::vector<std::string> toldLines_;
   ObserverToken changeObserver_;
   DelayedCall nextLook_;
   bool hasFinished_ = false;
