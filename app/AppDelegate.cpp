@@ -60,7 +60,7 @@ void AppDelegate::handleApplicationActivation() {
 void AppDelegate::handleWake() {
   use_.modePolicy.didWake();
   use_.capsLockMonitor.refreshCapsLockIfEnabled();
-  if (use_.modePolicy.isSessionActive()) use_.eventTapKeeper.handleWake();
+  if (use_.modePolicy.isSessionActive()) use_.eventTapKeeper.lookClosely();
 }
 
 void AppDelegate::handleSessionResign() {

@@ -50,9 +50,9 @@ void EventTapKeeper::look() {
   if (state_ == State::failing && areRetriesOver) make();
 }
 
-void EventTapKeeper::handleWake() {
+void EventTapKeeper::lookClosely() {
   look();
-  // macOS can disable a tap during sleep without ever announcing it.
+  // macOS can disable a tap without ever announcing it, during sleep above all.
   if (state_ == State::running && !use_.eventTapController.reviveEventTap()) hasFailed();
 }
 

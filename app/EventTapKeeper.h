@@ -53,8 +53,9 @@ class EventTapKeeper {
   /// Keyrow became active, or another application did.
   void look();
 
-  /// The Mac woke up.
-  void handleWake();
+  /// The same where nobody may have been told that the tap does not work any more: after the Mac
+  /// has woken up, and before somebody is told how things stand.
+  void lookClosely();
 
   /// The system has disabled the tap, which `eventType` announced.
   void tapWasDisabled(std::uint32_t eventType);

@@ -141,6 +141,7 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
       namedSettings_{
           {.settings = settings_,
            .bundle = platform.bundle,
+           .notificationCenter = platform.notificationCenter,
            .userDefaults = platform.userDefaults,
            .setAutomaticChecks = [this](bool isOn) { updater_.setAutomaticChecksEnabled(isOn); }}},
       commands_{{.modes = modePolicy_,
@@ -148,9 +149,11 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                  .namedSettings = namedSettings_,
                  .workspace = platform.workspace}},
       statusReport_{{.modePolicy = modePolicy_,
+                     .fnStateController = fnStateController_,
                      .storedFnStates = storedFnStates_,
                      .keyboardFnStates = keyboardFnStates_,
                      .settings = settings_,
+                     .namedSettings = namedSettings_,
                      .eventTapKeeper = eventTapKeeper_,
                      .keyboardSourceMonitor = keyboardSourceMonitor_,
                      .accessibility = platform.accessibility,
@@ -162,6 +165,11 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                         .distributedNotificationCenter = platform.distributedNotificationCenter,
                         .mainQueue = platform.mainQueue,
                         .takesRequests = [this] { return modePolicy_.takesRequests(); },
+                        .look =
+                            [this] {
+                              modePolicy_.isAsked();
+                              if (modePolicy_.isSessionActive()) eventTapKeeper_.lookClosely();
+                            },
                         .status = [this] { return statusReport_.status(); }}},
       appDelegate_{{.modePolicy = modePolicy_,
                     .settings = settings_,

@@ -34,21 +34,30 @@ void RequestReceiver::stop() {
 
 void RequestReceiver::receive(const std::optional<PropertyDictionary>& userInfo) {
   const auto request = requestFrom(userInfo);
-  if (!request || !use_.takesRequests()) return;
-  // Whoever asked has given up: what was reported as not done is never done.
-  const auto now = use_.clock.uptime();
-  if (request->time > now || request->time <= now - requestLifetime) return;
-
-  if (!request->isQuestion()) {
-    post({.numbers = {request->number}});
-    const auto problem = use_.commands.carryOut(*request);
-    post({.numbers = {request->number},
-          .problem = problem,
-          .status = propertyDictionary(use_.status())});
-    return;
-  }
+  if (!request || !isForUs(*request)) return;
+  if (!request->isQuestion()) return carryOut(*request);
   if (request->kind == Request::Kind::watch) keepWatching();
   answerLater(request->number);
+}
+
+bool RequestReceiver::isForUs(const Request& request) {
+  if (!use_.takesRequests()) return false;
+  // Whoever asked longer ago has given up: what was reported as not done is never done.
+  const auto now = use_.clock.uptime();
+  const auto tooOld = now - requestLifetime;
+  if (request.time > now || request.time <= tooOld) return false;
+  std::erase_if(taken_, [tooOld](const auto& one) { return one.second <= tooOld; });
+  // Nor is anything done twice.
+  return taken_.emplace(request.number, request.time).second;
+}
+
+void RequestReceiver::carryOut(const Request& request) {
+  post({.numbers = {request.number}});
+  const auto problem = use_.commands.carryOut(request);
+  post({.numbers = {request.number},
+        .problem = problem,
+        .status = propertyDictionary(use_.status())});
+  if (told_) announceChange();
 }
 
 void RequestReceiver::answerLater(const std::string& number) {
@@ -60,6 +69,7 @@ void RequestReceiver::answerLater(const std::string& number) {
 void RequestReceiver::answerQuestions() {
   const auto numbers = std::exchange(questions_, {});
   if (!use_.takesRequests()) return;
+  use_.look();
   post({.numbers = numbers, .status = propertyDictionary(use_.status())});
 }
 
@@ -76,13 +86,16 @@ void RequestReceiver::lookForChanges() {
     told_.reset();
     return;
   }
-  auto status = use_.status();
-  if (status != told_) {
-    use_.distributedNotificationCenter.post(requestNotification::change, appIdentifier,
-                                            propertyDictionary(status));
-    told_ = std::move(status);
-  }
+  announceChange();
   nextLook_ = use_.mainQueue.after(lookInterval, [this] { lookForChanges(); });
+}
+
+void RequestReceiver::announceChange() {
+  auto status = use_.status();
+  if (status == told_) return;
+  use_.distributedNotificationCenter.post(requestNotification::change, appIdentifier,
+                                          propertyDictionary(status));
+  told_ = std::move(status);
 }
 
 void RequestReceiver::post(const Answer& answer) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,14 +22,15 @@ namespace keyrow {
 /// second share one answer. Main thread only.
 class RequestReceiver {
  public:
-  /// What it uses. `takesRequests` tells whether this Keyrow is the one to answer, and `status` how
-  /// things stand.
+  /// What it uses. `takesRequests` tells whether this Keyrow is the one to answer, `look` finds out
+  /// what has changed unnoticed, and `status` tells how things stand.
   struct Uses {
     Commands& commands;
     Clock& clock;
     DistributedNotificationCenter& distributedNotificationCenter;
     MainQueue& mainQueue;
     std::function<bool()> takesRequests;
+    std::function<void()> look;
     std::function<Status()> status;
   };
 
@@ -39,14 +41,20 @@ class RequestReceiver {
 
  private:
   void receive(const std::optional<PropertyDictionary>& userInfo);
+  bool isForUs(const Request& request);
+  void carryOut(const Request& request);
   void answerLater(const std::string& number);
   void answerQuestions();
   void keepWatching();
   void lookForChanges();
+  void announceChange();
   void post(const Answer& answer);
 
   const Uses use_;
   ObserverToken observer_;
+
+  /// When what came in the last second was made, by its number.
+  std::map<std::string, std::chrono::nanoseconds> taken_;
 
   /// The questions that wait for their answer.
   std::vector<std::string> questions_;

@@ -17,12 +17,23 @@ Status::Keyboard described(const KeyboardDeviceSource& source) {
 }  // namespace
 
 Status StatusReport::status() const {
-  auto status = storedStatus(use_.storedFnStates, use_.keyboardFnStates, use_.settings);
-  status.mode = use_.modePolicy.lastKnownFnState();
-  status.isOverride = use_.modePolicy.isLocalScopeActive();
+  auto status =
+      storedStatus(use_.storedFnStates, use_.keyboardFnStates, use_.settings, use_.namedSettings);
+  const auto mode = use_.fnStateController.readFnState();
+  if (mode) status.mode = *mode;
+  status.source = source(status);
   status.application = use_.workspace.frontmostBundleIdentifier();
   status.running = running();
   return status;
+}
+
+Status::Source StatusReport::source(const Status& status) const {
+  // Somebody else has put it there.
+  if (!status.mode || status.mode != use_.modePolicy.lastKnownFnState()) {
+    return Status::Source::unknown;
+  }
+  if (use_.modePolicy.isLocalScopeActive()) return Status::Source::override_;
+  return status.mode == status.global ? Status::Source::global : Status::Source::unknown;
 }
 
 Status::Running StatusReport::running() const {

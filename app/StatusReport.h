@@ -2,8 +2,10 @@
 
 #include "app/EventTapKeeper.h"
 #include "core/AppSettings.h"
+#include "core/FnStateController.h"
 #include "core/KeyboardFnStates.h"
 #include "core/ModePolicy.h"
+#include "core/NamedSettings.h"
 #include "core/Status.h"
 #include "core/StoredFnStates.h"
 #include "input/KeyboardSourceMonitor.h"
@@ -19,9 +21,11 @@ class StatusReport {
  public:
   struct Uses {
     const ModePolicy& modePolicy;
+    FnStateController& fnStateController;
     const StoredFnStates& storedFnStates;
     const KeyboardFnStates& keyboardFnStates;
     const AppSettings& settings;
+    const NamedSettings& namedSettings;
     const EventTapKeeper& eventTapKeeper;
     const KeyboardSourceMonitor& keyboardSourceMonitor;
     Accessibility& accessibility;
@@ -35,6 +39,7 @@ class StatusReport {
   Status status() const;
 
  private:
+  Status::Source source(const Status& status) const;
   Status::Running running() const;
 
   const Uses use_;

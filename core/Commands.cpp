@@ -7,6 +7,8 @@ namespace keyrow {
 
 namespace {
 
+constexpr std::string_view notStored = "It could not be stored.";
+
 std::string noSuchMode(std::string_view word) {
   return "A mode is special or standard, and not " + inQuotes(word) + ".";
 }
@@ -25,6 +27,8 @@ std::optional<std::string> problemOf(CommandResult result) {
       return "No mode is stored, and the keyboard's cannot be read.";
     case CommandResult::noOverride:
       return "This application has no override.";
+    case CommandResult::notStored:
+      return std::string{notStored};
   }
   return std::nullopt;
 }
@@ -74,19 +78,18 @@ std::optional<std::string> Commands::setKeyboard(const Request& request) {
     return "A keyboard's mode is special, standard or follow, and not " + inQuotes(request.value) +
            ".";
   }
-  if (isAppleVendor(numbers->vendorID)) {
-    return std::string{appleKeyboards};
-  }
+  // What is stored for one all the same can be taken away.
+  if (mode && isAppleVendor(numbers->vendorID)) return std::string{appleKeyboards};
   if (use_.keyboardFnStates.isManaged()) {
     return "The keyboards' modes are managed by an administrator.";
   }
-  use_.keyboardFnStates.set(*numbers, mode);
+  if (!use_.keyboardFnStates.set(*numbers, mode)) return std::string{notStored};
   return std::nullopt;
 }
 
 std::optional<std::string> Commands::setSetting(const Request& request) {
   if (auto problem = use_.namedSettings.problem(request.subject, request.value)) return problem;
-  use_.namedSettings.set(request.subject, request.value);
+  if (!use_.namedSettings.set(request.subject, request.value)) return std::string{notStored};
   return std::nullopt;
 }
 

@@ -29,13 +29,14 @@ std::optional<FnState> KeyboardFnStates::of(const KeyboardNumbers& numbers) cons
   return found == states.end() ? std::nullopt : std::optional{found->second};
 }
 
-void KeyboardFnStates::set(const KeyboardNumbers& numbers, std::optional<FnState> state) {
+bool KeyboardFnStates::set(const KeyboardNumbers& numbers, std::optional<FnState> state) {
   auto stored = storedDictionary(userDefaults_, settingsKey::keyboardFnStates);
   const auto removed = std::erase_if(
       stored, [&](const auto& entry) { return keyboardNumbersFromText(entry.first) == numbers; });
-  if (!state && removed == 0) return;
+  if (!state && removed == 0) return true;
   if (state) stored.emplace(numbers.text(), rawValue(*state));
   userDefaults_.setObject(settingsKey::keyboardFnStates, std::move(stored));
+  return of(numbers) == state;
 }
 
 }  // namespace keyrow

@@ -23,8 +23,8 @@ class KeyboardFnStates {
 
   /// The mode of one keyboard; absent when it follows the others.
   std::optional<FnState> of(const KeyboardNumbers& numbers) const;
-  /// Absent lets it follow again.
-  void set(const KeyboardNumbers& numbers, std::optional<FnState> state);
+  /// Absent lets it follow again. False when it could not be stored.
+  bool set(const KeyboardNumbers& numbers, std::optional<FnState> state);
 
   /// Whether an administrator manages them: then setting one has no effect.
   bool isManaged() const { return userDefaults_.isManaged(settingsKey::keyboardFnStates); }

@@ -238,7 +238,9 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
 }
 
 void ModePolicy::tell(CommandResult result) {
-  if (result == CommandResult::done) use_.presenter.commandWorked();
+  // The keyboard has changed also where that could not be stored.
+  if (result == CommandResult::done || result == CommandResult::notStored)
+    use_.presenter.commandWorked();
 }
 
 // What other programs ask for.
@@ -259,8 +261,9 @@ CommandResult ModePolicy::setOverride(const std::string& bundleIdentifier, FnSta
     return setLocal(state, bundleIdentifier, nullptr);
   }
   if (!mayChangeLocals()) return CommandResult::managed;
-  use_.storedFnStates.setLocal(bundleIdentifier, state);
+  const bool isStored = use_.storedFnStates.setLocal(bundleIdentifier, state);
   noteStore();
+  if (!isStored) return CommandResult::notStored;
   use_.stateLog.notice("Stored a function key override for an app that is not in front: " +
                        std::string{modeText(state)} + appSuffix(bundleIdentifier) + ".");
   return CommandResult::done;
@@ -275,8 +278,9 @@ CommandResult ModePolicy::clearOverride(const std::string& bundleIdentifier) {
     return clearLocal(bundleIdentifier, nullptr);
   }
   if (!mayChangeLocals()) return CommandResult::managed;
-  use_.storedFnStates.removeLocal(bundleIdentifier);
+  const bool isStored = use_.storedFnStates.removeLocal(bundleIdentifier);
   noteStore();
+  if (!isStored) return CommandResult::notStored;
   use_.stateLog.notice("Removed the function key override of an app that is not in front" +
                        appSuffix(bundleIdentifier) + ".");
   return CommandResult::done;
@@ -288,10 +292,10 @@ CommandResult ModePolicy::setGlobal(FnState state, const KeyboardDeviceSource* s
   if (!mayChangeGlobal()) return CommandResult::managed;
   const std::string mode{modeText(state)};
   if (!apply(state, "set the global function key mode to " + mode, source)) return whyNotApplied();
-  storeGlobal(state);
+  const bool isStored = storeGlobal(state);
   setScope(false);
   use_.stateLog.notice(std::string{stateLogText::setGlobal} + mode + sourceSuffix(source) + ".");
-  return CommandResult::done;
+  return isStored ? CommandResult::done : CommandResult::notStored;
 }
 
 CommandResult ModePolicy::toggleGlobal(const KeyboardDeviceSource* source) {
@@ -306,11 +310,11 @@ CommandResult ModePolicy::setLocal(FnState state, const std::string& bundleIdent
                       std::string{modeText(state)} + appSuffix(bundleIdentifier);
   if (!apply(state, "set a " + target, source)) return whyNotApplied();
   leftover_ = Leftover{state, /*isOfOverride=*/true};
-  use_.storedFnStates.setLocal(bundleIdentifier, state);
+  const bool isStored = use_.storedFnStates.setLocal(bundleIdentifier, state);
   noteStore();
   setScope(true);
   use_.stateLog.notice("Set a " + target + sourceSuffix(source) + ".");
-  return CommandResult::done;
+  return isStored ? CommandResult::done : CommandResult::notStored;
 }
 
 CommandResult ModePolicy::clearLocal(const std::string& bundleIdentifier,
@@ -326,10 +330,10 @@ CommandResult ModePolicy::clearLocal(const std::string& bundleIdentifier,
   }
   if (!apply(*global, applyGlobalAction, source)) return whyNotApplied();
   setScope(false);
-  use_.storedFnStates.removeLocal(bundleIdentifier);
+  const bool isStored = use_.storedFnStates.removeLocal(bundleIdentifier);
   noteStore();
   use_.stateLog.notice(std::string{stateLogText::clearedOverride} + suffixes + ".");
-  return CommandResult::done;
+  return isStored ? CommandResult::done : CommandResult::notStored;
 }
 
 CommandResult ModePolicy::whyNotApplied() const {
@@ -482,11 +486,13 @@ std::optional<FnState> ModePolicy::storedGlobalFnState() {
   return hardware;
 }
 
-void ModePolicy::storeGlobal(FnState state) {
-  if (!mayChangeGlobal()) return;
-  use_.storedFnStates.setGlobal(state);
+/// False when it could not be stored.
+bool ModePolicy::storeGlobal(FnState state) {
+  if (!mayChangeGlobal()) return false;
+  const bool isStored = use_.storedFnStates.setGlobal(state);
   noteStore();
   if (isInControl_) evidence_.noteSeen();
+  return isStored;
 }
 
 /// Puts the global mode where System Settings shows it.

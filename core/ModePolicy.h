@@ -121,6 +121,9 @@ class ModePolicy final : public ModeChanges {
   /// else the global mode.
   void clicked();
 
+  /// Another program asks how things stand. It is told what a command would depart from.
+  void isAsked() { beforeCommand(); }
+
   /// The menu is about to open.
   ModesToOffer menuOpens();
 
@@ -225,7 +228,7 @@ class ModePolicy final : public ModeChanges {
 
   std::optional<FnState> currentFnState();
   std::optional<FnState> globalOrCurrentFnState();
-  void storeGlobal(FnState state);
+  bool storeGlobal(FnState state);
   void persist(FnStatePersistReason reason);
   bool apply(FnState state, std::string_view action, const KeyboardDeviceSource* source);
   void rememberLeftover();

@@ -98,7 +98,15 @@ std::optional<std::string> NamedSettings::problem(std::string_view name,
   return unknownWord("key", value, keys);
 }
 
-void NamedSettings::set(std::string_view name, std::string_view value) {
+bool NamedSettings::set(std::string_view name, std::string_view value) {
+  store(name, value);
+  use_.notificationCenter.post(settingWasSet);
+  const auto wanted =
+      isSwitch(name) ? onOrOff(switchFromWord(value).value_or(false)) : std::string{value};
+  return value == defaultValue || isSameWord(this->value(name).value_or(""), wanted);
+}
+
+void NamedSettings::store(std::string_view name, std::string_view value) {
   const bool isDefault = value == defaultValue;
   if (const auto* row = booleanNamed(name)) {
     use_.settings.set(row->setting, !isDefault && switchFromWord(value).value_or(false));

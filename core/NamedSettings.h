@@ -9,9 +9,13 @@
 
 #include "core/AppSettings.h"
 #include "platform/Bundle.h"
+#include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 
 namespace keyrow {
+
+/// Posted in the process when a setting was set by its name.
+inline constexpr std::string_view settingWasSet = "SettingWasSet";
 
 /// The settings of the settings window by the names under which people write them, as texts: the
 /// keys of the user defaults, and "shortcut" for the three keys of the per-app shortcut. Main
@@ -23,6 +27,7 @@ class NamedSettings {
   struct Uses {
     AppSettings& settings;
     Bundle& bundle;
+    NotificationCenter& notificationCenter;
     UserDefaults& userDefaults;
     std::function<void(bool)> setAutomaticChecks{};
   };
@@ -41,12 +46,15 @@ class NamedSettings {
   /// Why this cannot be set, in words for people; absent when it can.
   std::optional<std::string> problem(std::string_view name, std::string_view value) const;
 
-  /// Sets what has no problem.
-  void set(std::string_view name, std::string_view value);
+  /// Whether an administrator manages what is stored for it.
+  bool isManaged(std::string_view name) const;
+
+  /// Sets what has no problem, and posts `settingWasSet`. False when it could not be stored.
+  bool set(std::string_view name, std::string_view value);
 
  private:
   bool checksAutomatically() const;
-  bool isManaged(std::string_view name) const;
+  void store(std::string_view name, std::string_view value);
 
   const Uses use_;
 };

@@ -3,23 +3,26 @@
 namespace keyrow {
 
 std::optional<FnState> PreferenceEvidence::takeChosenFnState(Hardware whose) {
-  const auto preference = fnStateController_.readSynchronizedPreference();
+  const auto finding = look(whose);
+  if (finding.isDecided) note(finding.preference);
+  return finding.chosen;
+}
+
+PreferenceEvidence::Finding PreferenceEvidence::look(Hardware whose) const {
+  Finding finding{.preference = fnStateController_.readSynchronizedPreference()};
+  const auto& preference = finding.preference;
   const auto seen = lastSeen();
-  if (!preference || !*preference || !seen || rawValue(**preference) == *seen) {
-    note(preference);
-    return std::nullopt;
-  }
+  if (!preference || !*preference || !seen || rawValue(**preference) == *seen) return finding;
   // Keyrow's own may have got there only now.
-  const bool isOwn = *preference == unwritten_;
+  if (*preference == unwritten_) return finding;
   if (whose == Hardware::mayBeAnothersAlready) {
-    note(preference);
-    return isOwn ? std::nullopt : *preference;
+    finding.chosen = *preference;
+    return finding;
   }
   const auto hardware = fnStateController_.readFnState();
-  // What cannot be decided now may be evidence later.
-  if (!hardware && !isOwn) return std::nullopt;
-  note(preference);
-  return !isOwn && *hardware == **preference ? *preference : std::nullopt;
+  finding.isDecided = hardware.has_value();
+  if (hardware && *hardware == **preference) finding.chosen = *preference;
+  return finding;
 }
 
 void PreferenceEvidence::noteWritten(const FnStateController::Persisted& persisted) {

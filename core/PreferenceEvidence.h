@@ -26,6 +26,9 @@ class PreferenceEvidence {
   /// hardware may be in another user's hands already, the preference alone tells.
   std::optional<FnState> takeChosenFnState(Hardware hardware);
 
+  /// The same without counting: what the next look would find.
+  std::optional<FnState> chosenFnState() const { return look(Hardware::isOurs).chosen; }
+
   /// What is in the preference now is no evidence any more.
   void noteSeen() { note(fnStateController_.readSynchronizedPreference()); }
 
@@ -33,6 +36,15 @@ class PreferenceEvidence {
   void noteWritten(const FnStateController::Persisted& persisted);
 
  private:
+  /// What a look finds.
+  struct Finding {
+    FnStateController::SynchronizedPreference preference;
+    std::optional<FnState> chosen{};
+    /// Otherwise it may be evidence later.
+    bool isDecided = true;
+  };
+
+  Finding look(Hardware whose) const;
   void note(const FnStateController::SynchronizedPreference& preference);
   void keep(std::int64_t preference);
   std::optional<std::int64_t> lastSeen() const;

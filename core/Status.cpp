@@ -1,11 +1,13 @@
 #include "core/Status.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <string_view>
 #include <utility>
 
 #include "core/AppSettings.h"
 #include "core/KeyboardFnStates.h"
+#include "core/NamedSettings.h"
 #include "core/Properties.h"
 #include "core/StoredFnStates.h"
 
@@ -17,12 +19,13 @@ using States = std::map<std::string, FnState, std::less<>>;
 
 namespace word {
 constexpr std::string_view mode = "mode";
-constexpr std::string_view isOverride = "isOverride";
+constexpr std::string_view source = "source";
 constexpr std::string_view application = "application";
 constexpr std::string_view global = "global";
 constexpr std::string_view overrides = "overrides";
 constexpr std::string_view keyboardModes = "keyboardModes";
 constexpr std::string_view translatesTopRows = "translatesTopRows";
+constexpr std::string_view settings = "settings";
 constexpr std::string_view running = "running";
 constexpr std::string_view processIdentifier = "processIdentifier";
 constexpr std::string_view isTrusted = "isTrusted";
@@ -102,11 +105,32 @@ PropertyDictionary dictionaryOf(const Status::Running& running) {
           {std::string{word::keyboards}, std::move(keyboards)}};
 }
 
+/// The one of these with this number; the first of them for every other number.
+template <typename Enumeration>
+Enumeration oneOf(std::initializer_list<Enumeration> all, std::int64_t number) {
+  const auto found = std::ranges::find_if(
+      all, [number](Enumeration one) { return static_cast<std::int64_t>(one) == number; });
+  return found == all.end() ? *all.begin() : *found;
+}
+
 InputMonitoringAccess accessFrom(std::int64_t number) {
-  for (const auto access : {InputMonitoringAccess::granted, InputMonitoringAccess::denied}) {
-    if (number == static_cast<std::int64_t>(access)) return access;
+  return oneOf({InputMonitoringAccess::unknown, InputMonitoringAccess::granted,
+                InputMonitoringAccess::denied},
+               number);
+}
+
+Status::Source sourceFrom(std::int64_t number) {
+  return oneOf({Status::Source::unknown, Status::Source::global, Status::Source::override_},
+               number);
+}
+
+std::map<std::string, std::string, std::less<>> settingsFrom(const PropertyDictionary* dictionary) {
+  std::map<std::string, std::string, std::less<>> settings;
+  if (!dictionary) return settings;
+  for (const auto& [name, value] : *dictionary) {
+    if (const auto* text = value.string()) settings.emplace(name, *text);
   }
-  return InputMonitoringAccess::unknown;
+  return settings;
 }
 
 Status::Running runningFrom(const PropertyDictionary& dictionary) {
@@ -131,7 +155,7 @@ Status::Running runningFrom(const PropertyDictionary& dictionary) {
 }  // namespace
 
 Status storedStatus(const StoredFnStates& storedFnStates, const KeyboardFnStates& keyboardFnStates,
-                    const AppSettings& settings) {
+                    const AppSettings& settings, const NamedSettings& namedSettings) {
   auto stored = storedFnStates.all();
   Status status{
       .mode = {},
@@ -140,19 +164,27 @@ Status storedStatus(const StoredFnStates& storedFnStates, const KeyboardFnStates
       .overrides = std::move(stored.overrides),
       .keyboardModes = {},
       .translatesTopRows = settings.isOn(BooleanSetting::applyFnModeToExternalFunctionKeys),
+      .settings = {},
       .running = {}};
   for (const auto& [numbers, state] : keyboardFnStates.all()) {
     status.keyboardModes.emplace(numbers.text(), state);
+  }
+  for (auto& name : NamedSettings::names()) {
+    auto value = namedSettings.value(name);
+    if (value) status.settings.emplace(std::move(name), *std::move(value));
   }
   return status;
 }
 
 PropertyDictionary propertyDictionary(const Status& status) {
   PropertyDictionary dictionary{
-      {std::string{word::isOverride}, status.isOverride},
+      {std::string{word::source}, static_cast<int>(status.source)},
       {std::string{word::overrides}, dictionaryOf(status.overrides)},
       {std::string{word::keyboardModes}, dictionaryOf(status.keyboardModes)},
       {std::string{word::translatesTopRows}, status.translatesTopRows}};
+  PropertyDictionary settings;
+  for (const auto& [name, value] : status.settings) settings.emplace(name, value);
+  dictionary.emplace(word::settings, std::move(settings));
   add(dictionary, word::mode, status.mode);
   add(dictionary, word::global, status.global);
   add(dictionary, word::application, status.application);
@@ -162,12 +194,13 @@ PropertyDictionary propertyDictionary(const Status& status) {
 
 Status statusFrom(const PropertyDictionary& dictionary) {
   Status status{.mode = state(dictionary, word::mode),
-                .isOverride = flag(dictionary, word::isOverride),
+                .source = sourceFrom(number(dictionary, word::source)),
                 .application = text(dictionary, word::application),
                 .global = state(dictionary, word::global),
                 .overrides = statesFrom(findDictionary(dictionary, word::overrides)),
                 .keyboardModes = statesFrom(findDictionary(dictionary, word::keyboardModes)),
                 .translatesTopRows = flag(dictionary, word::translatesTopRows),
+                .settings = settingsFrom(findDictionary(dictionary, word::settings)),
                 .running = {}};
   if (const auto* running = findDictionary(dictionary, word::running))
     status.running = runningFrom(*running);

@@ -14,6 +14,7 @@ namespace keyrow {
 
 class AppSettings;
 class KeyboardFnStates;
+class NamedSettings;
 class StoredFnStates;
 
 /// How things stand, as Keyrow tells others.
@@ -44,10 +45,13 @@ struct Status {
     friend bool operator==(const Running&, const Running&) = default;
   };
 
+  /// Where the mode in force comes from.
+  enum class Source { unknown, global, override_ };
+
   /// The mode that the keyboard holds; absent where that cannot be read.
   std::optional<FnState> mode;
-  /// Whether that is the override of the application in front.
-  bool isOverride = false;
+  /// Of what Keyrow knows, where that comes from.
+  Source source = Source::unknown;
   /// The bundle identifier of the application in front; absent where there is none.
   std::optional<std::string> application;
 
@@ -59,6 +63,8 @@ struct Status {
   std::map<std::string, FnState, std::less<>> keyboardModes;
   /// Whether the top row of keyboards that are not Apple's is translated at all.
   bool translatesTopRows = false;
+  /// The settings of the window, by the names and in the words of `NamedSettings`.
+  std::map<std::string, std::string, std::less<>> settings;
 
   /// Absent where Keyrow does not run, or does not answer.
   std::optional<Running> running;
@@ -68,7 +74,7 @@ struct Status {
 
 /// What is stored, of all that; nothing else is known there.
 Status storedStatus(const StoredFnStates& storedFnStates, const KeyboardFnStates& keyboardFnStates,
-                    const AppSettings& settings);
+                    const AppSettings& settings, const NamedSettings& namedSettings);
 
 /// The same in a notification, and back; what is missing there, or is something else, is absent.
 PropertyDictionary propertyDictionary(const Status& status);

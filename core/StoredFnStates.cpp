@@ -34,8 +34,9 @@ std::optional<FnState> StoredFnStates::global() const {
   return object ? storedFnState(*object) : std::nullopt;
 }
 
-void StoredFnStates::setGlobal(FnState state) {
+bool StoredFnStates::setGlobal(FnState state) {
   userDefaults_.setObject(settingsKey::globalFnState, rawValue(state));
+  return global() == state;
 }
 
 std::optional<FnState> StoredFnStates::local(std::string_view bundleIdentifier) const {
@@ -44,21 +45,24 @@ std::optional<FnState> StoredFnStates::local(std::string_view bundleIdentifier) 
   return entry == stored.end() ? std::nullopt : storedFnState(entry->second);
 }
 
-void StoredFnStates::setLocal(std::string_view bundleIdentifier, FnState state) {
+bool StoredFnStates::setLocal(std::string_view bundleIdentifier, FnState state) {
   auto stored = overrides(userDefaults_);
   stored.insert_or_assign(std::string{bundleIdentifier}, rawValue(state));
   userDefaults_.setObject(settingsKey::localFnState, std::move(stored));
+  return local(bundleIdentifier) == state;
 }
 
-void StoredFnStates::removeLocal(std::string_view bundleIdentifier) {
-  removeLocals({std::string{bundleIdentifier}});
+bool StoredFnStates::removeLocal(std::string_view bundleIdentifier) {
+  return removeLocals({std::string{bundleIdentifier}});
 }
 
-void StoredFnStates::removeLocals(const std::vector<std::string>& bundleIdentifiers) {
+bool StoredFnStates::removeLocals(const std::vector<std::string>& bundleIdentifiers) {
   auto stored = overrides(userDefaults_);
   std::size_t removed = 0;
   for (const auto& identifier : bundleIdentifiers) removed += stored.erase(identifier);
-  if (removed > 0) userDefaults_.setObject(settingsKey::localFnState, std::move(stored));
+  if (removed == 0) return true;
+  userDefaults_.setObject(settingsKey::localFnState, stored);
+  return overrides(userDefaults_) == stored;
 }
 
 std::vector<std::string> StoredFnStates::localBundleIdentifiers() const {

@@ -32,16 +32,17 @@ class StoredFnStates {
 
   /// The stored global mode; absent when none is stored.
   std::optional<FnState> global() const;
-  void setGlobal(FnState state);
+  /// This and what changes overrides is false when it could not be stored.
+  bool setGlobal(FnState state);
 
   /// The override of one application; absent when it has none.
   std::optional<FnState> local(std::string_view bundleIdentifier) const;
-  void setLocal(std::string_view bundleIdentifier, FnState state);
-  void removeLocal(std::string_view bundleIdentifier);
+  bool setLocal(std::string_view bundleIdentifier, FnState state);
+  bool removeLocal(std::string_view bundleIdentifier);
 
   /// Removes the entries of all these applications in one write; writes nothing when
   /// there is none to remove.
-  void removeLocals(const std::vector<std::string>& bundleIdentifiers);
+  bool removeLocals(const std::vector<std::string>& bundleIdentifiers);
 
   /// Every application that has an entry, also one whose value is no mode.
   std::vector<std::string> localBundleIdentifiers() const;

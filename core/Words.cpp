@@ -67,9 +67,12 @@ std::string unknownWord(std::string_view what, std::string_view word,
   if (known.empty() || word.size() > longest) return message;
   const auto nearest = std::ranges::min_element(
       known, {}, [word](const std::string& one) { return distance(word, one); });
-  if (distance(word, *nearest) <= std::max<std::size_t>(2, nearest->size() / 3)) {
+  const auto difference = distance(word, *nearest);
+  if (difference < nearest->size() && difference <= std::max<std::size_t>(2, nearest->size() / 3)) {
     return message + " Did you mean " + inOneLine(*nearest) + "?";
   }
+  constexpr std::size_t most = 12;
+  if (known.size() > most) return message;
   message += " There is: ";
   for (const auto& one : known) message += (&one == &known.front() ? "" : ", ") + inOneLine(one);
   return message + ".";

@@ -27,7 +27,7 @@ bool isSameWord(std::string_view one, std::string_view other);
 std::string inQuotes(std::string_view text);
 
 /// That there is no such `what` ("setting", "command" …), and which of the known ones was probably
-/// meant; where none is near, all of them.
+/// meant; where none is near, all of them if they are few.
 std::string unknownWord(std::string_view what, std::string_view word,
                         const std::vector<std::string>& known);
 

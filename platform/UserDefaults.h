@@ -33,6 +33,10 @@ class UserDefaults : public Port {
 
   virtual void setObject(std::string_view key, const PropertyValue& value) = 0;
   virtual void removeObject(std::string_view key) = 0;
+
+  /// Waits until what this process wrote is where others find it, as a program that is about to
+  /// exit has to (`CFPreferencesAppSynchronize`); false when that failed.
+  virtual bool synchronize() = 0;
 };
 
 }  // namespace keyrow

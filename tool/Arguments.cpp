@@ -25,12 +25,7 @@ Parsed tooMuch(const Words& words, std::size_t expected) {
 }
 
 /// Takes "--json" away, where it may stand.
-bool takeJson(Words& words) {
-  const auto json = std::ranges::find(words, "--json");
-  if (json == words.end()) return false;
-  words.erase(json);
-  return true;
-}
+bool takeJson(Words& words) { return std::erase(words, "--json") > 0; }
 
 Parsed parsePlain(Words words, Command command, bool mayBeJson) {
   const bool isJson = mayBeJson && takeJson(words);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/LogText.h"
+#include "core/AppSettings.h"
 #include "core/Words.h"
 
 namespace keyrow::tool {
@@ -12,6 +12,15 @@ namespace {
 using Lines = std::vector<std::string>;
 
 constexpr std::string_view privacySettings = "System Settings > Privacy & Security";
+
+void lookForOthers(const Status::Running& running, const std::vector<std::int64_t>& processes,
+                   Lines& lines) {
+  for (const auto process : processes) {
+    if (process == running.processIdentifier) continue;
+    lines.push_back("Another Keyrow runs, and does nothing any more. Force it to quit: kill -9 " +
+                    std::to_string(process));
+  }
+}
 
 void lookAtKeyrow(const Status::Running& running, Lines& lines) {
   if (!running.isSessionActive) {
@@ -37,7 +46,7 @@ void lookAtKeyrow(const Status::Running& running, Lines& lines) {
 
 void lookAtSecureInput(const Surroundings& surroundings, Lines& lines) {
   if (!surroundings.isSecureInputOn) return;
-  const auto who = surroundings.secureInputHolder ? inOneLine(*surroundings.secureInputHolder)
+  const auto who = surroundings.secureInputHolder ? *surroundings.secureInputHolder
                                                   : std::string{"Some application"};
   lines.push_back(who +
                   " holds secure input, as where a password is typed: no shortcut works until it "
@@ -45,26 +54,21 @@ void lookAtSecureInput(const Surroundings& surroundings, Lines& lines) {
                   "quit it.");
 }
 
-void lookAtModes(const Status& status, Lines& lines) {
+void lookAtModes(const Status& status, bool areOverridesManaged, Lines& lines) {
   if (!status.mode) {
     lines.emplace_back(
         "The keyboard's mode cannot be read. Switch to another application and "
         "back; if that does not help, restart the Mac.");
-    return;
-  }
-  const auto found =
-      status.application ? status.overrides.find(*status.application) : status.overrides.end();
-  const bool hasOverride = found != status.overrides.end();
-  const auto wanted = hasOverride ? std::optional{found->second} : status.global;
-  if (wanted && status.mode != wanted) {
-    lines.push_back("The keyboard is in the mode " + std::string{wordOf(*status.mode)} +
-                    ", and should be in the mode " + std::string{wordOf(*wanted)} +
+  } else if (status.running && status.source == Status::Source::unknown) {
+    lines.push_back("Something else has put the keyboard into the mode " +
+                    std::string{wordOf(*status.mode)} +
                     ". Switch to another application and back.");
-  }
-  if (hasOverride) {
-    lines.push_back(inOneLine(found->first) + " has an override: there the mode is " +
-                    std::string{wordOf(found->second)} + ". keyrow override clear " +
-                    inOneLine(found->first) + " takes it away.");
+  } else if (status.source == Status::Source::override_ && status.application) {
+    lines.push_back(*status.application + " has an override: there the mode is " +
+                    std::string{wordOf(*status.mode)} + "." +
+                    (areOverridesManaged
+                         ? ""
+                         : " keyrow override clear " + *status.application + " takes it away."));
   }
 }
 
@@ -75,9 +79,8 @@ void lookAtKeyboards(const Status& status, Lines& lines) {
     isForeignConnected |= keyboard.isTranslatable;
     const auto mode = ownMode(status, keyboard);
     if (!mode || !status.translatesTopRows) continue;
-    lines.push_back(inOneLine(keyboard.name) + " (" + *keyboard.numbers +
-                    ") has a mode of its own: " + std::string{wordOf(*mode)} +
-                    ". keyrow keyboard set " + *keyboard.numbers +
+    lines.push_back(keyboard.name + " (" + *keyboard.numbers + ") has a mode of its own: " +
+                    std::string{wordOf(*mode)} + ". keyrow keyboard set " + *keyboard.numbers +
                     " follow lets it follow the others.");
   }
   if (status.translatesTopRows || (!isForeignConnected && status.keyboardModes.empty())) return;
@@ -90,13 +93,14 @@ void lookAtKeyboards(const Status& status, Lines& lines) {
 
 Lines diagnose(const Status& status, const Surroundings& surroundings, const Findings& findings) {
   Lines lines;
-  if (!findings.isRunning) {
+  if (findings.processes.empty()) {
     lines.emplace_back("Keyrow does not run, so nothing keeps the mode. Open it.");
   } else if (!status.running) {
     lines.emplace_back(
         "Keyrow runs, and does not answer. Quit it, by force if it has to be, and "
         "open it again.");
   } else {
+    lookForOthers(*status.running, findings.processes, lines);
     lookAtKeyrow(*status.running, lines);
   }
   lookAtSecureInput(surroundings, lines);
@@ -104,7 +108,12 @@ Lines diagnose(const Status& status, const Surroundings& surroundings, const Fin
     lines.push_back(key + " is managed by an administrator: ask them to change it.");
   }
   // Another user's keyboard is in that user's mode.
-  if (!status.running || status.running->isSessionActive) lookAtModes(status, lines);
+  if (!status.running || status.running->isSessionActive) {
+    const bool areOverridesManaged =
+        std::ranges::find(findings.managedKeys, settingsKey::localFnState) !=
+        findings.managedKeys.end();
+    lookAtModes(status, areOverridesManaged, lines);
+  }
   lookAtKeyboards(status, lines);
   if (lines.empty()) lines.emplace_back("Nothing is wrong that Keyrow could see.");
   return lines;

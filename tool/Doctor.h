@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -10,8 +11,8 @@ namespace keyrow::tool {
 
 /// What else the doctor looks at.
 struct Findings {
-  /// Whether Keyrow runs.
-  bool isRunning = false;
+  /// The process identifiers of all Keyrows that run.
+  std::vector<std::int64_t> processes{};
   /// The stored keys that an administrator manages.
   std::vector<std::string> managedKeys{};
 };

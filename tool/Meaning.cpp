@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Commands.h"
+#include "core/KeyboardDeviceSource.h"
 #include "core/KeyboardNumbers.h"
 #include "core/LogText.h"
 #include "core/Words.h"
@@ -30,27 +31,36 @@ Meaning onlyOne(const std::string& text, const std::vector<std::string>& meant) 
   return std::unexpected{problem + "."};
 }
 
+/// Why a keyboard with these numbers, or without any, is not translated.
+std::string whyNotTranslated(const std::vector<std::string>& numbers) {
+  const auto known = numbers.empty() ? std::nullopt : keyboardNumbersFromText(numbers.front());
+  if (!known || isAppleVendor(known->vendorID)) return std::string{Commands::appleKeyboards};
+  return "Keyrow leaves this keyboard's top row alone, so it can have no mode of its own.";
+}
+
 }  // namespace
 
 Meaning applicationMeant(const std::string& text, const std::vector<std::string>& known,
                          Workspace& workspace) {
+  if (contains(known, text)) return text;
   if (text.find('/') != std::string::npos) {
     if (auto identifier = workspace.bundleIdentifier(text)) return *identifier;
     return std::unexpected{"There is no application at " + inQuotes(text) + "."};
   }
-  if (contains(known, text) || workspace.isApplicationInstalled(text)) return text;
-
-  std::vector<std::string> names;
+  auto names = known;
   std::vector<std::string> meant;
   for (const auto& application : workspace.applications()) {
+    // The system finds an application by its identifier in any case, overrides do not.
+    if (isSameWord(application.bundleIdentifier, text)) return application.bundleIdentifier;
     names.push_back(application.name);
     if (isSameWord(application.name, text)) note(meant, application.bundleIdentifier);
   }
-  if (meant.empty()) return std::unexpected{unknownWord("application", text, names)};
-  return onlyOne(text, meant);
+  if (!meant.empty()) return onlyOne(text, meant);
+  if (workspace.isApplicationInstalled(text)) return text;
+  return std::unexpected{unknownWord("application", text, names)};
 }
 
-Meaning keyboardMeant(const std::string& text, const Status& status) {
+Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& status) {
   const auto pair = keyboardNumbersFromText(text);
   if (!status.running) {
     if (pair) return pair->text();
@@ -59,29 +69,26 @@ Meaning keyboardMeant(const std::string& text, const Status& status) {
   }
   std::vector<std::string> names;
   std::vector<std::string> meant;
-  bool isApple = false;
-  bool lacksNumbers = false;
+  bool isThere = false;
+  bool isTranslatable = false;
   for (const auto& keyboard : status.running->keyboards) {
     names.push_back(keyboard.name);
     const bool isMeant = pair ? keyboard.numbers == pair->text() : isSameWord(keyboard.name, text);
     if (!isMeant) continue;
-    if (!keyboard.isTranslatable) {
-      isApple = true;
-    } else if (!keyboard.numbers) {
-      lacksNumbers = true;
-    } else {
-      note(meant, *keyboard.numbers);
-    }
+    isThere = true;
+    isTranslatable |= keyboard.isTranslatable;
+    if (keyboard.numbers) note(meant, *keyboard.numbers);
   }
-  if (!meant.empty()) return onlyOne(text, meant);
-  if (isApple) return std::unexpected{std::string{Commands::appleKeyboards}};
-  if (pair) return pair->text();
-  if (lacksNumbers) {
+  if (pair && !isThere) return pair->text();
+  if (!isThere) return std::unexpected{unknownWord("keyboard", text, names)};
+  if (meant.empty() && (isTranslatable || isToFollow)) {
     return std::unexpected{
         "This keyboard does not tell its numbers, so it cannot be told from others, and has no "
         "mode of its own."};
   }
-  return std::unexpected{unknownWord("keyboard", text, names)};
+  if (meant.size() > 1) return onlyOne(text, meant);
+  if (!isTranslatable && !isToFollow) return std::unexpected{whyNotTranslated(meant)};
+  return meant.front();
 }
 
 }  // namespace keyrow::tool

@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "core/KeyboardNumbers.h"
-#include "core/LogText.h"
 #include "core/Words.h"
 #include "tool/Json.h"
 
@@ -30,9 +29,28 @@ std::string accessText(InputMonitoringAccess access) {
 }
 
 std::string modeText(const Status& status) {
-  auto text = wordOrUnknown(status.mode);
-  if (status.isOverride) return text + ", by an override";
-  return status.global ? text + ", by the global mode" : text;
+  const auto text = wordOrUnknown(status.mode);
+  switch (status.source) {
+    case Status::Source::global:
+      return text + ", by the global mode";
+    case Status::Source::override_:
+      return text + ", by an override";
+    case Status::Source::unknown:
+      break;
+  }
+  return text;
+}
+
+std::string sourceJson(Status::Source source) {
+  switch (source) {
+    case Status::Source::global:
+      return json::text("global");
+    case Status::Source::override_:
+      return json::text("override");
+    case Status::Source::unknown:
+      break;
+  }
+  return json::nothing();
 }
 
 std::string joined(const std::vector<std::string>& lines) {
@@ -50,7 +68,7 @@ bool isConnected(const Status& status, std::string_view numbers) {
 }
 
 std::string keyboardLine(const Status& status, const Status::Keyboard& keyboard) {
-  auto line = inOneLine(keyboard.name);
+  auto line = keyboard.name;
   if (keyboard.numbers) line += " (" + *keyboard.numbers + ")";
   if (const auto mode = ownMode(status, keyboard)) {
     line += ": " + std::string{wordOf(*mode)};
@@ -76,11 +94,19 @@ std::string jsonOf(const std::map<std::string, FnState, std::less<>>& modes) {
   return json::object(members);
 }
 
+std::string jsonOf(const std::map<std::string, std::string, std::less<>>& texts) {
+  std::vector<std::pair<std::string_view, std::string>> members;
+  members.reserve(texts.size());
+  for (const auto& [key, text] : texts) members.emplace_back(key, json::text(text));
+  return json::object(members);
+}
+
 std::string accessWord(InputMonitoringAccess access) {
   return access == InputMonitoringAccess::unknown ? "unknown" : accessText(access);
 }
 
 std::string jsonOf(const Status& status, const Status::Running& running) {
+  const bool isListed = knowsKeyboards(status);
   std::vector<std::string> keyboards;
   keyboards.reserve(running.keyboards.size());
   for (const auto& keyboard : running.keyboards) {
@@ -94,7 +120,7 @@ std::string jsonOf(const Status& status, const Status::Running& running) {
                        {"inputMonitoring", json::text(accessWord(running.inputMonitoring))},
                        {"eventTap", json::flag(running.hasEventTap)},
                        {"sessionInFront", json::flag(running.isSessionActive)},
-                       {"keyboards", json::array(keyboards)}});
+                       {"keyboards", isListed ? json::array(keyboards) : json::nothing()}});
 }
 
 }  // namespace
@@ -105,14 +131,19 @@ std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& key
   return found == status.keyboardModes.end() ? std::nullopt : std::optional{found->second};
 }
 
+bool knowsKeyboards(const Status& status) {
+  return status.running && status.running->inputMonitoring == InputMonitoringAccess::granted;
+}
+
 std::vector<Fact> facts(const Status& status, const Surroundings& surroundings) {
   std::vector<Fact> facts{
       {"Mode", modeText(status)},
-      {"In front", status.application ? inOneLine(*status.application) : "no application"},
+      {"In front", status.application ? *status.application : "no application"},
       {"Global mode", status.global ? std::string{wordOf(*status.global)} : "none is stored"},
       {"Overrides", joined(overrideLines(status))},
-      {"Keyboards", status.running || !status.keyboardModes.empty() ? joined(keyboardLines(status))
-                                                                    : "unknown"}};
+      {"Keyboards", knowsKeyboards(status) || !status.keyboardModes.empty()
+                        ? joined(keyboardLines(status))
+                        : "unknown"}};
   if (status.running) {
     const auto& running = *status.running;
     facts.push_back(
@@ -122,32 +153,28 @@ std::vector<Fact> facts(const Status& status, const Surroundings& surroundings) 
     facts.push_back({"Input Monitoring", accessText(running.inputMonitoring)});
     facts.push_back({"Shortcuts", running.hasEventTap ? "work" : "do not work"});
   } else {
-    facts.push_back({"Keyrow", "does not run"});
+    facts.push_back({"Keyrow", surroundings.isKeyrowSilent ? "does not answer" : "does not run"});
     for (const char* what : {"Accessibility", "Input Monitoring", "Shortcuts"}) {
       facts.push_back({what, "unknown"});
     }
   }
   std::string secureInput = surroundings.isSecureInputOn ? "on" : "off";
-  if (surroundings.secureInputHolder)
-    secureInput += ", by " + inOneLine(*surroundings.secureInputHolder);
+  if (surroundings.secureInputHolder) secureInput += ", by " + *surroundings.secureInputHolder;
   facts.push_back({"Secure input", secureInput});
   return facts;
 }
 
 std::string jsonText(const Status& status, const Surroundings& surroundings) {
-  const auto source = !status.mode        ? json::nothing()
-                      : status.isOverride ? json::text("override")
-                      : status.global     ? json::text("global")
-                                          : json::nothing();
   return json::object(
       {{"version", json::number(formatVersion)},
        {"mode", jsonOf(status.mode)},
-       {"source", source},
+       {"source", sourceJson(status.source)},
        {"application", jsonOf(status.application)},
        {"globalMode", jsonOf(status.global)},
        {"overrides", jsonOf(status.overrides)},
        {"keyboardModes", jsonOf(status.keyboardModes)},
        {"translatesTopRows", json::flag(status.translatesTopRows)},
+       {"settings", jsonOf(status.settings)},
        {"keyrow", status.running ? jsonOf(status, *status.running) : json::nothing()},
        {"secureInput", json::flag(surroundings.isSecureInputOn)},
        {"secureInputHolder", jsonOf(surroundings.secureInputHolder)}});
@@ -157,7 +184,7 @@ std::vector<std::string> overrideLines(const Status& status) {
   std::vector<std::string> lines;
   lines.reserve(status.overrides.size());
   for (const auto& [application, mode] : status.overrides) {
-    lines.push_back(inOneLine(application) + ": " + std::string{wordOf(mode)});
+    lines.push_back(application + ": " + std::string{wordOf(mode)});
   }
   return lines;
 }
@@ -172,7 +199,7 @@ std::vector<std::string> keyboardLines(const Status& status) {
   for (const auto& [numbers, mode] : status.keyboardModes) {
     if (isConnected(status, numbers)) continue;
     lines.push_back(numbers + ": " + std::string{wordOf(mode)} +
-                    (status.running ? ", not connected" : ""));
+                    (knowsKeyboards(status) ? ", not connected" : ""));
   }
   return lines;
 }

@@ -10,6 +10,8 @@ namespace keyrow::tool {
 
 /// What is known besides, without Keyrow.
 struct Surroundings {
+  /// Keyrow runs, and does not answer.
+  bool isKeyrowSilent = false;
   bool isSecureInputOn = false;
   /// Absent where macOS does not tell.
   std::optional<std::string> secureInputHolder{};
@@ -33,6 +35,9 @@ std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& key
 
 /// The same for programs, as one line of JSON.
 std::string jsonText(const Status& status, const Surroundings& surroundings);
+
+/// Whether it tells which keyboards are connected.
+bool knowsKeyboards(const Status& status);
 
 /// The overrides, one a line; the same for the keyboards and their modes.
 std::vector<std::string> overrideLines(const Status& status);

@@ -4,32 +4,45 @@
 
 namespace keyrow::tool {
 
+std::optional<FnState> StoredModes::globalMode() const {
+  const auto chosen = evidence_.chosenFnState();
+  return chosen ? chosen : storedFnStates_.global();
+}
+
 CommandResult StoredModes::setGlobalMode(FnState state) {
   if (storedFnStates_.isGlobalManaged()) return CommandResult::managed;
-  storedFnStates_.setGlobal(state);
+  if (!storedFnStates_.setGlobal(state)) return CommandResult::notStored;
   evidence_.noteSeen();
   return CommandResult::done;
 }
 
+/// What Keyrow would begin with.
+std::optional<FnState> StoredModes::firstGlobalMode() const {
+  if (const auto preference = fnStateController_.readSystemFnStatePreference()) {
+    return fnStateFromPreference(*preference);
+  }
+  const auto hardware = fnStateController_.readFnState();
+  return hardware ? std::optional{*hardware} : std::nullopt;
+}
+
 CommandResult StoredModes::flipGlobalMode() {
-  // What was chosen while Keyrow did not run is what a flip departs from.
-  const auto chosen = evidence_.takeChosenFnState(PreferenceEvidence::Hardware::isOurs);
-  const auto base = chosen ? chosen : storedFnStates_.global();
+  auto base = globalMode();
+  if (!base) base = firstGlobalMode();
   return base ? setGlobalMode(otherFnState(*base)) : CommandResult::noMode;
 }
 
 CommandResult StoredModes::setOverride(const std::string& bundleIdentifier, FnState state) {
   if (storedFnStates_.areLocalsManaged()) return CommandResult::managed;
-  storedFnStates_.setLocal(bundleIdentifier, state);
-  return CommandResult::done;
+  const bool isStored = storedFnStates_.setLocal(bundleIdentifier, state);
+  return isStored ? CommandResult::done : CommandResult::notStored;
 }
 
 CommandResult StoredModes::clearOverride(const std::string& bundleIdentifier) {
   const auto stored = storedFnStates_.localBundleIdentifiers();
   if (std::ranges::find(stored, bundleIdentifier) == stored.end()) return CommandResult::noOverride;
   if (storedFnStates_.areLocalsManaged()) return CommandResult::managed;
-  storedFnStates_.removeLocal(bundleIdentifier);
-  return CommandResult::done;
+  const bool isStored = storedFnStates_.removeLocal(bundleIdentifier);
+  return isStored ? CommandResult::done : CommandResult::notStored;
 }
 
 }  // namespace keyrow::tool

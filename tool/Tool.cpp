@@ -28,8 +28,6 @@ constexpr int looksPerRenewal = 5;
 constexpr std::string_view noAnswer = "Keyrow does not answer.";
 constexpr std::string_view noEnd = "Keyrow has begun, and does not come to an end.";
 
-std::string nextLaunchNote() { return "Keyrow does not run: this applies at its next launch."; }
-
 }  // namespace
 
 Tool::Tool(Uses uses)
@@ -41,13 +39,15 @@ Tool::Tool(Uses uses)
                           .storedFnStates = storedFnStates_,
                           .stateLog = *stateLog_}},
       evidence_{fnStateController_, storedFnStates_},
-      storedModes_{storedFnStates_, evidence_},
+      storedModes_{fnStateController_, storedFnStates_, evidence_},
       settings_{{.userDefaults = use_.userDefaults,
                  .notificationCenter = use_.notificationCenter,
                  .text = use_.text}},
       keyboardFnStates_{use_.userDefaults},
-      namedSettings_{
-          {.settings = settings_, .bundle = use_.bundle, .userDefaults = use_.userDefaults}},
+      namedSettings_{{.settings = settings_,
+                      .bundle = use_.bundle,
+                      .notificationCenter = use_.notificationCenter,
+                      .userDefaults = use_.userDefaults}},
       commands_{{.modes = storedModes_,
                  .keyboardFnStates = keyboardFnStates_,
                  .namedSettings = namedSettings_,
@@ -58,7 +58,7 @@ void Tool::run(const std::vector<std::string>& words) {
   if (use_.process.isRoot()) return fail("keyrow belongs to a user, and does not run as root.");
   const auto arguments = parse(words);
   if (!arguments) {
-    use_.terminal.printError("keyrow: " + arguments.error());
+    complain(arguments.error());
     for (const auto& line : usage()) use_.terminal.printError(line);
     return finish(exitStatus::usage);
   }
@@ -74,7 +74,7 @@ void Tool::perform(const Arguments& arguments) {
       const auto version = use_.bundle.infoValue("CFBundleShortVersionString");
       const auto* text = version ? version->string() : nullptr;
       if (!text) return fail("Keyrow.app is not where this command belongs to.");
-      use_.terminal.print("Keyrow " + *text);
+      print("Keyrow " + *text);
       return succeed();
     }
     case Command::status:
@@ -96,9 +96,7 @@ void Tool::perform(const Arguments& arguments) {
     case Command::listKeyboards:
       return withStatus([this](const Status& status) {
         printLines(keyboardLines(status));
-        if (!status.running) {
-          use_.terminal.printError("keyrow: Keyrow does not run: only stored modes are known.");
-        }
+        if (!knowsKeyboards(status)) complain("Only stored modes are known.");
         succeed();
       });
     case Command::setKeyboard:
@@ -108,7 +106,7 @@ void Tool::perform(const Arguments& arguments) {
     case Command::showSetting:
       return showSetting(arguments.subject);
     case Command::setSetting:
-      return change(Request::Kind::setSetting, arguments.subject, arguments.value);
+      return changeSetting(arguments);
     case Command::watch:
       return watch(arguments.isJson);
     case Command::doctor:
@@ -120,11 +118,12 @@ void Tool::perform(const Arguments& arguments) {
 
 void Tool::showStatus(bool isJson) {
   withStatus([this, isJson](const Status& status) {
-    printLines(statusLines(status, isJson));
+    for (const auto& line : statusLines(status, isJson)) use_.terminal.print(line);
     succeed();
   });
 }
 
+/// As the terminal shows them.
 std::vector<std::string> Tool::statusLines(const Status& status, bool isJson) {
   const auto surroundings = this->surroundings();
   if (isJson) return {jsonText(status, surroundings)};
@@ -137,7 +136,7 @@ std::vector<std::string> Tool::statusLines(const Status& status, bool isJson) {
     line += what;
     if (isInteractive) line += plain;
     line += ": ";
-    line += how;
+    line += inOneLine(how);
     lines.push_back(std::move(line));
   }
   return lines;
@@ -146,45 +145,38 @@ std::vector<std::string> Tool::statusLines(const Status& status, bool isJson) {
 void Tool::showMode() {
   withStatus([this](const Status& status) {
     if (!status.global) return fail("No global mode is stored.");
-    use_.terminal.print(wordOf(*status.global));
+    print(std::string{wordOf(*status.global)});
     succeed();
   });
 }
 
 void Tool::showSettings() {
   for (const auto& name : NamedSettings::names()) {
-    use_.terminal.print(name + ": " + namedSettings_.value(name).value_or(""));
+    print(name + ": " + namedSettings_.value(name).value_or(""));
   }
   succeed();
 }
 
 void Tool::showSetting(const std::string& name) {
   const auto value = namedSettings_.value(name);
-  if (!value) return fail(unknownWord("setting", name, NamedSettings::names()));
-  use_.terminal.print(*value);
+  if (!value) return fail(unknownWord("setting", name, NamedSettings::names()), exitStatus::usage);
+  print(*value);
   succeed();
 }
 
 void Tool::showDiagnosis() {
-  Findings findings{.isRunning = isKeyrowRunning()};
-  for (const auto key : settingsKey::all) {
-    if (use_.userDefaults.isManaged(key)) findings.managedKeys.emplace_back(key);
-  }
-  const auto show = [this, findings](Status status) {
-    // Something else may have written the keyboard.
-    const auto mode = fnStateController_.readFnState();
-    status.mode = mode ? std::optional{*mode} : std::nullopt;
+  const auto show = [this](const Status& status) {
+    Findings findings{.processes = keyrowProcesses()};
+    for (const auto key : settingsKey::all) {
+      if (use_.userDefaults.isManaged(key)) findings.managedKeys.emplace_back(key);
+    }
     printLines(diagnose(status, surroundings(), findings));
     succeed();
   };
-  if (!findings.isRunning) return show(ownStatus());
+  if (!isKeyrowRunning()) return show(ownStatus());
   ask(Request::Kind::status, {}, {}, [this, show](const std::optional<Answer>& answer) {
     show(answer && answer->status ? statusFrom(*answer->status) : ownStatus());
   });
-}
-
-void Tool::printLines(const std::vector<std::string>& lines) {
-  for (const auto& line : lines) use_.terminal.print(line);
 }
 
 // What changes something.
@@ -201,19 +193,36 @@ void Tool::changeOverride(const Arguments& arguments) {
 }
 
 void Tool::changeKeyboard(const Arguments& arguments) {
-  withStatus([this, arguments](const Status& status) {
-    const auto numbers = keyboardMeant(arguments.subject, status);
+  const auto changeIt = [this, arguments](const Status& status) {
+    const bool isToFollow = arguments.value == Commands::follow;
+    const auto numbers = keyboardMeant(arguments.subject, isToFollow, status);
     if (!numbers) return fail(numbers.error());
     change(Request::Kind::setKeyboard, *numbers, arguments.value);
+  };
+  if (!isKeyrowRunning()) return changeIt(ownStatus());
+  ask(Request::Kind::status, {}, {}, [this, changeIt](const std::optional<Answer>& answer) {
+    if (!answer || !answer->status) return fail(std::string{noAnswer});
+    changeIt(statusFrom(*answer->status));
   });
+}
+
+void Tool::changeSetting(const Arguments& arguments) {
+  // What is wrong with what was typed concerns nobody else.
+  const auto& name = arguments.subject;
+  if (const auto problem = namedSettings_.problem(name, arguments.value)) {
+    return fail(*problem,
+                namedSettings_.isManaged(name) ? exitStatus::couldNot : exitStatus::usage);
+  }
+  change(Request::Kind::setSetting, name, arguments.value);
 }
 
 void Tool::change(Request::Kind kind, const std::string& subject, const std::string& value) {
   if (!isKeyrowRunning()) {
     const Request request{.number = {}, .kind = kind, .subject = subject, .value = value};
     if (const auto problem = commands_.carryOut(request)) return fail(*problem);
+    if (!use_.userDefaults.synchronize()) return fail("It could not be stored.");
     tellResult(kind, subject, ownStatus());
-    use_.terminal.print(nextLaunchNote());
+    print("Keyrow does not run: this applies at its next launch.");
     return succeed();
   }
   ask(kind, subject, value, [this, kind, subject](const std::optional<Answer>& answer) {
@@ -229,32 +238,29 @@ void Tool::tellResult(Request::Kind kind, const std::string& subject, const Stat
   switch (kind) {
     case Request::Kind::setMode:
     case Request::Kind::toggleMode:
-      if (status.global) {
-        use_.terminal.print("The global mode is " + std::string{wordOf(*status.global)} + ".");
-      }
+      if (status.global) print("The global mode is " + std::string{wordOf(*status.global)} + ".");
       return;
     case Request::Kind::setOverride:
     case Request::Kind::clearOverride: {
       const auto found = status.overrides.find(subject);
-      use_.terminal.print(inOneLine(subject) +
-                          (found == status.overrides.end()
-                               ? " has no override."
-                               : ": " + std::string{wordOf(found->second)} + "."));
-      return;
+      return print(subject + (found == status.overrides.end()
+                                  ? " has no override."
+                                  : ": " + std::string{wordOf(found->second)} + "."));
     }
     case Request::Kind::setKeyboard: {
       const auto found = status.keyboardModes.find(subject);
-      use_.terminal.print(subject + (found == status.keyboardModes.end()
-                                         ? " follows the mode in force."
-                                         : ": " + std::string{wordOf(found->second)} + "."));
+      print(subject + (found == status.keyboardModes.end()
+                           ? " follows the mode in force."
+                           : ": " + std::string{wordOf(found->second)} + "."));
       if (!status.translatesTopRows) {
-        use_.terminal.print("This has no effect until applyFnModeToExternalFunctionKeys is on.");
+        print("This has no effect until applyFnModeToExternalFunctionKeys is on.");
       }
       return;
     }
-    case Request::Kind::setSetting:
-      use_.terminal.print(subject + ": " + namedSettings_.value(subject).value_or(""));
-      return;
+    case Request::Kind::setSetting: {
+      const auto found = status.settings.find(subject);
+      return print(subject + ": " + (found == status.settings.end() ? "" : found->second));
+    }
     case Request::Kind::status:
     case Request::Kind::watch:
       return;
@@ -276,18 +282,23 @@ void Tool::watch(bool isJson) {
 /// Looks at what Keyrow does not announce, and asks it to go on announcing the rest.
 void Tool::lookAgain() {
   nextLook_ = use_.mainQueue.after(watchInterval, [this] { lookAgain(); });
-  if (!isKeyrowRunning()) return tell(ownStatus());
+  const auto processes = keyrowProcesses();
   const bool wasRunning = told_ && told_->running;
-  if (wasRunning) tell(Status{*told_});
+  const bool hasEnded =
+      wasRunning &&
+      std::ranges::find(processes, told_->running->processIdentifier) == processes.end();
+  if (processes.empty()) isSilent_ = false;
+  if (processes.empty() || hasEnded) tell(ownStatus());
+  if (processes.empty()) return;
+  // Not everything is known to Keyrow.
+  if (wasRunning && !hasEnded) tell(Status{*told_});
+  if (isSilent_) tell(ownStatus());
   if (handler_) return;
-  const bool isHeard = wasRunning && !isSilent_;
+  const bool isHeard = wasRunning && !hasEnded;
   if (isHeard && ++looksSinceRenewal_ < looksPerRenewal) return;
   looksSinceRenewal_ = 0;
   ask(Request::Kind::watch, {}, {}, [this](const std::optional<Answer>& answer) {
-    const bool isAnswer = answer && answer->status;
-    const bool wasSilent = std::exchange(isSilent_, !isAnswer && isKeyrowRunning());
-    if (isAnswer) return tell(statusFrom(*answer->status));
-    if (isSilent_ && !wasSilent) use_.terminal.printError("keyrow: " + std::string{noAnswer});
+    tell(answer && answer->status ? statusFrom(*answer->status) : ownStatus());
   });
 }
 
@@ -303,9 +314,15 @@ void Tool::tell(const Status& status) {
 
 // Keyrow and the store.
 
-bool Tool::isKeyrowRunning() const {
-  return !use_.workspace.runningApplications(appIdentifier).empty();
+std::vector<std::int64_t> Tool::keyrowProcesses() const {
+  std::vector<std::int64_t> processes;
+  for (const auto& application : use_.workspace.runningApplications(appIdentifier)) {
+    processes.push_back(application->processIdentifier());
+  }
+  return processes;
 }
+
+bool Tool::isKeyrowRunning() const { return !keyrowProcesses().empty(); }
 
 void Tool::ask(Request::Kind kind, const std::string& subject, const std::string& value,
                AnswerHandler handler) {
@@ -344,36 +361,65 @@ void Tool::settle(const std::optional<Answer>& answer) {
   const auto last = answer;
   silence_ = {};
   answerObserver_ = {};
+  isSilent_ = !last && isKeyrowRunning();
   std::exchange(handler_, {})(last);
 }
 
+/// Where Keyrow does not answer, says so, and goes on with what can be known without it.
 void Tool::withStatus(std::function<void(const Status& status)> handler) {
   if (!isKeyrowRunning()) return handler(ownStatus());
   ask(Request::Kind::status, {}, {},
       [this, handler = std::move(handler)](const std::optional<Answer>& answer) {
-        if (!answer || !answer->status) return fail(std::string{noAnswer});
-        handler(statusFrom(*answer->status));
+        if (answer && answer->status) return handler(statusFrom(*answer->status));
+        complain(std::string{noAnswer});
+        outcome_ = exitStatus::couldNot;
+        handler(ownStatus());
       });
 }
 
 /// What can be known without Keyrow.
 Status Tool::ownStatus() {
-  auto status = storedStatus(storedFnStates_, keyboardFnStates_, settings_);
-  const auto mode = fnStateController_.readFnState();
-  if (mode) status.mode = *mode;
+  auto status = storedStatus(storedFnStates_, keyboardFnStates_, settings_, namedSettings_);
+  status.global = storedModes_.globalMode();
   status.application = use_.workspace.frontmostBundleIdentifier();
+  const auto mode = fnStateController_.readFnState();
+  if (!mode) return status;
+  status.mode = *mode;
+  const auto found =
+      status.application ? status.overrides.find(*status.application) : status.overrides.end();
+  if (found != status.overrides.end() && found->second == *mode) {
+    status.source = Status::Source::override_;
+  } else if (status.global == *mode) {
+    status.source = Status::Source::global;
+  }
   return status;
 }
 
 Surroundings Tool::surroundings() {
-  if (!use_.secureInput.isEnabled()) return {};
-  return {.isSecureInputOn = true, .secureInputHolder = use_.secureInput.holder()};
+  Surroundings surroundings{.isKeyrowSilent = isSilent_};
+  if (!use_.secureInput.isEnabled()) return surroundings;
+  surroundings.isSecureInputOn = true;
+  surroundings.secureInputHolder = use_.secureInput.holder();
+  return surroundings;
 }
 
-void Tool::succeed() { finish(exitStatus::done); }
+// The terminal.
+
+/// What others have named could move its cursor.
+void Tool::print(const std::string& line) { use_.terminal.print(inOneLine(line)); }
+
+void Tool::printLines(const std::vector<std::string>& lines) {
+  for (const auto& line : lines) print(line);
+}
+
+void Tool::complain(const std::string& problem) {
+  use_.terminal.printError("keyrow: " + inOneLine(problem));
+}
+
+void Tool::succeed() { finish(outcome_); }
 
 void Tool::fail(const std::string& problem, int status) {
-  use_.terminal.printError("keyrow: " + problem);
+  complain(problem);
   finish(status);
 }
 

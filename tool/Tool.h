@@ -85,13 +85,13 @@ class Tool {
   void showSettings();
   void showSetting(const std::string& name);
   void showDiagnosis();
-  void printLines(const std::vector<std::string>& lines);
   std::vector<std::string> statusLines(const Status& status, bool isJson);
 
   // What changes something.
 
   void changeOverride(const Arguments& arguments);
   void changeKeyboard(const Arguments& arguments);
+  void changeSetting(const Arguments& arguments);
   void change(Request::Kind kind, const std::string& subject, const std::string& value);
   void tellResult(Request::Kind kind, const std::string& subject, const Status& status);
 
@@ -103,6 +103,7 @@ class Tool {
 
   // Keyrow and the store.
 
+  std::vector<std::int64_t> keyrowProcesses() const;
   bool isKeyrowRunning() const;
   void ask(Request::Kind kind, const std::string& subject, const std::string& value,
            AnswerHandler handler);
@@ -113,6 +114,11 @@ class Tool {
   Status ownStatus();
   Surroundings surroundings();
 
+  // The terminal.
+
+  void print(const std::string& line);
+  void printLines(const std::vector<std::string>& lines);
+  void complain(const std::string& problem);
   void succeed();
   void fail(const std::string& problem, int status = exitStatus::couldNot);
   void finish(int status);
@@ -129,13 +135,16 @@ class Tool {
   Commands commands_;
 
   int askedCount_ = 0;
+  /// Keyrow runs, and has not answered the last question.
+  bool isSilent_ = false;
+  /// The exit status of what comes to its end.
+  int outcome_ = exitStatus::done;
   /// Empty while nothing is waited for.
   AnswerHandler handler_;
   ObserverToken answerObserver_;
   DelayedCall silence_;
 
   bool isWatchingInJson_ = false;
-  bool isSilent_ = false;
   int looksSinceRenewal_ = 0;
   std::optional<Status> told_;
   std::vector<std::string> toldLines_;

@@ -1,5 +1,6 @@
 #include "ui/AboutPane.h"
 
+#include "core/NamedSettings.h"
 #include "ui/AboutLayout.h"
 #include "ui/VersionText.h"
 
@@ -10,6 +11,8 @@ void AboutPane::viewDidLoad() {
   use_.view.setVersion("Version " + versionText(use_.bundle));
   activeObserver_ =
       use_.notificationCenter.addObserver(applicationDidBecomeActive, [this] { showSwitches(); });
+  settingsObserver_ =
+      use_.notificationCenter.addObserver(settingWasSet, [this] { showSwitches(); });
 }
 
 void AboutPane::viewWillAppear() { showSwitches(); }

@@ -42,6 +42,7 @@ class AboutPane final : public AboutActions {
 
   const Uses use_;
   ObserverToken activeObserver_;
+  ObserverToken settingsObserver_;
 };
 
 }  // namespace keyrow

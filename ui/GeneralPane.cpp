@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "core/NamedSettings.h"
 #include "platform/KeyEvent.h"
 #include "ui/GeneralLayout.h"
 #include "ui/PermissionSettings.h"
@@ -23,15 +24,15 @@ bool closesOrQuits(const KeyDown& key) {
 }  // namespace
 
 void GeneralPane::viewDidLoad() {
-  showSwitches();
   use_.view.setFnReplacementItems(fnReplacementItems());
-  syncFnReplacementModifier();
-  refreshShortcutTexts();
+  showSettings();
   refreshPermission();
   activationObserver_ = use_.notificationCenter.addObserver(applicationDidBecomeActive, [this] {
     refreshPermission();
-    showSwitches();
+    showSettings();
   });
+  settingsObserver_ =
+      use_.notificationCenter.addObserver(settingWasSet, [this] { showSettings(); });
   permissionObserver_ =
       use_.notificationCenter.addObserver(permissionsWereLookedAt, [this] { refreshPermission(); });
 }
@@ -101,6 +102,12 @@ void GeneralPane::showAXPermissionHelp() {
 }
 
 void GeneralPane::quitApp() { use_.application.terminate(); }
+
+void GeneralPane::showSettings() {
+  showSwitches();
+  syncFnReplacementModifier();
+  refreshShortcutTexts();
+}
 
 void GeneralPane::showSwitches() {
   for (const auto& checkbox : checkboxesOf(generalLayout::rows)) {

@@ -58,6 +58,7 @@ class GeneralPane final : public GeneralActions {
   void quitApp() override;
 
  private:
+  void showSettings();
   void showSwitches();
   void syncFnReplacementModifier();
   void refreshShortcutTexts();
@@ -70,6 +71,7 @@ class GeneralPane final : public GeneralActions {
 
   const Uses use_;
   ObserverToken activationObserver_;
+  ObserverToken settingsObserver_;
   ObserverToken permissionObserver_;
   /// Present while capturing, and until the next press after that of the key that was recorded.
   Registration keyDownMonitor_;

@@ -56,16 +56,14 @@ namespace keyrow::macos {
 
 namespace {
 
-NSUserDefaults* suiteNamed(std::optional<std::string_view> name) {
-  return name ? [[NSUserDefaults alloc] initWithSuiteName:nsString(*name)]
-              : NSUserDefaults.standardUserDefaults;
-}
-
 class MacUserDefaults final : public UserDefaults {
  public:
-  explicit MacUserDefaults(NSUserDefaults* defaults)
-      : defaults_{defaults},
-        observer_{[[KeyrowDefaultsObserver alloc] initWithDefaults:defaults
+  explicit MacUserDefaults(std::optional<std::string_view> suiteName)
+      : domain_{suiteName ? nsString(*suiteName)
+                          : (__bridge NSString*)kCFPreferencesCurrentApplication},
+        defaults_{suiteName ? [[NSUserDefaults alloc] initWithSuiteName:domain_]
+                            : NSUserDefaults.standardUserDefaults},
+        observer_{[[KeyrowDefaultsObserver alloc] initWithDefaults:defaults_
                                                            handler:[this] { ++changeCount_; }]},
         changeObserver_{observeNotification(NSNotificationCenter.defaultCenter,
                                             NSUserDefaultsDidChangeNotification, /*queue=*/nil,
@@ -103,7 +101,10 @@ class MacUserDefaults final : public UserDefaults {
     ++changeCount_;
   }
 
+  bool synchronize() override { return CFPreferencesAppSynchronize((__bridge CFStringRef)domain_); }
+
  private:
+  NSString* const domain_;
   NSUserDefaults* const defaults_;
   std::atomic<std::uint64_t> changeCount_{0};
   /// Counts the changes of other processes, too, which the notification of a change leaves
@@ -115,7 +116,7 @@ class MacUserDefaults final : public UserDefaults {
 }  // namespace
 
 std::unique_ptr<UserDefaults> makeUserDefaults(std::optional<std::string_view> suiteName) {
-  return std::make_unique<MacUserDefaults>(suiteNamed(suiteName));
+  return std::make_unique<MacUserDefaults>(suiteName);
 }
 
 }  // namespace keyrow::macos

@@ -34,6 +34,9 @@ SimulatedTool::SimulatedTool(SimulatedMac& mac, OpenHandles::ProcessID processID
              .text = text_,
              .userDefaults = userDefaults_,
              .workspace = workspace_,
-             .finished = [this](int status) { exitStatus_ = status; }}} {}
+             .finished = [this](int status) {
+               exitStatus_ = status;
+               userDefaults_.loseWhatIsOnTheWay();
+             }}} {}
 
 }  // namespace keyrow::sim

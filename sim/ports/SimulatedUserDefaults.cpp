@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <memory>
+#include <utility>
 
 namespace keyrow::sim {
 
@@ -27,9 +28,22 @@ ObserverToken SimulatedUserDefaults::observeChanges(std::function<void()> handle
 
 void SimulatedUserDefaults::write(std::string_view key, std::optional<PropertyValue> value) {
   if (!mac_.call(PortCall::writeDefaults)) return;
+  before_.try_emplace(std::string{key}, object(key));
   isWriting_ = true;
   mac_.defaults.setValue(domain_, key, std::move(value));
   isWriting_ = false;
+}
+
+bool SimulatedUserDefaults::synchronize() {
+  if (!mac_.call(PortCall::writeDefaults)) return false;
+  before_.clear();
+  return true;
+}
+
+void SimulatedUserDefaults::loseWhatIsOnTheWay() {
+  for (auto& [key, value] : std::exchange(before_, {})) {
+    mac_.defaults.setValue(domain_, key, std::move(value));
+  }
 }
 
 }  // namespace keyrow::sim

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -25,12 +26,18 @@ class SimulatedUserDefaults final : public UserDefaults {
   ObserverToken observeChanges(std::function<void()> handler) override;
   void setObject(std::string_view key, const PropertyValue& value) override { write(key, value); }
   void removeObject(std::string_view key) override { write(key, std::nullopt); }
+  bool synchronize() override;
+
+  /// The process ends without waiting: what it wrote last never gets anywhere.
+  void loseWhatIsOnTheWay();
 
  private:
   void write(std::string_view key, std::optional<PropertyValue> value);
 
   SimulatedMac& mac_;
   const std::string domain_;
+  /// What there was before the values that this process wrote and never synchronized.
+  std::map<std::string, std::optional<PropertyValue>, std::less<>> before_;
   /// Whether a change is this process's own.
   bool isWriting_ = false;
 };

@@ -47,9 +47,9 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           // The panes are measured: the first shows the permissions, and follows every look at one,
           // and both follow what can be switched elsewhere.
           "is process trusted", "check input monitoring",
-          "observe NSApplicationDidBecomeActiveNotification", "observe PermissionsWereLookedAt",
-          "observe NSApplicationDidBecomeActiveNotification", "create settings window",
-          "start updater",
+          "observe NSApplicationDidBecomeActiveNotification", "observe SettingWasSet",
+          "observe PermissionsWereLookedAt", "observe NSApplicationDidBecomeActiveNotification",
+          "observe SettingWasSet", "create settings window", "start updater",
           // An override whose application is not installed.
           "find-application",
           // Whether anything has to be asked, and whether a manager may be opened.

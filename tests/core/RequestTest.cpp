@@ -52,12 +52,13 @@ TEST(AnswerTest, ComesOutOfANotificationAsItWentIn) {
 
 TEST(StatusTest, ComesOutOfADictionaryAsItWentIn) {
   Status status{.mode = FnState::standard,
-                .isOverride = true,
+                .source = Status::Source::override_,
                 .application = "com.apple.TextEdit",
                 .global = FnState::special,
                 .overrides = {{"com.apple.TextEdit", FnState::standard}},
                 .keyboardModes = {{"046d:c33f", FnState::special}},
                 .translatesTopRows = true,
+                .settings = {{"shortcut", "F5"}},
                 .running = Status::Running{.processIdentifier = 501,
                                            .isTrusted = true,
                                            .inputMonitoring = InputMonitoringAccess::denied,

@@ -38,6 +38,7 @@ class CountingUserDefaults final : public UserDefaults {
     values_.insert_or_assign(std::string{key}, value);
     ++changes_;
   }
+  bool synchronize() override { return true; }
   void removeObject(std::string_view key) override {
     values_.erase(std::string{key});
     ++changes_;

@@ -63,7 +63,7 @@ TEST(PromptTest, ShowsARunningKeyrow) {
                                         "  open                         1 HidManager\n"
                                         "  open                         1 RunLoopSource\n"
                                         "  open                         1 activity\n"
-                                        "  open                         15 observer\n"
+                                        "  open                         17 observer\n"
                                         "  open                         1 thread\n"
                                         "No recent Keyrow logs were available.\n"));
 }
