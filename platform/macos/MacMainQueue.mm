@@ -24,7 +24,9 @@ class MacMainQueue final : public MainQueue {
     RevocableHandler<> revocable{std::move(work)};
     const auto call = revocable.caller();
     dispatch_after(dispatch_time(DISPATCH_TIME_NOW, delay.count()), dispatch_get_main_queue(), ^{
-      call();
+      @autoreleasepool {
+        call();
+      }
     });
     // That the work goes away with the call is all there is to undo.
     return DelayedCall{[revocable = std::move(revocable)] {}};

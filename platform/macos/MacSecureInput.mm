@@ -26,6 +26,8 @@ class MacSecureInput final : public SecureInput {
     if (![sessions isKindOfClass:NSArray.class]) return std::nullopt;
     for (NSDictionary* session in sessions) {
       if (![session isKindOfClass:NSDictionary.class]) continue;
+      // What another user types is not seen here anyway.
+      if (![session[@"kCGSSessionOnConsoleKey"] isEqual:@YES]) continue;
       NSNumber* const process = session[@"kCGSSessionSecureInputPID"];
       if (![process isKindOfClass:NSNumber.class]) continue;
       NSRunningApplication* const application =
