@@ -71,7 +71,9 @@ class MacWorkspace final : public Workspace {
                                                     error:nil]) {
         NSString* const path = file.path;
         if (!path || ![file.pathExtension isEqualToString:@"app"]) continue;
-        add([files displayNameAtPath:path].stringByDeletingPathExtension,
+        // The Finder shows the extension where the user wants that.
+        NSString* const name = [files displayNameAtPath:path];
+        add([name.pathExtension isEqualToString:@"app"] ? name.stringByDeletingPathExtension : name,
             [NSBundle bundleWithURL:file].bundleIdentifier);
       }
     }

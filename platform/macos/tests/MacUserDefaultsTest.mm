@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/AppSettings.h"
+#include "platform/macos/CFRef.h"
 #include "platform/macos/Conversions.h"
 #include "platform/macos/tests/Eventually.h"
 #include "platform/macos/tests/ThrowAwayDefaults.h"
@@ -40,6 +41,14 @@ TEST_P(MacUserDefaultsRoundTripTest, KeepsValueAndType) {
   EXPECT_EQ(defaults->object(key), value);
   const auto others = makeUserDefaults(suite.name());
   EXPECT_EQ(others->object(key), value);
+}
+
+TEST_F(MacUserDefaultsTest, SynchronizesWhatItWrote) {
+  defaults->setObject(key, 1);
+  EXPECT_TRUE(defaults->synchronize());
+  const auto stored = CFRef<CFTypeRef>::adopt(CFPreferencesCopyAppValue(
+      (__bridge CFStringRef)nsString(key), (__bridge CFStringRef)nsString(suite.name())));
+  EXPECT_EQ(propertyValue(stored.get()), PropertyValue{1});
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -3,6 +3,9 @@
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+
 namespace keyrow::macos {
 namespace {
 
@@ -21,6 +24,27 @@ TEST(MacWorkspaceTest, KnowsWhichApplicationsAreInstalled) {
   EXPECT_TRUE(workspace->isApplicationInstalled("com.apple.finder"));
   EXPECT_FALSE(workspace->isApplicationInstalled("app.keyrow.Keyrow.mac-tests.missing"));
   EXPECT_FALSE(workspace->isApplicationInstalled(""));
+}
+
+TEST(MacWorkspaceTest, ListsWhatRunsAndWhatIsInstalledOnce) {
+  const std::unique_ptr<Workspace> workspace = makeWorkspace();
+  std::set<std::string> identifiers;
+  for (const auto& application : workspace->applications()) {
+    EXPECT_FALSE(application.name.empty()) << application.bundleIdentifier;
+    EXPECT_FALSE(application.name.ends_with(".app")) << application.name;
+    EXPECT_TRUE(identifiers.insert(application.bundleIdentifier).second)
+        << application.bundleIdentifier;
+  }
+  EXPECT_TRUE(identifiers.contains("com.apple.finder"));
+  EXPECT_TRUE(identifiers.contains("com.apple.TextEdit"));
+}
+
+TEST(MacWorkspaceTest, KnowsWhatLiesAtAPath) {
+  const std::unique_ptr<Workspace> workspace = makeWorkspace();
+  EXPECT_EQ(workspace->bundleIdentifier("/System/Applications/TextEdit.app"), "com.apple.TextEdit");
+  for (const auto* path : {"", "/", "/System/Applications/Missing.app", "/etc/hosts"}) {
+    EXPECT_EQ(workspace->bundleIdentifier(path), std::nullopt) << path;
+  }
 }
 
 TEST(MacWorkspaceTest, FindsNoInstanceOfWhatDoesNotRun) {
