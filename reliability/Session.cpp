@@ -57,6 +57,8 @@ std::string Session::play(const sim::Step& step) {
 
   const auto* action = step.action();
   if (!action || outcome.kind == sim::Outcome::Kind::endless) return outcome.message;
+  const auto* run = std::get_if<sim::RunTool>(action);
+  if (run && outcome.kind == sim::Outcome::Kind::unmet) return outcome.message;
   // What is compared from now on is another user's.
   const bool isSwitchOfUsers = user != stage.mac.sessions.active();
   if (isSwitchOfUsers) {
@@ -178,6 +180,8 @@ std::string Session::followChoice(const sim::Action& action, const Before& befor
   if (model().isUnseen() && !canNotice()) model().forget();
   if (hasFailed(sim::PortCall::synchronizePreferences)) isModelLeftOut_ = true;
 
+  const auto* run = std::get_if<sim::RunTool>(&action);
+  if (run && !before.runningProcess) return wrongStore(*run, before);
   auto problem = wrongCommand(action);
   const bool isCommand = stage.hasLogged(stateLogText::setGlobal) ||
                          stage.hasLogged(stateLogText::setOverride) ||
@@ -185,10 +189,10 @@ std::string Session::followChoice(const sim::Action& action, const Before& befor
   const bool isSwitch = stage.mac.applications.frontmost() != before.frontmost;
   const bool isIgnored = before.isMenuOpen && std::holds_alternative<sim::UseVoiceOver>(action);
   const bool isMeant = meaning.isNoticed && !isIgnored;
-  const bool isNoticed = stage.process() ? isMeant || isCommand || isSwitch
+  const bool isNoticed = stage.process() ? isMeant || isCommand || isSwitch || isAnswered(action)
                                          : std::ranges::any_of(farewells_, &Farewell::isInFront);
   if (isNoticed && canLook(before)) model().look(actualModes().preference);
-  if (isNoticed && !canLook(before)) model().miss();
+  if ((isNoticed && !canLook(before)) || (run && !isAnswered(action))) model().miss();
   return problem.empty() ? wrongMode(meaning.isApplied) : problem;
 }
 
@@ -232,6 +236,33 @@ std::string Session::wrongCommand(const sim::Action& action) {
   // Where the hardware could not be read, a choice made elsewhere was not seen.
   const bool mustDiffer = isFlip && set.size() == 1 && !hasAnyFault();
   return mustDiffer && before == set.back() ? "a flip has changed nothing" : "";
+}
+
+/// Whether Keyrow has answered what the command asked it about modes, and so has looked at them.
+bool Session::isAnswered(const sim::Action& action) {
+  const auto* run = std::get_if<sim::RunTool>(&action);
+  if (!run || run->arguments.empty() || stage.toolExitStatus() != 0) return false;
+  const auto& first = run->arguments.front();
+  return first == "status" || first == "mode" || first == "override" || first == "keyboard";
+}
+
+/// Without a Keyrow the command stores what is to hold, and takes note of the preference.
+std::string Session::wrongStore(const sim::RunTool& run, const Before& before) {
+  const bool isMode = run.arguments.size() == 2 && run.arguments.front() == "mode";
+  if (!isMode || stage.toolExitStatus() != 0) return {};
+  const auto now = actualModes().global;
+  if (!now) return "the command has stored no mode";
+  const auto named = sim::modeOfWord(run.arguments.back());
+  const auto chosen = model().chosen();
+  const auto flipped = chosen ? std::optional{otherFnState(*chosen)} : now;
+  const bool isWanted = now == (named ? named : flipped) || hasAnyFault();
+  model().chooseWithKeyrow(*now);
+  if (canLook(before)) {
+    model().look(actualModes().preference);
+  } else {
+    model().loseTrack();
+  }
+  return isWanted ? "" : "the command has stored another mode";
 }
 
 std::string Session::wrongMode(bool isApplied) {

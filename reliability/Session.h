@@ -12,6 +12,7 @@
 #include "reliability/TopRowWatch.h"
 #include "sim/scenario/Scenario.h"
 #include "sim/scenario/Stage.h"
+#include "sim/scenario/ToolLines.h"
 
 namespace keyrow::reliability {
 
@@ -81,6 +82,8 @@ class Session {
   bool isContested();
   std::string followChoice(const sim::Action& action, const Before& before);
   std::string wrongCommand(const sim::Action& action);
+  std::string wrongStore(const sim::RunTool& run, const Before& before);
+  bool isAnswered(const sim::Action& action);
   bool canLook(const Before& before);
   bool canNotice();
   std::string wrongMode(bool isApplied);
