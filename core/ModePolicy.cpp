@@ -19,9 +19,6 @@ constexpr auto retryDelay = 350ms;
 /// How long two users' Keyrows may disagree when their sessions change places.
 constexpr auto switchingTime = 1s;
 
-/// An application that is being updated is missing for a while.
-constexpr auto updateTime = 1min;
-
 constexpr std::string_view applyGlobalAction = "apply the stored global function key mode";
 constexpr std::string_view applyLocalAction = "apply the stored local function key mode";
 
@@ -538,20 +535,7 @@ void ModePolicy::refreshFromHardware() {
 
 void ModePolicy::pruneLocalFnStates() {
   if (use_.storedFnStates.areLocalsManaged()) return;
-  const auto now = use_.clock.uptime();
-  std::vector<std::string> gone;
-  std::map<std::string, std::chrono::nanoseconds> missing;
-  for (auto& identifier : use_.storedFnStates.localBundleIdentifiers()) {
-    if (use_.workspace.isApplicationInstalled(identifier)) continue;
-    const auto found = missingSince_.find(identifier);
-    const auto since = found == missingSince_.end() ? now : found->second;
-    if (now - since >= updateTime) {
-      gone.push_back(std::move(identifier));
-    } else {
-      missing.emplace(std::move(identifier), since);
-    }
-  }
-  missingSince_ = std::move(missing);
+  const auto gone = missingApplications_.goneAmong(use_.storedFnStates.localBundleIdentifiers());
   if (gone.empty()) return;
   use_.storedFnStates.removeLocals(gone);
   noteStore();

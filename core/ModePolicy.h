@@ -1,8 +1,6 @@
 #pragma once
 
-#include <chrono>
 #include <list>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +10,7 @@
 #include "core/FnStateController.h"
 #include "core/FnStatePersistReason.h"
 #include "core/KeyboardDeviceSource.h"
+#include "core/MissingApplications.h"
 #include "core/ModeChanges.h"
 #include "core/PreferenceEvidence.h"
 #include "core/StoredFnStates.h"
@@ -257,8 +256,7 @@ class ModePolicy final : public ModeChanges {
   /// What Keyrow has last stored or seen in the store.
   StoredFnStates::All seenStore_;
   ObserverToken storeObserver_;
-  /// Since when an application with an override is missing.
-  std::map<std::string, std::chrono::nanoseconds> missingSince_;
+  MissingApplications missingApplications_{use_.workspace, use_.clock};
   /// Consecutive failed hardware reads.
   int IOKitRetryCount_ = 0;
   /// The session has just come back: what is in the hardware may be another user's.
