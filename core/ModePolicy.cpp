@@ -379,7 +379,10 @@ bool ModePolicy::adoptByEvidence(std::string_view origin, PreferenceEvidence::Ha
 }
 
 void ModePolicy::adoptFromHardware(std::optional<FnState> hardware, std::string_view origin) {
-  if (hardware && !isLeftover(*hardware)) syncStoredGlobalFnState(*hardware, origin);
+  if (!hardware || isLeftover(*hardware)) return;
+  syncStoredGlobalFnState(*hardware, origin);
+  // Also where that is the global mode already, it is what is there now.
+  if (lastKnownFnState_ != hardware) setLastKnownFnState(*hardware);
 }
 
 void ModePolicy::syncStoredGlobalFnState(FnState state, std::string_view origin) {
