@@ -283,19 +283,17 @@ void Tool::watch(bool isJson) {
 void Tool::lookAgain() {
   nextLook_ = use_.mainQueue.after(watchInterval, [this] { lookAgain(); });
   const auto processes = keyrowProcesses();
-  const bool wasRunning = told_ && told_->running;
-  const bool hasEnded =
-      wasRunning &&
-      std::ranges::find(processes, told_->running->processIdentifier) == processes.end();
+  const bool isToldOneThere =
+      told_ && told_->running &&
+      std::ranges::find(processes, told_->running->processIdentifier) != processes.end();
   if (processes.empty()) isSilent_ = false;
-  if (processes.empty() || hasEnded) tell(ownStatus());
-  if (processes.empty()) return;
-  // Not everything is known to Keyrow.
-  if (wasRunning && !hasEnded) tell(Status{*told_});
-  if (isSilent_) tell(ownStatus());
-  if (handler_) return;
-  const bool isHeard = wasRunning && !hasEnded;
-  if (isHeard && ++looksSinceRenewal_ < looksPerRenewal) return;
+  if (isToldOneThere) {
+    tell(Status{*told_});
+  } else if (told_ || processes.empty()) {
+    tell(ownStatus());
+  }
+  if (processes.empty() || handler_) return;
+  if (isToldOneThere && ++looksSinceRenewal_ < looksPerRenewal) return;
   looksSinceRenewal_ = 0;
   ask(Request::Kind::watch, {}, {}, [this](const std::optional<Answer>& answer) {
     tell(answer && answer->status ? statusFrom(*answer->status) : ownStatus());
