@@ -29,18 +29,20 @@ void RequestReceiver::stop() {
   sharedAnswer_ = {};
   nextLook_ = {};
   questions_.clear();
+  isLookWanted_ = false;
   told_.reset();
 }
 
 void RequestReceiver::receive(const std::optional<PropertyDictionary>& userInfo) {
   const auto request = requestFrom(userInfo);
-  if (!request || !isForUs(*request)) return;
+  if (!request || !take(*request)) return;
   if (!request->isQuestion()) return carryOut(*request);
   if (request->kind == Request::Kind::watch) keepWatching();
-  answerLater(request->number);
+  answerLater(*request);
 }
 
-bool RequestReceiver::isForUs(const Request& request) {
+/// Whether it is for this Keyrow, and came in time, and only once.
+bool RequestReceiver::take(const Request& request) {
   if (!use_.takesRequests()) return false;
   // Whoever asked longer ago has given up: what was reported as not done is never done.
   const auto now = use_.clock.uptime();
@@ -60,16 +62,19 @@ void RequestReceiver::carryOut(const Request& request) {
   if (told_) announceChange();
 }
 
-void RequestReceiver::answerLater(const std::string& number) {
-  questions_.push_back(number);
+void RequestReceiver::answerLater(const Request& question) {
+  questions_.push_back(question.number);
+  // A watch asks by itself, whatever state the Mac is in.
+  isLookWanted_ |= question.kind == Request::Kind::status;
   if (questions_.size() > 1) return;
   sharedAnswer_ = use_.mainQueue.after(questionTime, [this] { answerQuestions(); });
 }
 
 void RequestReceiver::answerQuestions() {
   const auto numbers = std::exchange(questions_, {});
+  const bool isLookWanted = std::exchange(isLookWanted_, false);
   if (!use_.takesRequests()) return;
-  use_.look();
+  if (isLookWanted) use_.look();
   post({.numbers = numbers, .status = propertyDictionary(use_.status())});
 }
 

@@ -23,7 +23,7 @@ namespace keyrow {
 class RequestReceiver {
  public:
   /// What it uses. `takesRequests` tells whether this Keyrow is the one to answer, `look` finds out
-  /// what has changed unnoticed, and `status` tells how things stand.
+  /// what has changed unnoticed, for somebody who asks, and `status` tells how things stand.
   struct Uses {
     Commands& commands;
     Clock& clock;
@@ -41,9 +41,9 @@ class RequestReceiver {
 
  private:
   void receive(const std::optional<PropertyDictionary>& userInfo);
-  bool isForUs(const Request& request);
+  bool take(const Request& request);
   void carryOut(const Request& request);
-  void answerLater(const std::string& number);
+  void answerLater(const Request& question);
   void answerQuestions();
   void keepWatching();
   void lookForChanges();
@@ -58,6 +58,7 @@ class RequestReceiver {
 
   /// The questions that wait for their answer.
   std::vector<std::string> questions_;
+  bool isLookWanted_ = false;
   DelayedCall sharedAnswer_;
 
   /// Until when somebody watches (`Clock::uptime`), and what they have been told.

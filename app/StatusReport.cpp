@@ -21,19 +21,24 @@ Status StatusReport::status() const {
       storedStatus(use_.storedFnStates, use_.keyboardFnStates, use_.settings, use_.namedSettings);
   const auto mode = use_.fnStateController.readFnState();
   if (mode) status.mode = *mode;
-  status.source = source(status);
   status.application = use_.workspace.frontmostBundleIdentifier();
+  status.source = source(status);
   status.running = running();
   return status;
 }
 
 Status::Source StatusReport::source(const Status& status) const {
-  // Somebody else has put it there.
+  // Somebody else may have put it there.
   if (!status.mode || status.mode != use_.modePolicy.lastKnownFnState()) {
     return Status::Source::unknown;
   }
-  if (use_.modePolicy.isLocalScopeActive()) return Status::Source::override_;
-  return status.mode == status.global ? Status::Source::global : Status::Source::unknown;
+  if (!use_.modePolicy.isLocalScopeActive()) {
+    return status.mode == status.global ? Status::Source::global : Status::Source::unknown;
+  }
+  const auto found =
+      status.application ? status.overrides.find(*status.application) : status.overrides.end();
+  const bool isOfOverride = found != status.overrides.end() && found->second == *status.mode;
+  return isOfOverride ? Status::Source::override_ : Status::Source::unknown;
 }
 
 Status::Running StatusReport::running() const {

@@ -42,7 +42,7 @@ inline constexpr std::array others{globalFnState,
                                    hasPromptedAccessibility,
                                    SUEnableAutomaticChecks};
 
-/// Those, and the Boolean ones; for tests.
+/// Those, and the Boolean ones.
 inline constexpr auto all = [] {
   std::array<std::string_view, others.size() + booleanSettingTable.size()> keys{};
   const auto end = std::ranges::copy(others, keys.begin()).out;

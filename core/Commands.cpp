@@ -29,6 +29,8 @@ std::optional<std::string> problemOf(CommandResult result) {
       return "This application has no override.";
     case CommandResult::notStored:
       return std::string{notStored};
+    case CommandResult::notKept:
+      return "The keyboard has taken it, but it could not be stored.";
   }
   return std::nullopt;
 }

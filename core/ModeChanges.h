@@ -6,7 +6,7 @@
 
 namespace keyrow {
 
-/// What came of a command. What is not `done` has changed nothing that is stored.
+/// What came of a command. What is not `done` has changed nothing, save where it says so.
 enum class CommandResult {
   done,
   /// An administrator manages what would have changed.
@@ -19,8 +19,10 @@ enum class CommandResult {
   noMode,
   /// The application has no override.
   noOverride,
-  /// The keyboard has it, but it could not be stored.
+  /// It could not be stored.
   notStored,
+  /// The same, but the keyboard has taken it.
+  notKept,
 };
 
 /// Changes the modes when another program asks for it: the Keyrow that runs does that with the

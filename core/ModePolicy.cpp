@@ -236,7 +236,7 @@ void ModePolicy::clearLocalOverride(const KeyboardDeviceSource* source) {
 
 void ModePolicy::tell(CommandResult result) {
   // The keyboard has changed also where that could not be stored.
-  if (result == CommandResult::done || result == CommandResult::notStored)
+  if (result == CommandResult::done || result == CommandResult::notKept)
     use_.presenter.commandWorked();
 }
 
@@ -292,7 +292,7 @@ CommandResult ModePolicy::setGlobal(FnState state, const KeyboardDeviceSource* s
   const bool isStored = storeGlobal(state);
   setScope(false);
   use_.stateLog.notice(std::string{stateLogText::setGlobal} + mode + sourceSuffix(source) + ".");
-  return isStored ? CommandResult::done : CommandResult::notStored;
+  return isStored ? CommandResult::done : CommandResult::notKept;
 }
 
 CommandResult ModePolicy::toggleGlobal(const KeyboardDeviceSource* source) {
@@ -311,7 +311,7 @@ CommandResult ModePolicy::setLocal(FnState state, const std::string& bundleIdent
   noteStore();
   setScope(true);
   use_.stateLog.notice("Set a " + target + sourceSuffix(source) + ".");
-  return isStored ? CommandResult::done : CommandResult::notStored;
+  return isStored ? CommandResult::done : CommandResult::notKept;
 }
 
 CommandResult ModePolicy::clearLocal(const std::string& bundleIdentifier,
@@ -330,7 +330,7 @@ CommandResult ModePolicy::clearLocal(const std::string& bundleIdentifier,
   const bool isStored = use_.storedFnStates.removeLocal(bundleIdentifier);
   noteStore();
   use_.stateLog.notice(std::string{stateLogText::clearedOverride} + suffixes + ".");
-  return isStored ? CommandResult::done : CommandResult::notStored;
+  return isStored ? CommandResult::done : CommandResult::notKept;
 }
 
 CommandResult ModePolicy::whyNotApplied() const {

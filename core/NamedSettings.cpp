@@ -18,6 +18,12 @@ constexpr std::array shortcutKeys{settingsKey::localToggleShortcutKeyCode,
                                   settingsKey::localToggleShortcutDisplayName,
                                   settingsKey::localToggleShortcutMenuKeyEquivalent};
 
+/// Under which keys a setting is stored.
+std::vector<std::string_view> keysOf(std::string_view name) {
+  if (name == shortcutName) return {shortcutKeys.begin(), shortcutKeys.end()};
+  return {name};
+}
+
 std::string onOrOff(bool isOn) { return isOn ? "on" : "off"; }
 
 const BooleanSettingRow* booleanNamed(std::string_view name) {
@@ -68,9 +74,12 @@ std::optional<std::string> NamedSettings::value(std::string_view name) const {
 
 /// As Sparkle decides it.
 bool NamedSettings::checksAutomatically() const {
-  constexpr auto key = settingsKey::SUEnableAutomaticChecks;
-  const auto stored = use_.userDefaults.object(key);
-  const auto value = stored ? stored : use_.bundle.infoValue(key);
+  const auto stored = use_.userDefaults.object(settingsKey::SUEnableAutomaticChecks);
+  return stored ? stored->boolValue().value_or(false) : checksByDefault();
+}
+
+bool NamedSettings::checksByDefault() const {
+  const auto value = use_.bundle.infoValue(settingsKey::SUEnableAutomaticChecks);
   return value && value->boolValue().value_or(false);
 }
 
@@ -99,37 +108,54 @@ std::optional<std::string> NamedSettings::problem(std::string_view name,
 }
 
 bool NamedSettings::set(std::string_view name, std::string_view value) {
-  store(name, value);
+  const bool isStored = value == defaultValue ? reset(name) : store(name, value);
   use_.notificationCenter.post(settingWasSet);
-  const auto wanted =
-      isSwitch(name) ? onOrOff(switchFromWord(value).value_or(false)) : std::string{value};
-  return value == defaultValue || isSameWord(this->value(name).value_or(""), wanted);
+  return isStored;
 }
 
-void NamedSettings::store(std::string_view name, std::string_view value) {
-  const bool isDefault = value == defaultValue;
+/// Stores nothing any more, after what is told of a change has been told.
+bool NamedSettings::reset(std::string_view name) {
+  const auto keys = keysOf(name);
   if (const auto* row = booleanNamed(name)) {
-    use_.settings.set(row->setting, !isDefault && switchFromWord(value).value_or(false));
-  } else if (name == settingsKey::fnReplacementModifier) {
-    use_.settings.setFnReplacementModifier(isDefault ? std::nullopt
-                                                     : fnReplacementModifierFromRawValue(value));
+    use_.settings.set(row->setting, false);
   } else if (name == shortcutName) {
-    const auto* key = keyNamed(value);
-    if (isDefault || !key) return use_.settings.resetLocalToggleShortcut();
-    use_.settings.setLocalToggleShortcut(
-        use_.settings.makeLocalToggleShortcut(key->keyCode, std::nullopt));
-  } else if (isDefault) {
-    use_.userDefaults.removeObject(name);
-  } else if (use_.setAutomaticChecks) {
-    use_.setAutomaticChecks(switchFromWord(value).value_or(false));
-  } else {
-    use_.userDefaults.setObject(name, switchFromWord(value).value_or(false));
+    use_.settings.resetLocalToggleShortcut();
+  } else if (name == settingsKey::SUEnableAutomaticChecks && use_.setAutomaticChecks) {
+    use_.setAutomaticChecks(checksByDefault());
   }
+  for (const auto key : keys) use_.userDefaults.removeObject(key);
+  return std::ranges::none_of(
+      keys, [this](auto key) { return use_.userDefaults.object(key).has_value(); });
+}
+
+bool NamedSettings::store(std::string_view name, std::string_view value) {
+  if (name == settingsKey::fnReplacementModifier) {
+    const auto modifier = fnReplacementModifierFromRawValue(value);
+    use_.settings.setFnReplacementModifier(modifier);
+    return use_.settings.fnReplacementModifier() == modifier;
+  }
+  if (name == shortcutName) {
+    const auto* key = keyNamed(value);
+    if (!key) return false;
+    const auto shortcut = use_.settings.makeLocalToggleShortcut(key->keyCode, std::nullopt);
+    use_.settings.setLocalToggleShortcut(shortcut);
+    const auto stored = use_.settings.localToggleShortcut();
+    return stored.keyCode == shortcut.keyCode && stored.displayName == shortcut.displayName &&
+           stored.menuKeyEquivalent.value_or("") == shortcut.menuKeyEquivalent.value_or("");
+  }
+  const bool isOn = switchFromWord(value).value_or(false);
+  if (const auto* row = booleanNamed(name)) {
+    use_.settings.set(row->setting, isOn);
+  } else if (use_.setAutomaticChecks) {
+    use_.setAutomaticChecks(isOn);
+  } else {
+    use_.userDefaults.setObject(name, isOn);
+  }
+  return this->value(name) == onOrOff(isOn);
 }
 
 bool NamedSettings::isManaged(std::string_view name) const {
-  if (name != shortcutName) return use_.userDefaults.isManaged(name);
-  return std::ranges::any_of(shortcutKeys,
+  return std::ranges::any_of(keysOf(name),
                              [this](auto key) { return use_.userDefaults.isManaged(key); });
 }
 

@@ -54,7 +54,9 @@ class NamedSettings {
 
  private:
   bool checksAutomatically() const;
-  void store(std::string_view name, std::string_view value);
+  bool checksByDefault() const;
+  bool reset(std::string_view name);
+  bool store(std::string_view name, std::string_view value);
 
   const Uses use_;
 };

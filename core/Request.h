@@ -39,9 +39,10 @@ struct Request {
     /// `subject` is an application's bundle identifier, `value` a mode.
     setOverride,
     clearOverride,
-    /// `subject` is a keyboard's pair of numbers, `value` a mode or `followMode`.
+    /// `subject` is a keyboard's pair of numbers, `value` a mode or `Commands::follow`.
     setKeyboard,
-    /// `subject` is a setting's name, `value` as people write it, or `defaultValue`.
+    /// `subject` is a setting's name, `value` as people write it, or
+    /// `NamedSettings::defaultValue`.
     setSetting,
   };
 

@@ -11,8 +11,8 @@
 
 namespace keyrow {
 
-/// The application's standard user defaults (`NSUserDefaults`). Safe to call from
-/// any thread.
+/// The application's user defaults (`NSUserDefaults`), for itself or for its command. Safe to call
+/// from any thread.
 class UserDefaults : public Port {
  public:
   /// The object stored under the key; absent when there is none.

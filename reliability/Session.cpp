@@ -243,7 +243,7 @@ bool Session::isAnswered(const sim::Action& action) {
   const auto* run = std::get_if<sim::RunTool>(&action);
   if (!run || run->arguments.empty() || stage.toolExitStatus() != 0) return false;
   const auto& first = run->arguments.front();
-  return first == "status" || first == "mode" || first == "override" || first == "keyboard";
+  return first != "settings" && first != "watch";
 }
 
 /// Without a Keyrow the command stores what is to hold, and takes note of the preference.

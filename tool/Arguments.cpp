@@ -1,7 +1,6 @@
 #include "tool/Arguments.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "core/Commands.h"
@@ -44,8 +43,7 @@ Parsed parseMode(const Words& words) {
 }
 
 Parsed parseOverride(const Words& words) {
-  if (words.size() == 1) return Arguments{.command = Command::listOverrides};
-  if (words[1] == "list") {
+  if (words.size() == 1 || words[1] == "list") {
     if (words.size() > 2) return tooMuch(words, 2);
     return Arguments{.command = Command::listOverrides};
   }
@@ -67,8 +65,7 @@ Parsed parseOverride(const Words& words) {
 }
 
 Parsed parseKeyboard(const Words& words) {
-  if (words.size() == 1) return Arguments{.command = Command::listKeyboards};
-  if (words[1] == "list") {
+  if (words.size() == 1 || words[1] == "list") {
     if (words.size() > 2) return tooMuch(words, 2);
     return Arguments{.command = Command::listKeyboards};
   }

@@ -60,9 +60,9 @@ void lookAtModes(const Status& status, bool areOverridesManaged, Lines& lines) {
         "The keyboard's mode cannot be read. Switch to another application and "
         "back; if that does not help, restart the Mac.");
   } else if (status.running && status.source == Status::Source::unknown) {
-    lines.push_back("Something else has put the keyboard into the mode " +
-                    std::string{wordOf(*status.mode)} +
-                    ". Switch to another application and back.");
+    lines.push_back("The keyboard is in the mode " + std::string{wordOf(*status.mode)} +
+                    ", which is not the one that Keyrow chose. Switch to another application and "
+                    "back.");
   } else if (status.source == Status::Source::override_ && status.application) {
     lines.push_back(*status.application + " has an override: there the mode is " +
                     std::string{wordOf(*status.mode)} + "." +

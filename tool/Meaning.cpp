@@ -7,6 +7,7 @@
 #include "core/KeyboardNumbers.h"
 #include "core/LogText.h"
 #include "core/Words.h"
+#include "tool/Report.h"
 
 namespace keyrow::tool {
 
@@ -34,7 +35,7 @@ Meaning onlyOne(const std::string& text, const std::vector<std::string>& meant) 
 /// Why a keyboard with these numbers, or without any, is not translated.
 std::string whyNotTranslated(const std::vector<std::string>& numbers) {
   const auto known = numbers.empty() ? std::nullopt : keyboardNumbersFromText(numbers.front());
-  if (!known || isAppleVendor(known->vendorID)) return std::string{Commands::appleKeyboards};
+  if (known && isAppleVendor(known->vendorID)) return std::string{Commands::appleKeyboards};
   return "Keyrow leaves this keyboard's top row alone, so it can have no mode of its own.";
 }
 
@@ -67,6 +68,12 @@ Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& st
     return std::unexpected{
         "Keyrow does not run: a keyboard's name says nothing then, only its pair of numbers."};
   }
+  if (!pair && !knowsKeyboards(status)) {
+    return std::unexpected{
+        "Keyrow lacks the Input Monitoring permission: a keyboard's name says nothing then, only "
+        "its "
+        "pair of numbers."};
+  }
   std::vector<std::string> names;
   std::vector<std::string> meant;
   bool isThere = false;
@@ -80,7 +87,11 @@ Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& st
     if (keyboard.numbers) note(meant, *keyboard.numbers);
   }
   if (pair && !isThere) return pair->text();
-  if (!isThere) return std::unexpected{unknownWord("keyboard", text, names)};
+  if (!isThere) {
+    const bool looksLikePair = text.find(':') != std::string::npos;
+    return std::unexpected{unknownWord("keyboard", text, names) +
+                           (looksLikePair ? " A pair of numbers is written as in 046d:c33f." : "")};
+  }
   if (meant.empty() && (isTranslatable || isToFollow)) {
     return std::unexpected{
         "This keyboard does not tell its numbers, so it cannot be told from others, and has no "

@@ -29,7 +29,7 @@ std::string accessText(InputMonitoringAccess access) {
 }
 
 std::string modeText(const Status& status) {
-  const auto text = wordOrUnknown(status.mode);
+  auto text = wordOrUnknown(status.mode);
   switch (status.source) {
     case Status::Source::global:
       return text + ", by the global mode";
@@ -87,17 +87,13 @@ std::string jsonOf(const std::optional<std::string>& text) {
   return text ? json::text(*text) : json::nothing();
 }
 
-std::string jsonOf(const std::map<std::string, FnState, std::less<>>& modes) {
-  std::vector<std::pair<std::string_view, std::string>> members;
-  members.reserve(modes.size());
-  for (const auto& [key, mode] : modes) members.emplace_back(key, json::text(wordOf(mode)));
-  return json::object(members);
-}
+std::string jsonOf(const std::string& text) { return json::text(text); }
 
-std::string jsonOf(const std::map<std::string, std::string, std::less<>>& texts) {
+template <typename Value>
+std::string jsonOf(const std::map<std::string, Value, std::less<>>& values) {
   std::vector<std::pair<std::string_view, std::string>> members;
-  members.reserve(texts.size());
-  for (const auto& [key, text] : texts) members.emplace_back(key, json::text(text));
+  members.reserve(values.size());
+  for (const auto& [key, value] : values) members.emplace_back(key, jsonOf(value));
   return json::object(members);
 }
 
@@ -175,6 +171,7 @@ std::string jsonText(const Status& status, const Surroundings& surroundings) {
        {"keyboardModes", jsonOf(status.keyboardModes)},
        {"translatesTopRows", json::flag(status.translatesTopRows)},
        {"settings", jsonOf(status.settings)},
+       {"keyrowRuns", json::flag(status.running || surroundings.isKeyrowSilent)},
        {"keyrow", status.running ? jsonOf(status, *status.running) : json::nothing()},
        {"secureInput", json::flag(surroundings.isSecureInputOn)},
        {"secureInputHolder", jsonOf(surroundings.secureInputHolder)}});

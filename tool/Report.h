@@ -30,11 +30,11 @@ struct Fact {
 /// The status for people.
 std::vector<Fact> facts(const Status& status, const Surroundings& surroundings);
 
-/// The mode that a keyboard has as its own; absent for one that follows.
-std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& keyboard);
-
 /// The same for programs, as one line of JSON.
 std::string jsonText(const Status& status, const Surroundings& surroundings);
+
+/// The mode that a keyboard has as its own; absent for one that follows.
+std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& keyboard);
 
 /// Whether it tells which keyboards are connected.
 bool knowsKeyboards(const Status& status);

@@ -5,6 +5,7 @@
 namespace keyrow::tool {
 
 std::optional<FnState> StoredModes::globalMode() const {
+  if (storedFnStates_.isGlobalManaged()) return storedFnStates_.global();
   const auto chosen = evidence_.chosenFnState();
   return chosen ? chosen : storedFnStates_.global();
 }

@@ -165,17 +165,15 @@ void Tool::showSetting(const std::string& name) {
 }
 
 void Tool::showDiagnosis() {
-  const auto show = [this](const Status& status) {
+  withStatus([this](const Status& status) {
     Findings findings{.processes = keyrowProcesses()};
     for (const auto key : settingsKey::all) {
-      if (use_.userDefaults.isManaged(key)) findings.managedKeys.emplace_back(key);
+      const bool isNote = key == settingsKey::lastSeenFnStatePreference ||
+                          key == settingsKey::hasPromptedAccessibility;
+      if (!isNote && use_.userDefaults.isManaged(key)) findings.managedKeys.emplace_back(key);
     }
     printLines(diagnose(status, surroundings(), findings));
     succeed();
-  };
-  if (!isKeyrowRunning()) return show(ownStatus());
-  ask(Request::Kind::status, {}, {}, [this, show](const std::optional<Answer>& answer) {
-    show(answer && answer->status ? statusFrom(*answer->status) : ownStatus());
   });
 }
 
@@ -287,6 +285,7 @@ void Tool::lookAgain() {
       told_ && told_->running &&
       std::ranges::find(processes, told_->running->processIdentifier) != processes.end();
   if (processes.empty()) isSilent_ = false;
+  // Secure input is nothing that Keyrow would announce.
   if (isToldOneThere) {
     tell(Status{*told_});
   } else if (told_ || processes.empty()) {
@@ -345,9 +344,8 @@ void Tool::ask(Request::Kind kind, const std::string& subject, const std::string
 }
 
 void Tool::hear(const Answer& answer) {
-  const bool isBegun = !answer.status;
-  if (isBegun) return waitFor(longestCommand, answer);
-  settle(answer);
+  if (answer.status) return settle(answer);
+  waitFor(longestCommand, answer);
 }
 
 /// Unless there is another answer until then, it stays with this one.
@@ -355,12 +353,12 @@ void Tool::waitFor(std::chrono::nanoseconds time, std::optional<Answer> answer) 
   silence_ = use_.mainQueue.after(time, [this, answer = std::move(answer)] { settle(answer); });
 }
 
-void Tool::settle(const std::optional<Answer>& answer) {
-  const auto last = answer;
+/// By value: whoever calls it may be gone with what it waited for.
+void Tool::settle(std::optional<Answer> answer) {
   silence_ = {};
   answerObserver_ = {};
-  isSilent_ = !last && isKeyrowRunning();
-  std::exchange(handler_, {})(last);
+  isSilent_ = !answer && isKeyrowRunning();
+  std::exchange(handler_, {})(answer);
 }
 
 /// Where Keyrow does not answer, says so, and goes on with what can be known without it.
@@ -381,15 +379,7 @@ Status Tool::ownStatus() {
   status.global = storedModes_.globalMode();
   status.application = use_.workspace.frontmostBundleIdentifier();
   const auto mode = fnStateController_.readFnState();
-  if (!mode) return status;
-  status.mode = *mode;
-  const auto found =
-      status.application ? status.overrides.find(*status.application) : status.overrides.end();
-  if (found != status.overrides.end() && found->second == *mode) {
-    status.source = Status::Source::override_;
-  } else if (status.global == *mode) {
-    status.source = Status::Source::global;
-  }
+  if (mode) status.mode = *mode;
   return status;
 }
 

@@ -23,9 +23,12 @@
 }
 
 - (void)receive:(NSNotification*)notification {
-  const auto value = keyrow::macos::propertyValue((__bridge CFTypeRef)notification.userInfo);
-  const auto* dictionary = value ? value->dictionary() : nullptr;
-  _handler(dictionary ? std::optional{*dictionary} : std::nullopt);
+  // In the command there is no AppKit that would drain what is left behind.
+  @autoreleasepool {
+    const auto value = keyrow::macos::propertyValue((__bridge CFTypeRef)notification.userInfo);
+    const auto* dictionary = value ? value->dictionary() : nullptr;
+    _handler(dictionary ? std::optional{*dictionary} : std::nullopt);
+  }
 }
 
 @end

@@ -34,6 +34,7 @@ class MacSecureInput final : public SecureInput {
           [NSRunningApplication runningApplicationWithProcessIdentifier:process.intValue];
       if (application.bundleIdentifier) return utf8Text(application.bundleIdentifier);
       if (application.localizedName) return utf8Text(application.localizedName);
+      return "process " + std::to_string(process.intValue);
     }
     return std::nullopt;
   }
