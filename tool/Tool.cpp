@@ -353,10 +353,10 @@ void Tool::waitFor(std::chrono::nanoseconds time, std::optional<Answer> answer) 
   silence_ = use_.mainQueue.after(time, [this, answer = std::move(answer)] { settle(answer); });
 }
 
-/// By value: whoever calls it may be gone with what it waited for.
-void Tool::settle(std::optional<Answer> answer) {
-  silence_ = {};
-  answerObserver_ = {};
+void Tool::settle(const std::optional<Answer>& answer) {
+  // What has waited may hold the answer, and goes at the end.
+  const auto silence = std::exchange(silence_, {});
+  const auto observer = std::exchange(answerObserver_, {});
   isSilent_ = !answer && isKeyrowRunning();
   std::exchange(handler_, {})(answer);
 }

@@ -110,7 +110,7 @@ class Tool {
            AnswerHandler handler);
   void hear(const Answer& answer);
   void waitFor(std::chrono::nanoseconds time, std::optional<Answer> answer);
-  void settle(std::optional<Answer> answer);
+  void settle(const std::optional<Answer>& answer);
   void withStatus(std::function<void(const Status& status)> handler);
   Status ownStatus();
   Surroundings surroundings();
