@@ -34,8 +34,10 @@ class Workspace : public Port {
   /// the Mac and the user; each once.
   virtual std::vector<NamedApplication> applications() = 0;
 
-  /// The bundle identifier of the application at this path; absent where there is none.
-  virtual std::optional<std::string> bundleIdentifier(std::string_view atPath) = 0;
+  /// The bundle identifier, as the application itself spells it, of the one at a path, or of the
+  /// one that the system finds for an identifier in any case
+  /// (`URLForApplicationWithBundleIdentifier`); absent where there is none.
+  virtual std::optional<std::string> bundleIdentifier(std::string_view pathOrIdentifier) = 0;
 
   /// Runs `handler` each time an application becomes frontmost
   /// (`NSWorkspaceDidActivateApplicationNotification`), on the posting thread, which

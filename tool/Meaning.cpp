@@ -44,21 +44,18 @@ std::string whyNotTranslated(const std::vector<std::string>& numbers) {
 Meaning applicationMeant(const std::string& text, const std::vector<std::string>& known,
                          Workspace& workspace) {
   if (contains(known, text)) return text;
+  if (auto identifier = workspace.bundleIdentifier(text)) return *std::move(identifier);
   if (text.find('/') != std::string::npos) {
-    if (auto identifier = workspace.bundleIdentifier(text)) return *identifier;
     return std::unexpected{"There is no application at " + inQuotes(text) + "."};
   }
   auto names = known;
   std::vector<std::string> meant;
   for (const auto& application : workspace.applications()) {
-    // The system finds an application by its identifier in any case, overrides do not.
-    if (isSameWord(application.bundleIdentifier, text)) return application.bundleIdentifier;
-    names.push_back(application.name);
+    note(names, application.name);
     if (isSameWord(application.name, text)) note(meant, application.bundleIdentifier);
   }
-  if (!meant.empty()) return onlyOne(text, meant);
-  if (workspace.isApplicationInstalled(text)) return text;
-  return std::unexpected{unknownWord("application", text, names)};
+  if (meant.empty()) return std::unexpected{unknownWord("application", text, names)};
+  return onlyOne(text, meant);
 }
 
 Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& status) {

@@ -80,8 +80,12 @@ class MacWorkspace final : public Workspace {
     return applications;
   }
 
-  std::optional<std::string> bundleIdentifier(std::string_view atPath) override {
-    return optionalText([NSBundle bundleWithPath:nsString(atPath)].bundleIdentifier);
+  std::optional<std::string> bundleIdentifier(std::string_view pathOrIdentifier) override {
+    NSString* const text = nsString(pathOrIdentifier);
+    NSURL* const url = [text containsString:@"/"] ? [NSURL fileURLWithPath:text]
+                                                  : [NSWorkspace.sharedWorkspace
+                                                        URLForApplicationWithBundleIdentifier:text];
+    return url ? optionalText([NSBundle bundleWithURL:url].bundleIdentifier) : std::nullopt;
   }
 
   ObserverToken observeActivation(std::function<void()> handler) override {

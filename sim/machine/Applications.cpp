@@ -4,6 +4,15 @@
 
 namespace keyrow::sim {
 
+void Applications::install(std::string bundleIdentifier, bool isElsewhere) {
+  if (isElsewhere) {
+    elsewhere_.insert(bundleIdentifier);
+  } else {
+    elsewhere_.erase(bundleIdentifier);
+  }
+  installed_.insert(std::move(bundleIdentifier));
+}
+
 void Applications::uninstall(std::string_view bundleIdentifier) {
   const auto found = installed_.find(bundleIdentifier);
   if (found != installed_.end()) installed_.erase(found);

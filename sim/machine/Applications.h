@@ -30,11 +30,17 @@ struct RunningProcess {
 /// The applications on the machine. Main thread only.
 class Applications {
  public:
-  void install(std::string bundleIdentifier) { installed_.insert(std::move(bundleIdentifier)); }
+  /// Puts an application into /Applications, or somewhere else; once.
+  void install(std::string bundleIdentifier, bool isElsewhere = false);
   void uninstall(std::string_view bundleIdentifier);
   const std::set<std::string, std::less<>>& installed() const { return installed_; }
   bool isInstalled(std::string_view bundleIdentifier) const {
     return installed_.contains(bundleIdentifier);
+  }
+
+  /// Whether it does not lie in /Applications.
+  bool isElsewhere(std::string_view bundleIdentifier) const {
+    return elsewhere_.contains(bundleIdentifier);
   }
 
   /// The frontmost application; absent when there is none or it has no identifier.
@@ -74,6 +80,8 @@ class Applications {
 
  private:
   std::set<std::string, std::less<>> installed_;
+  /// Those of them outside /Applications.
+  std::set<std::string, std::less<>> elsewhere_;
   std::optional<std::string> frontmost_;
   bool isFrontmostUnnamed_ = false;
   /// Those that have been in front and have an identifier, each once, the last one last.

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/Words.h"
+
 namespace keyrow::sim {
 
 namespace {
@@ -35,15 +37,21 @@ std::string nameOf(std::string_view bundleIdentifier) {
 
 std::vector<NamedApplication> SimulatedWorkspace::applications() {
   std::vector<NamedApplication> applications;
-  for (const auto& identifier : context_.mac.applications.installed()) {
+  const auto& known = context_.mac.applications;
+  for (const auto& identifier : known.installed()) {
+    if (known.isElsewhere(identifier) && known.frontmost() != identifier) continue;
     applications.push_back({.name = nameOf(identifier), .bundleIdentifier = identifier});
   }
   return applications;
 }
 
-std::optional<std::string> SimulatedWorkspace::bundleIdentifier(std::string_view atPath) {
-  for (const auto& identifier : context_.mac.applications.installed()) {
-    if (atPath == "/Applications/" + nameOf(identifier) + ".app") return identifier;
+std::optional<std::string> SimulatedWorkspace::bundleIdentifier(std::string_view pathOrIdentifier) {
+  if (!context_.mac.call(PortCall::findApplication)) return std::nullopt;
+  const auto& known = context_.mac.applications;
+  for (const auto& identifier : known.installed()) {
+    const bool isAtPath = pathOrIdentifier == "/Applications/" + nameOf(identifier) + ".app" &&
+                          !known.isElsewhere(identifier);
+    if (isAtPath || isSameWord(pathOrIdentifier, identifier)) return identifier;
   }
   return std::nullopt;
 }
@@ -54,8 +62,7 @@ std::optional<std::string> SimulatedWorkspace::frontmostBundleIdentifier() {
 }
 
 bool SimulatedWorkspace::isApplicationInstalled(std::string_view bundleIdentifier) {
-  if (!context_.mac.call(PortCall::findApplication)) return false;
-  return context_.mac.applications.isInstalled(bundleIdentifier);
+  return this->bundleIdentifier(bundleIdentifier).has_value();
 }
 
 ObserverToken SimulatedWorkspace::observeActivation(std::function<void()> handler) {

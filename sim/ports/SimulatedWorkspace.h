@@ -12,9 +12,9 @@ class SimulatedWorkspace final : public Workspace {
 
   std::optional<std::string> frontmostBundleIdentifier() override;
   bool isApplicationInstalled(std::string_view bundleIdentifier) override;
-  /// An application is named after the last part of its identifier, and lies in /Applications.
+  /// Those in /Applications and the one in front; named after the last part of the identifier.
   std::vector<NamedApplication> applications() override;
-  std::optional<std::string> bundleIdentifier(std::string_view atPath) override;
+  std::optional<std::string> bundleIdentifier(std::string_view pathOrIdentifier) override;
   ObserverToken observeActivation(std::function<void()> handler) override;
   ObserverToken observeWillSleep(std::function<void()> handler) override;
   ObserverToken observeDidWake(std::function<void()> handler) override;

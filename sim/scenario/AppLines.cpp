@@ -1,13 +1,14 @@
 #include "sim/scenario/AppLines.h"
 
 #include <array>
+#include <utility>
 
 #include "sim/scenario/Language.h"
 
 namespace keyrow::sim {
 
 Outcome Install::play(Stage& stage) const {
-  stage.mac.applications.install(app);
+  stage.mac.applications.install(app, isElsewhere);
   return {};
 }
 
@@ -32,7 +33,10 @@ Outcome Front::play(Stage& stage) const {
 
 namespace {
 
-Action parseInstall(LineReader& line) { return Install{line.bundleIdentifier()}; }
+Action parseInstall(LineReader& line) {
+  auto app = line.bundleIdentifier();
+  return Install{.app = std::move(app), .isElsewhere = line.accept("elsewhere")};
+}
 
 Action parseUninstall(LineReader& line) { return Uninstall{line.bundleIdentifier()}; }
 
@@ -43,8 +47,9 @@ Action parseFront(LineReader& line) {
 }
 
 constexpr std::array<ActionWord, 3> actions{{
-    {"install", "install APP", "An application is put on the Mac.", "install com.apple.TextEdit",
-     parseInstall},
+    {"install", "install APP [elsewhere]",
+     "An application is put on the Mac, outside the folders for applications where it says so.",
+     "install com.apple.TextEdit", parseInstall},
     {"uninstall", "uninstall APP", "An application is thrown away.", "uninstall com.apple.TextEdit",
      parseUninstall},
     {"front", "front APP|unnamed|none",

@@ -10,6 +10,8 @@ namespace keyrow::sim {
 /// An application is put on the Mac.
 struct Install {
   std::string app;
+  /// Whether it lies outside the folders for applications, where the system still finds it.
+  bool isElsewhere = false;
   Outcome play(Stage& stage) const;
 };
 

@@ -42,7 +42,9 @@ TEST(MacWorkspaceTest, ListsWhatRunsAndWhatIsInstalledOnce) {
 TEST(MacWorkspaceTest, KnowsWhatLiesAtAPath) {
   const std::unique_ptr<Workspace> workspace = makeWorkspace();
   EXPECT_EQ(workspace->bundleIdentifier("/System/Applications/TextEdit.app"), "com.apple.TextEdit");
-  for (const auto* path : {"", "/", "/System/Applications/Missing.app", "/etc/hosts"}) {
+  EXPECT_EQ(workspace->bundleIdentifier("COM.apple.textedit"), "com.apple.TextEdit");
+  for (const auto* path : {"", "app.keyrow.Keyrow.mac-tests.missing", "/",
+                           "/System/Applications/Missing.app", "/etc/hosts"}) {
     EXPECT_EQ(workspace->bundleIdentifier(path), std::nullopt) << path;
   }
 }
