@@ -168,7 +168,9 @@ Keyrow::Keyrow(const Platform& platform, const Views& views)
                         .look =
                             [this] {
                               modePolicy_.isAsked();
-                              if (modePolicy_.isSessionActive()) eventTapKeeper_.lookClosely();
+                              if (!modePolicy_.isSessionActive()) return;
+                              eventTapKeeper_.lookClosely();
+                              keyboardMonitoring_.lookAgain();
                             },
                         .status = [this] { return statusReport_.status(); }}},
       appDelegate_{{.modePolicy = modePolicy_,

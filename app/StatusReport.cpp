@@ -47,6 +47,7 @@ Status::Running StatusReport::running() const {
                           .inputMonitoring = use_.inputMonitoring.access(),
                           .hasEventTap = use_.eventTapKeeper.hasEventTap(),
                           .isSessionActive = use_.modePolicy.isSessionActive(),
+                          .seesKeyboards = use_.keyboardSourceMonitor.isMonitoring(),
                           .keyboards = {}};
   for (const auto& source : use_.keyboardSourceMonitor.keyboards()) {
     running.keyboards.push_back(described(source));

@@ -32,6 +32,7 @@ constexpr std::string_view isTrusted = "isTrusted";
 constexpr std::string_view inputMonitoring = "inputMonitoring";
 constexpr std::string_view hasEventTap = "hasEventTap";
 constexpr std::string_view isSessionActive = "isSessionActive";
+constexpr std::string_view seesKeyboards = "seesKeyboards";
 constexpr std::string_view keyboards = "keyboards";
 constexpr std::string_view name = "name";
 constexpr std::string_view numbers = "numbers";
@@ -102,6 +103,7 @@ PropertyDictionary dictionaryOf(const Status::Running& running) {
           {std::string{word::inputMonitoring}, static_cast<int>(running.inputMonitoring)},
           {std::string{word::hasEventTap}, running.hasEventTap},
           {std::string{word::isSessionActive}, running.isSessionActive},
+          {std::string{word::seesKeyboards}, running.seesKeyboards},
           {std::string{word::keyboards}, std::move(keyboards)}};
 }
 
@@ -139,6 +141,7 @@ Status::Running runningFrom(const PropertyDictionary& dictionary) {
                           .inputMonitoring = accessFrom(number(dictionary, word::inputMonitoring)),
                           .hasEventTap = flag(dictionary, word::hasEventTap),
                           .isSessionActive = flag(dictionary, word::isSessionActive),
+                          .seesKeyboards = flag(dictionary, word::seesKeyboards),
                           .keyboards = {}};
   const auto* keyboards = findDictionary(dictionary, word::keyboards);
   if (!keyboards) return running;

@@ -39,7 +39,9 @@ struct Status {
     bool hasEventTap = false;
     /// Whether this user's session is in front.
     bool isSessionActive = true;
-    /// Those that are connected.
+    /// Whether it listens to the keyboards, and so knows which are connected.
+    bool seesKeyboards = false;
+    /// Those that are connected; none where it does not listen.
     std::vector<Keyboard> keyboards;
 
     friend bool operator==(const Running&, const Running&) = default;

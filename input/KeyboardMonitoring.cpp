@@ -7,14 +7,21 @@ void KeyboardMonitoring::start() {
 }
 
 void KeyboardMonitoring::permissionsMayHaveChanged() {
-  if (!hasAnswer()) return;
-  use_.keyboardSourceMonitor.startMonitoring();
-  use_.capsLockMonitor.applyCapsLockIndicatorSetting();
+  if (hasAnswer()) listen();
+}
+
+void KeyboardMonitoring::lookAgain() {
+  if (use_.inputMonitoring.access() == InputMonitoringAccess::granted) listen();
 }
 
 void KeyboardMonitoring::stop() {
   request_ = {};
   use_.keyboardSourceMonitor.stopMonitoring();
+}
+
+void KeyboardMonitoring::listen() {
+  use_.keyboardSourceMonitor.startMonitoring();
+  use_.capsLockMonitor.applyCapsLockIndicatorSetting();
 }
 
 /// Whether the user has said anything yet. Where that is not so, asks.

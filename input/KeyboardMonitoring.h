@@ -29,10 +29,14 @@ class KeyboardMonitoring {
   /// became active, the user was in System Settings.
   void permissionsMayHaveChanged();
 
+  /// Starts what may and did not start, and asks the user nothing.
+  void lookAgain();
+
   /// Stops listening for where keys come from; an answer that comes now changes nothing any more.
   void stop();
 
  private:
+  void listen();
   bool hasAnswer();
 
   const Uses use_;

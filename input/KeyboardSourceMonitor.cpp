@@ -157,7 +157,7 @@ KeyboardDeviceSource KeyboardSourceMonitor::readSource(HidDevice& device,
 
 std::vector<KeyboardDeviceSource> KeyboardSourceMonitor::keyboards() const {
   std::vector<KeyboardDeviceSource> keyboards;
-  if (!manager_) return keyboards;
+  if (!isMonitoring()) return keyboards;
   for (const auto& device : manager_->devices()) {
     keyboards.push_back(readSource(*device, device->registryEntryID(), use_.text));
   }

@@ -48,6 +48,9 @@ class KeyboardSourceMonitor {
   /// Stops listening and forgets every sample and keyboard.
   void stopMonitoring();
 
+  /// Whether it listens, and still may.
+  bool isMonitoring() const { return manager_ && !opener_.isOutdated(); }
+
   /// The keyboards that are connected; none while it does not listen.
   std::vector<KeyboardDeviceSource> keyboards() const;
 

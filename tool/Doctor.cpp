@@ -41,6 +41,10 @@ void lookAtKeyrow(const Status::Running& running, Lines& lines) {
         "Keyrow lacks the Input Monitoring permission, so it cannot tell keyboards apart, and "
         "translates no top row. Allow it in " +
         std::string{privacySettings} + " > Input Monitoring.");
+  } else if (!running.seesKeyboards) {
+    lines.emplace_back(
+        "macOS lets Keyrow see no keyboards, so it cannot tell them apart, and translates no top "
+        "row. Quit Keyrow and open it again.");
   }
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "core/Commands.h"
-#include "core/KeyboardDeviceSource.h"
 #include "core/KeyboardNumbers.h"
 #include "core/LogText.h"
 #include "core/Words.h"
@@ -30,13 +29,6 @@ Meaning onlyOne(const std::string& text, const std::vector<std::string>& meant) 
   auto problem = inQuotes(text) + " can be";
   for (const auto& one : meant) problem += (&one == &meant.front() ? " " : " or ") + inOneLine(one);
   return std::unexpected{problem + "."};
-}
-
-/// Why a keyboard with these numbers, or without any, is not translated.
-std::string whyNotTranslated(const std::vector<std::string>& numbers) {
-  const auto known = numbers.empty() ? std::nullopt : keyboardNumbersFromText(numbers.front());
-  if (known && isAppleVendor(known->vendorID)) return std::string{Commands::appleKeyboards};
-  return "Keyrow leaves this keyboard's top row alone, so it can have no mode of its own.";
 }
 
 }  // namespace
@@ -67,16 +59,15 @@ Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& st
   }
   if (!pair && !knowsKeyboards(status)) {
     return std::unexpected{
-        "Keyrow lacks the Input Monitoring permission: a keyboard's name says nothing then, only "
-        "its "
-        "pair of numbers."};
+        "Keyrow sees no keyboards: a name says nothing then, only a pair of numbers. keyrow doctor "
+        "knows more."};
   }
   std::vector<std::string> names;
   std::vector<std::string> meant;
   bool isThere = false;
   bool isTranslatable = false;
   for (const auto& keyboard : status.running->keyboards) {
-    names.push_back(keyboard.name);
+    note(names, keyboard.name);
     const bool isMeant = pair ? keyboard.numbers == pair->text() : isSameWord(keyboard.name, text);
     if (!isMeant) continue;
     isThere = true;
@@ -95,7 +86,7 @@ Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& st
         "mode of its own."};
   }
   if (meant.size() > 1) return onlyOne(text, meant);
-  if (!isTranslatable && !isToFollow) return std::unexpected{whyNotTranslated(meant)};
+  if (!isTranslatable && !isToFollow) return std::unexpected{std::string{Commands::appleKeyboards}};
   return meant.front();
 }
 

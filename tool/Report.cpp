@@ -128,7 +128,7 @@ std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& key
 }
 
 bool knowsKeyboards(const Status& status) {
-  return status.running && status.running->inputMonitoring == InputMonitoringAccess::granted;
+  return status.running && status.running->seesKeyboards;
 }
 
 std::vector<Fact> facts(const Status& status, const Surroundings& surroundings) {

@@ -64,6 +64,7 @@ TEST(StatusTest, ComesOutOfADictionaryAsItWentIn) {
                                            .inputMonitoring = InputMonitoringAccess::denied,
                                            .hasEventTap = true,
                                            .isSessionActive = false,
+                                           .seesKeyboards = true,
                                            .keyboards = {}}};
   // More than ten stay in their order.
   for (int number = 0; number < 12; ++number) {

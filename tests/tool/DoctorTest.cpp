@@ -20,6 +20,7 @@ class DoctorTest : public ::testing::Test {
                                      .inputMonitoring = InputMonitoringAccess::granted,
                                      .hasEventTap = true,
                                      .isSessionActive = true,
+                                     .seesKeyboards = true,
                                      .keyboards = {}};
   }
 
