@@ -29,6 +29,7 @@ Status StatusReport::status() const {
 
 Status::Source StatusReport::source(const Status& status) const {
   // Somebody else may have put it there.
+  if (!use_.modePolicy.isSessionActive()) return Status::Source::unknown;
   if (!status.mode || status.mode != use_.modePolicy.lastKnownFnState()) {
     return Status::Source::unknown;
   }

@@ -12,6 +12,7 @@ namespace {
 using Lines = std::vector<std::string>;
 
 constexpr std::string_view privacySettings = "System Settings > Privacy & Security";
+constexpr std::string_view comeBack = " Switch to another application and back.";
 
 void lookForOthers(const Status::Running& running, const std::vector<std::int64_t>& processes,
                    Lines& lines) {
@@ -63,17 +64,27 @@ void lookAtModes(const Status& status, bool areOverridesManaged, Lines& lines) {
     lines.emplace_back(
         "The keyboard's mode cannot be read. Switch to another application and "
         "back; if that does not help, restart the Mac.");
-  } else if (status.running && status.source == Status::Source::unknown) {
-    lines.push_back("The keyboard is in the mode " + std::string{wordOf(*status.mode)} +
-                    ", which is not the one that Keyrow chose. Switch to another application and "
-                    "back.");
-  } else if (status.source == Status::Source::override_ && status.application) {
-    lines.push_back(*status.application + " has an override: there the mode is " +
-                    std::string{wordOf(*status.mode)} + "." +
-                    (areOverridesManaged
-                         ? ""
-                         : " keyrow override clear " + *status.application + " takes it away."));
+    return;
   }
+  if (!status.running) return;
+  const auto found =
+      status.application ? status.overrides.find(*status.application) : status.overrides.end();
+  if (found == status.overrides.end()) {
+    if (status.global && status.mode != status.global) {
+      lines.push_back("The keyboard is in the mode " + std::string{wordOf(*status.mode)} +
+                      ", which is not the one that Keyrow chose." + std::string{comeBack});
+    }
+    return;
+  }
+  const auto& [application, mode] = *found;
+  if (status.mode != mode) {
+    lines.push_back(application + " has an override, " + std::string{wordOf(mode)} +
+                    ", which is not in force." + std::string{comeBack});
+    return;
+  }
+  lines.push_back(
+      application + " has an override: there the mode is " + std::string{wordOf(mode)} + "." +
+      (areOverridesManaged ? "" : " keyrow override clear " + application + " takes it away."));
 }
 
 void lookAtKeyboards(const Status& status, Lines& lines) {

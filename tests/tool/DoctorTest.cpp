@@ -13,7 +13,6 @@ class DoctorTest : public ::testing::Test {
  protected:
   DoctorTest() {
     status.mode = FnState::special;
-    status.source = Status::Source::global;
     status.global = FnState::special;
     status.running = Status::Running{.processIdentifier = 501,
                                      .isTrusted = true,
@@ -51,13 +50,11 @@ TEST_F(DoctorTest, NamesEachMissingPermission) {
 
 TEST_F(DoctorTest, SaysThatTheKeyboardCannotBeRead) {
   status.mode.reset();
-  status.source = Status::Source::unknown;
   EXPECT_THAT(lines(), ElementsAre(StartsWith("The keyboard's mode cannot be read. ")));
 }
 
 TEST_F(DoctorTest, ExpectsNothingOfTheKeyboardInAnotherUsersSession) {
   status.running->isSessionActive = false;
-  status.source = Status::Source::unknown;
   EXPECT_THAT(lines(), ElementsAre(StartsWith("Another user has the keyboard. ")));
 }
 
@@ -68,7 +65,7 @@ TEST_F(DoctorTest, KnowsOfSecureInputWithoutAHolder) {
 
 TEST_F(DoctorTest, OffersToClearAnOverrideUnlessThatIsManaged) {
   status.application = "com.apple.TextEdit";
-  status.source = Status::Source::override_;
+  status.overrides = {{"com.apple.TextEdit", FnState::special}};
   EXPECT_THAT(lines(), ElementsAre("com.apple.TextEdit has an override: there the mode is special. "
                                    "keyrow override clear com.apple.TextEdit takes it away."));
   findings.managedKeys = {"localFnState"};
