@@ -25,6 +25,9 @@ std::optional<std::string> problemOf(CommandResult result) {
       return "The keyboard did not take the mode.";
     case CommandResult::noMode:
       return "No mode is stored, and the keyboard's cannot be read.";
+    case CommandResult::noGlobalMode:
+      return "No global mode is stored that would take its place. keyrow mode special or standard "
+             "stores one.";
     case CommandResult::noOverride:
       return "This application has no override.";
     case CommandResult::notStored:

@@ -17,6 +17,8 @@ enum class CommandResult {
   writeFailed,
   /// No mode is known that it could depart from.
   noMode,
+  /// There is no global mode that could take the place of an override.
+  noGlobalMode,
   /// The application has no override.
   noOverride,
   /// It could not be stored.

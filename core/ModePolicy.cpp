@@ -323,7 +323,7 @@ CommandResult ModePolicy::clearLocal(const std::string& bundleIdentifier,
     use_.stateLog.error(
         "Unable to clear the current app override because no global function key mode is stored" +
         suffixes + ".");
-    return CommandResult::noMode;
+    return CommandResult::noGlobalMode;
   }
   if (!apply(*global, applyGlobalAction, source)) return whyNotApplied();
   setScope(false);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <iterator>
 
 #include "core/KeyNames.h"
@@ -42,11 +43,18 @@ std::vector<std::string> modifierNames() {
   return names;
 }
 
-const KeyName* keyNamed(std::string_view name) {
-  const auto names = keyNames();
-  const auto key = std::ranges::find_if(
-      names, [name](const KeyName& one) { return isSameWord(one.displayName, name); });
-  return key == names.end() ? nullptr : &*key;
+/// The code of a key by the name that `makeLocalToggleShortcut` gives it without a character.
+std::optional<std::uint16_t> keyCodeNamed(std::string_view name) {
+  for (const auto& key : keyNames()) {
+    if (isSameWord(key.displayName, name)) return key.keyCode;
+  }
+  constexpr std::string_view prefix = "KeyCode ";
+  if (!isSameWord(name.substr(0, prefix.size()), prefix)) return std::nullopt;
+  const auto digits = name.substr(prefix.size());
+  std::uint16_t keyCode = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), keyCode);
+  const bool isWhole = error == std::errc{} && end == digits.data() + digits.size();
+  return isWhole ? std::optional{keyCode} : std::nullopt;
 }
 
 }  // namespace
@@ -67,7 +75,11 @@ std::optional<std::string> NamedSettings::value(std::string_view name) const {
     const auto modifier = use_.settings.fnReplacementModifier();
     return std::string{modifier ? rawValue(*modifier) : noModifier};
   }
-  if (name == shortcutName) return use_.settings.localToggleShortcut().displayName;
+  if (name == shortcutName) {
+    // What a key types depends on the keyboard layout, and two keys can type the same.
+    const auto keyCode = use_.settings.localToggleShortcut().keyCode;
+    return use_.settings.makeLocalToggleShortcut(keyCode, std::nullopt).displayName;
+  }
   if (name == settingsKey::SUEnableAutomaticChecks) return onOrOff(checksAutomatically());
   return std::nullopt;
 }
@@ -100,8 +112,11 @@ std::optional<std::string> NamedSettings::problem(std::string_view name,
     if (std::ranges::find(modifiers, value) != modifiers.end()) return std::nullopt;
     return unknownWord("modifier", value, modifiers);
   }
-  if (isSameWord(value, "Escape")) return "Escape belongs to the other shortcut.";
-  if (keyNamed(value)) return std::nullopt;
+  const auto keyCode = keyCodeNamed(value);
+  if (isSameWord(value, "Escape") || keyCode == escapeKeyCode) {
+    return "Escape belongs to the other shortcut.";
+  }
+  if (keyCode) return std::nullopt;
   std::vector<std::string> keys;
   for (const auto& key : keyNames()) keys.emplace_back(key.displayName);
   return unknownWord("key", value, keys);
@@ -134,15 +149,7 @@ bool NamedSettings::store(std::string_view name, std::string_view value) {
     use_.settings.setFnReplacementModifier(modifier);
     return use_.settings.fnReplacementModifier() == modifier;
   }
-  if (name == shortcutName) {
-    const auto* key = keyNamed(value);
-    if (!key) return false;
-    const auto shortcut = use_.settings.makeLocalToggleShortcut(key->keyCode, std::nullopt);
-    use_.settings.setLocalToggleShortcut(shortcut);
-    const auto stored = use_.settings.localToggleShortcut();
-    return stored.keyCode == shortcut.keyCode && stored.displayName == shortcut.displayName &&
-           stored.menuKeyEquivalent.value_or("") == shortcut.menuKeyEquivalent.value_or("");
-  }
+  if (name == shortcutName) return storeShortcut(value);
   const bool isOn = switchFromWord(value).value_or(false);
   if (const auto* row = booleanNamed(name)) {
     use_.settings.set(row->setting, isOn);
@@ -152,6 +159,30 @@ bool NamedSettings::store(std::string_view name, std::string_view value) {
     use_.userDefaults.setObject(name, isOn);
   }
   return this->value(name) == onOrOff(isOn);
+}
+
+/// Whole, or not at all.
+bool NamedSettings::storeShortcut(std::string_view value) {
+  const auto keyCode = keyCodeNamed(value);
+  if (!keyCode) return false;
+  std::vector<std::optional<PropertyValue>> before;
+  for (const auto stored : shortcutKeys) before.push_back(use_.userDefaults.object(stored));
+  const auto shortcut = use_.settings.makeLocalToggleShortcut(*keyCode, std::nullopt);
+  use_.settings.setLocalToggleShortcut(shortcut);
+  const auto stored = use_.settings.localToggleShortcut();
+  if (stored.keyCode == shortcut.keyCode && stored.displayName == shortcut.displayName &&
+      stored.menuKeyEquivalent.value_or("") == shortcut.menuKeyEquivalent.value_or("")) {
+    return true;
+  }
+  for (std::size_t index = 0; index < shortcutKeys.size(); ++index) {
+    if (before[index]) {
+      use_.userDefaults.setObject(shortcutKeys[index], *before[index]);
+    } else {
+      use_.userDefaults.removeObject(shortcutKeys[index]);
+    }
+  }
+  use_.notificationCenter.post(settingsNotification::LocalToggleShortcutSettingDidChange);
+  return false;
 }
 
 bool NamedSettings::isManaged(std::string_view name) const {

@@ -34,20 +34,19 @@ void PreferenceEvidence::noteWritten(const FnStateController::Persisted& persist
   }
 }
 
-void PreferenceEvidence::note(const FnStateController::SynchronizedPreference& preference) {
-  if (!preference) return;
+bool PreferenceEvidence::note(const FnStateController::SynchronizedPreference& preference) {
+  if (!preference) return false;
   unwritten_.reset();
-  if (*preference) {
-    keep(rawValue(**preference));
-  } else if (!lastSeen()) {
-    keep(StoredFnStates::noPreference);
-  }
+  if (*preference) return keep(rawValue(**preference));
+  return lastSeen() || keep(StoredFnStates::noPreference);
 }
 
-void PreferenceEvidence::keep(std::int64_t preference) {
+bool PreferenceEvidence::keep(std::int64_t preference) {
   unkept_.reset();
-  if (storedFnStates_.lastSeenPreference() == preference) return;
-  if (!storedFnStates_.setLastSeenPreference(preference)) unkept_ = preference;
+  if (storedFnStates_.lastSeenPreference() == preference) return true;
+  if (storedFnStates_.setLastSeenPreference(preference)) return true;
+  unkept_ = preference;
+  return false;
 }
 
 std::optional<std::int64_t> PreferenceEvidence::lastSeen() const {

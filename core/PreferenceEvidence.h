@@ -29,8 +29,9 @@ class PreferenceEvidence {
   /// The same without counting: what the next look would find.
   std::optional<FnState> chosenFnState() const { return look(Hardware::isOurs).chosen; }
 
-  /// What is in the preference now is no evidence any more.
-  void noteSeen() { note(fnStateController_.readSynchronizedPreference()); }
+  /// What is in the preference now is no evidence any more. False where that holds only as long as
+  /// this process runs, or not at all: it could not be read, or not be stored.
+  bool noteSeen() { return note(fnStateController_.readSynchronizedPreference()); }
 
   /// Keyrow has written this into the preference.
   void noteWritten(const FnStateController::Persisted& persisted);
@@ -45,8 +46,8 @@ class PreferenceEvidence {
   };
 
   Finding look(Hardware whose) const;
-  void note(const FnStateController::SynchronizedPreference& preference);
-  void keep(std::int64_t preference);
+  bool note(const FnStateController::SynchronizedPreference& preference);
+  bool keep(std::int64_t preference);
   std::optional<std::int64_t> lastSeen() const;
 
   FnStateController& fnStateController_;
