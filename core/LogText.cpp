@@ -58,13 +58,15 @@ std::string escaped(std::uint32_t code) {
 
 }  // namespace
 
-std::string inOneLine(std::string_view text) {
+std::string inOneLine(std::string_view text) { return withControls(text, escaped); }
+
+std::string withControls(std::string_view text, std::string (*written)(std::uint32_t code)) {
   std::string line;
   while (!text.empty()) {
     const auto [code, length] = firstCharacter(text);
     const bool isControl = std::ranges::any_of(
         controls, [code](const Range& range) { return range.first <= code && code <= range.last; });
-    line += isControl ? escaped(code) : std::string{text.substr(0, length)};
+    line += isControl ? written(code) : std::string{text.substr(0, length)};
     text.remove_prefix(length);
   }
   return line;

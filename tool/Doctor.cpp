@@ -94,9 +94,9 @@ void lookAtKeyboards(const Status& status, Lines& lines) {
     isForeignConnected |= keyboard.isTranslatable;
     const auto mode = ownMode(status, keyboard);
     if (!mode || !status.translatesTopRows) continue;
-    lines.push_back(keyboard.name + " (" + *keyboard.numbers + ") has a mode of its own: " +
-                    std::string{wordOf(*mode)} + ". keyrow keyboard set " + *keyboard.numbers +
-                    " follow lets it follow the others.");
+    addOnce(lines, keyboard.name + " (" + *keyboard.numbers + ") has a mode of its own: " +
+                       std::string{wordOf(*mode)} + ". keyrow keyboard set " + *keyboard.numbers +
+                       " follow lets it follow the others.");
   }
   if (status.translatesTopRows || (!isForeignConnected && status.keyboardModes.empty())) return;
   lines.emplace_back(

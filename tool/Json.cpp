@@ -1,12 +1,19 @@
 #include "tool/Json.h"
 
+#include <array>
+#include <cstdint>
+#include <cstdio>
+
+#include "core/LogText.h"
+
 namespace keyrow::tool::json {
 
 namespace {
 
-std::string escaped(unsigned char character) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  return std::string{"\\u00"} + digits[character >> 4] + digits[character & 0xF];
+std::string escaped(std::uint32_t code) {
+  std::array<char, 8> text{};
+  std::snprintf(text.data(), text.size(), "\\u%04x", code);
+  return text.data();
 }
 
 }  // namespace
@@ -14,17 +21,10 @@ std::string escaped(unsigned char character) {
 std::string text(std::string_view value) {
   std::string result{'"'};
   for (const char character : value) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (character == '"' || character == '\\') {
-      result += '\\';
-      result += character;
-    } else if (byte < 0x20 || byte == 0x7F) {
-      result += escaped(byte);
-    } else {
-      result += character;
-    }
+    if (character == '"' || character == '\\') result += '\\';
+    result += character;
   }
-  return result + '"';
+  return withControls(result, escaped) + '"';
 }
 
 std::string object(const std::vector<std::pair<std::string_view, std::string>>& members) {

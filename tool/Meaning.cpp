@@ -14,15 +14,6 @@ namespace {
 
 using Meaning = std::expected<std::string, std::string>;
 
-bool contains(const std::vector<std::string>& texts, const std::string& text) {
-  return std::ranges::find(texts, text) != texts.end();
-}
-
-/// Adds it where it is not there yet.
-void note(std::vector<std::string>& texts, const std::string& text) {
-  if (!contains(texts, text)) texts.push_back(text);
-}
-
 /// The only one of these; of several, all are told.
 Meaning onlyOne(const std::string& text, const std::vector<std::string>& meant) {
   if (meant.size() == 1) return meant.front();
@@ -35,7 +26,7 @@ Meaning onlyOne(const std::string& text, const std::vector<std::string>& meant) 
 
 Meaning applicationMeant(const std::string& text, const std::vector<std::string>& known,
                          Workspace& workspace) {
-  if (contains(known, text)) return text;
+  if (std::ranges::find(known, text) != known.end()) return text;
   if (auto identifier = workspace.bundleIdentifier(text)) return *std::move(identifier);
   if (text.find('/') != std::string::npos) {
     return std::unexpected{"There is no application at " + inQuotes(text) + "."};
@@ -43,8 +34,8 @@ Meaning applicationMeant(const std::string& text, const std::vector<std::string>
   auto names = known;
   std::vector<std::string> meant;
   for (const auto& application : workspace.applications()) {
-    note(names, application.name);
-    if (isSameWord(application.name, text)) note(meant, application.bundleIdentifier);
+    addOnce(names, application.name);
+    if (isSameWord(application.name, text)) addOnce(meant, application.bundleIdentifier);
   }
   if (meant.empty()) return std::unexpected{unknownWord("application", text, names)};
   return onlyOne(text, meant);
@@ -67,12 +58,12 @@ Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& st
   bool isThere = false;
   bool isTranslatable = false;
   for (const auto& keyboard : status.running->keyboards) {
-    note(names, keyboard.name);
+    addOnce(names, keyboard.name);
     const bool isMeant = pair ? keyboard.numbers == pair->text() : isSameWord(keyboard.name, text);
     if (!isMeant) continue;
     isThere = true;
     isTranslatable |= keyboard.isTranslatable;
-    if (keyboard.numbers) note(meant, *keyboard.numbers);
+    if (keyboard.numbers) addOnce(meant, *keyboard.numbers);
   }
   if (pair && !isThere) return pair->text();
   if (!isThere) {

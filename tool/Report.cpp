@@ -1,6 +1,8 @@
 #include "tool/Report.h"
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "core/KeyboardNumbers.h"
 #include "core/Words.h"
@@ -121,6 +123,10 @@ std::string jsonOf(const Status& status, const Status::Running& running) {
 
 }  // namespace
 
+void addOnce(std::vector<std::string>& texts, std::string text) {
+  if (std::ranges::find(texts, text) == texts.end()) texts.push_back(std::move(text));
+}
+
 std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& keyboard) {
   if (!keyboard.numbers || !keyboard.isTranslatable) return std::nullopt;
   const auto found = status.keyboardModes.find(*keyboard.numbers);
@@ -171,7 +177,7 @@ std::string jsonText(const Status& status, const Surroundings& surroundings) {
        {"keyboardModes", jsonOf(status.keyboardModes)},
        {"translatesTopRows", json::flag(status.translatesTopRows)},
        {"settings", jsonOf(status.settings)},
-       {"keyrowRuns", json::flag(status.running || surroundings.isKeyrowSilent)},
+       {"keyrowRuns", json::flag(status.running || surroundings.isKeyrowRunning)},
        {"keyrow", status.running ? jsonOf(status, *status.running) : json::nothing()},
        {"secureInput", json::flag(surroundings.isSecureInputOn)},
        {"secureInputHolder", jsonOf(surroundings.secureInputHolder)}});
@@ -189,8 +195,9 @@ std::vector<std::string> overrideLines(const Status& status) {
 std::vector<std::string> keyboardLines(const Status& status) {
   std::vector<std::string> lines;
   if (status.running) {
+    // One keyboard can be several devices.
     for (const auto& keyboard : status.running->keyboards) {
-      lines.push_back(keyboardLine(status, keyboard));
+      addOnce(lines, keyboardLine(status, keyboard));
     }
   }
   for (const auto& [numbers, mode] : status.keyboardModes) {

@@ -10,7 +10,9 @@ namespace keyrow::tool {
 
 /// What is known besides, without Keyrow.
 struct Surroundings {
-  /// Keyrow runs, and does not answer.
+  /// Some Keyrow runs.
+  bool isKeyrowRunning = false;
+  /// It does not answer.
   bool isKeyrowSilent = false;
   bool isSecureInputOn = false;
   /// Absent where macOS does not tell.
@@ -32,6 +34,9 @@ std::vector<Fact> facts(const Status& status, const Surroundings& surroundings);
 
 /// The same for programs, as one line of JSON.
 std::string jsonText(const Status& status, const Surroundings& surroundings);
+
+/// Adds a text where it is not there yet.
+void addOnce(std::vector<std::string>& texts, std::string text);
 
 /// The mode that a keyboard has as its own; absent for one that follows.
 std::optional<FnState> ownMode(const Status& status, const Status::Keyboard& keyboard);

@@ -73,7 +73,8 @@ void Tool::perform(const Arguments& arguments) {
     case Command::version: {
       const auto version = use_.bundle.infoValue("CFBundleShortVersionString");
       const auto* text = version ? version->string() : nullptr;
-      if (!text) return fail("Keyrow.app is not where this command belongs to.");
+      if (!text)
+        return fail("The version cannot be read: this command does not lie in Keyrow.app.");
       print("Keyrow " + *text);
       return succeed();
     }
@@ -384,7 +385,7 @@ Status Tool::ownStatus() {
 }
 
 Surroundings Tool::surroundings() {
-  Surroundings surroundings{.isKeyrowSilent = isSilent_};
+  Surroundings surroundings{.isKeyrowRunning = isKeyrowRunning(), .isKeyrowSilent = isSilent_};
   if (!use_.secureInput.isEnabled()) return surroundings;
   surroundings.isSecureInputOn = true;
   surroundings.secureInputHolder = use_.secureInput.holder();

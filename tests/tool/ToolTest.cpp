@@ -12,6 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 /// The command beside a Keyrow that hangs, for which the test answers.
 class ToolTest : public ::testing::Test {
@@ -78,6 +79,20 @@ TEST_F(ToolTest, WaitsForWhatKeyrowHasBegun) {
   answer(standard());
   EXPECT_EQ(exitStatus(), tool::exitStatus::done);
   EXPECT_THAT(output(), ElementsAre("output \"The global mode is standard.\""));
+}
+
+TEST_F(ToolTest, KnowsThatAnotherKeyrowRunsWhereTheOneItWatchedIsGone) {
+  run({"watch", "--json"});
+  Status status;
+  status.running.emplace();
+  status.running->processIdentifier = 400;
+  Answer ended;
+  ended.status = propertyDictionary(status);
+  answer(ended);
+  EXPECT_THAT(output(), ElementsAre(HasSubstr(R"(\"keyrow\":{\"process\":400,)")));
+  pass(1s);
+  ASSERT_EQ(output().size(), 2U);
+  EXPECT_THAT(output().back(), HasSubstr(R"(\"keyrowRuns\":true,\"keyrow\":null)"));
 }
 
 TEST_F(ToolTest, SaysThatWhatKeyrowHasBegunDoesNotEnd) {
