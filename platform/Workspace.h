@@ -17,6 +17,8 @@ namespace keyrow {
 struct NamedApplication {
   std::string name;
   std::string bundleIdentifier;
+
+  friend bool operator==(const NamedApplication&, const NamedApplication&) = default;
 };
 
 /// The applications on this Mac (`NSWorkspace`).
@@ -31,7 +33,8 @@ class Workspace : public Port {
   virtual bool isApplicationInstalled(std::string_view bundleIdentifier) = 0;
 
   /// The applications that run as others do, and those in the Applications folders of the system,
-  /// the Mac and the user; each once.
+  /// the Mac and the user; each once under every name that it has, as one can run under another
+  /// name than the Finder shows.
   virtual std::vector<NamedApplication> applications() = 0;
 
   /// The bundle identifier, as the application itself spells it, of the one at a path, or of the

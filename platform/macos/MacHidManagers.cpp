@@ -116,12 +116,14 @@ class MacHidManager final : public HidManager {
   static void handleInputValue(void* context, IOReturn /*result*/, void* sender,
                                IOHIDValueRef value) {
     if (!context) return;
+    const auto element = IOHIDValueGetElement(value);
+    // No header says whether the sender is the device or the manager.
+    const auto source = sender ? IOHIDElementGetDevice(element) : nullptr;
     std::optional<MacHidDevice> device;
-    if (sender) device.emplace(static_cast<IOHIDDeviceRef>(sender));
-    static_cast<MacHidManager*>(context)->handler_(
-        {.sender = device ? &*device : nullptr,
-         .usagePage = IOHIDElementGetUsagePage(IOHIDValueGetElement(value)),
-         .timestamp = IOHIDValueGetTimeStamp(value)});
+    if (source) device.emplace(source);
+    static_cast<MacHidManager*>(context)->handler_({.sender = device ? &*device : nullptr,
+                                                    .usagePage = IOHIDElementGetUsagePage(element),
+                                                    .timestamp = IOHIDValueGetTimeStamp(value)});
   }
 
   const CFRef<IOHIDManagerRef> manager_ =

@@ -75,7 +75,7 @@ class MacSystemLog final : public SystemLog {
                                                    error:&error];
     if (!store) return failure(error);
 
-    OSLogEnumerator<OSLogEntry*>* const entries =
+    NSEnumerator<OSLogEntry*>* const entries =
         [store entriesEnumeratorWithOptions:0
                                    position:[store positionWithDate:nsDate(date)]
                                   predicate:nil

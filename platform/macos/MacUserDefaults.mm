@@ -78,7 +78,8 @@ class MacUserDefaults final : public UserDefaults {
   }
 
   bool isManaged(std::string_view key) override {
-    return [defaults_ objectIsForcedForKey:nsString(key)];
+    return CFPreferencesAppValueIsForced((__bridge CFStringRef)nsString(key),
+                                         (__bridge CFStringRef)domain_);
   }
 
   ObserverToken observeChanges(std::function<void()> handler) override {

@@ -1,5 +1,6 @@
 #import <AppKit/AppKit.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -53,11 +54,13 @@ class MacWorkspace final : public Workspace {
 
   std::vector<NamedApplication> applications() override {
     std::vector<NamedApplication> applications;
-    NSMutableSet<NSString*>* const known = [NSMutableSet set];
     const auto add = [&](NSString* name, NSString* identifier) {
-      if (!name || !identifier || [known containsObject:identifier]) return;
-      [known addObject:identifier];
-      applications.push_back({.name = utf8Text(name), .bundleIdentifier = utf8Text(identifier)});
+      if (!name || !identifier) return;
+      NamedApplication application{.name = utf8Text(name),
+                                   .bundleIdentifier = utf8Text(identifier)};
+      if (std::ranges::find(applications, application) == applications.end()) {
+        applications.push_back(std::move(application));
+      }
     };
     for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
       if (application.activationPolicy == NSApplicationActivationPolicyProhibited) continue;
@@ -65,9 +68,10 @@ class MacWorkspace final : public Workspace {
     }
     NSFileManager* const files = NSFileManager.defaultManager;
     for (NSURL* folder in applicationFolders()) {
+      // What macOS keeps elsewhere and only links here can count as hidden.
       for (NSURL* file in [files contentsOfDirectoryAtURL:folder
                                includingPropertiesForKeys:nil
-                                                  options:NSDirectoryEnumerationSkipsHiddenFiles
+                                                  options:0
                                                     error:nil]) {
         NSString* const path = file.path;
         if (!path || ![file.pathExtension isEqualToString:@"app"]) continue;
@@ -146,6 +150,8 @@ class MacWorkspace final : public Workspace {
   }
 
   bool isURL(std::string_view text) override {
+    // To NSURL an empty text is one that leads where its base does.
+    if (text.empty()) return false;
     if (@available(macOS 14.0, *)) {
       return [NSURL URLWithString:nsString(text) encodingInvalidCharacters:NO] != nil;
     }
@@ -154,7 +160,7 @@ class MacWorkspace final : public Workspace {
   }
 
   bool openURL(std::string_view url) override {
-    NSURL* const parsed = [NSURL URLWithString:nsString(url)];
+    NSURL* const parsed = url.empty() ? nil : [NSURL URLWithString:nsString(url)];
     return parsed && [NSWorkspace.sharedWorkspace openURL:parsed];
   }
 };

@@ -39,12 +39,26 @@ class MacAlertsTest : public ::testing::Test {
                                    EXPECT_NE(button, nil) << title;
                                    // Whatever else it is, it is not to wait for somebody.
                                    button ? [button performClick:nil] : [NSApp abortModal];
+                                   // It looks whether it is to end only after an event.
+                                   [NSApp postEvent:anyEvent() atStart:NO];
                                  }];
     [NSRunLoop.mainRunLoop addTimer:timer forMode:NSModalPanelRunLoopMode];
     std::vector<int> answers;
     alerts->runModal(alert, [&](int response) { answers.push_back(response); });
     [timer invalidate];
     return answers;
+  }
+
+  static NSEvent* anyEvent() {
+    return [NSEvent otherEventWithType:NSEventTypeApplicationDefined
+                              location:NSZeroPoint
+                         modifierFlags:0
+                             timestamp:0
+                          windowNumber:0
+                               context:nil
+                               subtype:0
+                                 data1:0
+                                 data2:0];
   }
 
   static NSButton* buttonIn(NSView* view, std::string_view title) {

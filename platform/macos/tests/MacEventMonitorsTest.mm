@@ -57,7 +57,9 @@ static_assert(virtualKey::f12 == kVK_F12);
 KeyDown pressed(CGKeyCode keyCode, CGEventFlags flags = 0) {
   const auto event = CFRef<CGEventRef>::adopt(
       CGEventCreateKeyboardEvent(/*source=*/nullptr, keyCode, /*keyDown=*/true));
-  CGEventSetFlags(event.get(), CGEventGetFlags(event.get()) | flags);
+  // Whoever sits at this Mac may hold a modifier.
+  const CGEventFlags own = CGEventGetFlags(event.get()) & ~allModifiers;
+  CGEventSetFlags(event.get(), own | flags);
   return keyDown([NSEvent eventWithCGEvent:event.get()]);
 }
 

@@ -5,6 +5,7 @@
 
 #include <set>
 #include <string>
+#include <utility>
 
 namespace keyrow::macos {
 namespace {
@@ -26,14 +27,16 @@ TEST(MacWorkspaceTest, KnowsWhichApplicationsAreInstalled) {
   EXPECT_FALSE(workspace->isApplicationInstalled(""));
 }
 
-TEST(MacWorkspaceTest, ListsWhatRunsAndWhatIsInstalledOnce) {
+TEST(MacWorkspaceTest, ListsWhatRunsAndWhatIsInstalledOnceByEachName) {
   const std::unique_ptr<Workspace> workspace = makeWorkspace();
   std::set<std::string> identifiers;
+  std::set<std::pair<std::string, std::string>> named;
   for (const auto& application : workspace->applications()) {
     EXPECT_FALSE(application.name.empty()) << application.bundleIdentifier;
     EXPECT_FALSE(application.name.ends_with(".app")) << application.name;
-    EXPECT_TRUE(identifiers.insert(application.bundleIdentifier).second)
-        << application.bundleIdentifier;
+    identifiers.insert(application.bundleIdentifier);
+    EXPECT_TRUE(named.insert({application.name, application.bundleIdentifier}).second)
+        << application.name << " " << application.bundleIdentifier;
   }
   EXPECT_TRUE(identifiers.contains("com.apple.finder"));
   EXPECT_TRUE(identifiers.contains("com.apple.TextEdit"));

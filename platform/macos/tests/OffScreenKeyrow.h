@@ -39,6 +39,9 @@ class OffScreenKeyrow {
 
   void createWindow() {
     keyrow_.settingsWindowController().createWindow();
+    // Whoever clicks into it brings it to the front.
+    window().alphaValue = 0;
+    window().ignoresMouseEvents = YES;
     // What does not come into sight is not reported to have.
     keyrow_.settingsWindowController().viewDidAppear();
     layOut();
