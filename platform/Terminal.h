@@ -9,8 +9,8 @@ namespace keyrow {
 /// Where a command-line program writes.
 class Terminal : public Port {
  public:
-  /// Writes a line to the standard output, at once.
-  virtual void print(std::string_view line) = 0;
+  /// Writes a line to the standard output, at once; false where it cannot be written.
+  virtual bool print(std::string_view line) = 0;
 
   /// Writes a line to the standard error.
   virtual void printError(std::string_view line) = 0;

@@ -174,9 +174,10 @@ void Session::loseTrack() {
 /// Tells the model what was chosen in a line, and gives what is wrong then.
 std::string Session::followChoice(const sim::Action& action, const Before& before) {
   const auto meaning = happen(action, model());
-  // A choice that cannot be stored, or not be read, is nobody's promise.
+  // A choice that cannot be stored, be read, or be reported, is nobody's promise.
   const bool isManaged = stage.storedFnStates().isGlobalManaged();
-  if (isManaged || hasFailed(sim::PortCall::writeDefaults)) model().loseTrack();
+  const bool isUntold = hasFailed(sim::PortCall::writeOutput);
+  if (isManaged || isUntold || hasFailed(sim::PortCall::writeDefaults)) model().loseTrack();
   if (model().isUnseen() && !canNotice()) model().forget();
   if (hasFailed(sim::PortCall::synchronizePreferences)) isModelLeftOut_ = true;
 

@@ -119,7 +119,7 @@ void Tool::perform(const Arguments& arguments) {
 
 void Tool::showStatus(bool isJson) {
   withStatus([this, isJson](const Status& status) {
-    for (const auto& line : statusLines(status, isJson)) use_.terminal.print(line);
+    for (const auto& line : statusLines(status, isJson)) printAsItIs(line);
     succeed();
   });
 }
@@ -305,7 +305,7 @@ void Tool::tell(const Status& status) {
   told_ = status;
   auto lines = statusLines(status, isWatchingInJson_);
   for (const auto& line : lines) {
-    if (std::ranges::find(toldLines_, line) == toldLines_.end()) use_.terminal.print(line);
+    if (std::ranges::find(toldLines_, line) == toldLines_.end()) printAsItIs(line);
   }
   toldLines_ = std::move(lines);
 }
@@ -395,7 +395,12 @@ Surroundings Tool::surroundings() {
 // The terminal.
 
 /// What others have named could move its cursor.
-void Tool::print(const std::string& line) { use_.terminal.print(inOneLine(line)); }
+void Tool::print(const std::string& line) { printAsItIs(inOneLine(line)); }
+
+void Tool::printAsItIs(const std::string& line) {
+  if (hasFinished_ || use_.terminal.print(line)) return;
+  fail("The output cannot be written.");
+}
 
 void Tool::printLines(const std::vector<std::string>& lines) {
   for (const auto& line : lines) print(line);

@@ -118,6 +118,7 @@ class Tool {
   // The terminal.
 
   void print(const std::string& line);
+  void printAsItIs(const std::string& line);
   void printLines(const std::vector<std::string>& lines);
   void complain(const std::string& problem);
   void succeed();

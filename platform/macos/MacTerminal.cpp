@@ -12,7 +12,10 @@ namespace {
 
 class MacTerminal final : public Terminal {
  public:
-  void print(std::string_view line) override { std::cout << line << std::endl; }
+  bool print(std::string_view line) override {
+    std::cout << line << std::endl;
+    return std::cout.good();
+  }
   void printError(std::string_view line) override { std::cerr << line << '\n'; }
   bool isInteractive() override { return isatty(STDOUT_FILENO) != 0; }
 };

@@ -33,6 +33,7 @@ enum class PortCall {
   copyDevices,
   readLog,
   writeDefaults,
+  writeOutput,
 };
 
 /// One port call: the name that scenarios use, and what its failing looks like.
@@ -42,7 +43,7 @@ struct PortCallInfo {
 };
 
 /// In the order of `PortCall`.
-inline constexpr std::array<PortCallInfo, 25> portCalls{{
+inline constexpr std::array<PortCallInfo, 26> portCalls{{
     {"find-service", "IOServiceGetMatchingService finds no service"},
     {"read-service-property", "IORegistryEntryCreateCFProperty gives nothing"},
     {"open-connection", "IOServiceOpen is refused"},
@@ -68,6 +69,7 @@ inline constexpr std::array<PortCallInfo, 25> portCalls{{
     {"copy-devices", "IOHIDManagerCopyDevices gives nothing"},
     {"read-log", "the log store cannot be read"},
     {"write-defaults", "a setting that is written or removed stays as it was"},
+    {"write-output", "what the command keyrow prints cannot be written"},
 }};
 
 constexpr const PortCallInfo& info(PortCall call) {

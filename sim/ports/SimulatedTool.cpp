@@ -17,7 +17,7 @@ SimulatedTool::SimulatedTool(SimulatedMac& mac, OpenHandles::ProcessID processID
       process_{mac, processID, isRoot},
       secureInput_{mac},
       systemLog_{mac, processID},
-      terminal_{mac.timeline},
+      terminal_{mac},
       userDefaults_{mac, Sessions::domain(context_.user, appIdentifier)},
       workspace_{context_},
       tool_{{.bundle = bundle_,

@@ -118,6 +118,7 @@ TEST(PortCallTest, NamesMatchTheirCalls) {
   EXPECT_EQ(info(PortCall::synchronizePreferences).name, "synchronize-preferences");
   EXPECT_EQ(info(PortCall::openHidManager).name, "open-hid-manager");
   EXPECT_EQ(info(PortCall::writeDefaults).name, "write-defaults");
+  EXPECT_EQ(info(PortCall::writeOutput).name, "write-output");
 }
 
 }  // namespace

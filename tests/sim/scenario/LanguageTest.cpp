@@ -176,17 +176,17 @@ INSTANTIATE_TEST_SUITE_P(
         WrongLine{"press fn+ on usb1", 7,
                   "expected keys joined by +, such as A, F5, fn+` or left-control+Escape, found "
                   "\"fn+\""},
-        WrongLine{
-            "fail everything", 6,
-            "expected find-service, read-service-property, open-connection, "
-            "set-hid-parameter, read-modifier-lock-state, copy-preference, "
-            "synchronize-preferences, find-application, frontmost-application, "
-            "create-event-tap, create-run-loop-source, enable-event-tap, open-hid-manager, "
-            "registry-entry-id, read-device-property, open-url, register-login-item, "
-            "unregister-login-item, write-file, request-notification-authorization, "
-            "add-notification, create-key-event-source, copy-devices, read-log or write-defaults, "
-            "found "
-            "\"everything\""},
+        WrongLine{"fail everything", 6,
+                  "expected find-service, read-service-property, open-connection, "
+                  "set-hid-parameter, read-modifier-lock-state, copy-preference, "
+                  "synchronize-preferences, find-application, frontmost-application, "
+                  "create-event-tap, create-run-loop-source, enable-event-tap, open-hid-manager, "
+                  "registry-entry-id, read-device-property, open-url, register-login-item, "
+                  "unregister-login-item, write-file, request-notification-authorization, "
+                  "add-notification, create-key-event-source, copy-devices, read-log, "
+                  "write-defaults or write-output, "
+                  "found "
+                  "\"everything\""},
         WrongLine{"fail read-log many times", 15,
                   "expected always, N times or after N, found \"many\""},
         WrongLine{
