@@ -165,8 +165,9 @@ bool NamedSettings::store(std::string_view name, std::string_view value) {
 bool NamedSettings::storeShortcut(std::string_view value) {
   const auto keyCode = keyCodeNamed(value);
   if (!keyCode) return false;
-  std::vector<std::optional<PropertyValue>> before;
-  for (const auto stored : shortcutKeys) before.push_back(use_.userDefaults.object(stored));
+  std::array<std::optional<PropertyValue>, shortcutKeys.size()> before;
+  std::ranges::transform(shortcutKeys, before.begin(),
+                         [this](auto stored) { return use_.userDefaults.object(stored); });
   const auto shortcut = use_.settings.makeLocalToggleShortcut(*keyCode, std::nullopt);
   use_.settings.setLocalToggleShortcut(shortcut);
   const auto stored = use_.settings.localToggleShortcut();

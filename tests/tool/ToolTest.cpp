@@ -83,9 +83,10 @@ TEST_F(ToolTest, WaitsForWhatKeyrowHasBegun) {
 
 TEST_F(ToolTest, KnowsThatAnotherKeyrowRunsWhereTheOneItWatchedIsGone) {
   run({"watch", "--json"});
+  Status::Running running;
+  running.processIdentifier = 400;
   Status status;
-  status.running.emplace();
-  status.running->processIdentifier = 400;
+  status.running = running;
   Answer ended;
   ended.status = propertyDictionary(status);
   answer(ended);
