@@ -16,12 +16,6 @@ namespace {
 using namespace std::chrono_literals;
 using Command = Arguments::Command;
 
-/// Keyrow drops what is older than `requestLifetime`; what it took right before may still be on
-/// its way back.
-constexpr auto timeOnTheWay = 250ms;
-/// For how long a command that Keyrow has begun is waited for.
-constexpr auto longestCommand = 10s;
-
 constexpr auto watchInterval = 1s;
 constexpr int looksPerRenewal = 5;
 
@@ -51,7 +45,12 @@ Tool::Tool(Uses uses)
       commands_{{.modes = storedModes_,
                  .keyboardFnStates = keyboardFnStates_,
                  .namedSettings = namedSettings_,
-                 .workspace = use_.workspace}} {}
+                 .workspace = use_.workspace}},
+      keyrow_{{.clock = use_.clock,
+               .distributedNotificationCenter = use_.distributedNotificationCenter,
+               .mainQueue = use_.mainQueue,
+               .process = use_.process,
+               .workspace = use_.workspace}} {}
 
 void Tool::run(const std::vector<std::string>& words) {
   // The settings of root are nobody's.
@@ -167,7 +166,7 @@ void Tool::showSetting(const std::string& name) {
 
 void Tool::showDiagnosis() {
   withStatus([this](const Status& status) {
-    Findings findings{.processes = keyrowProcesses()};
+    Findings findings{.processes = keyrow_.processes()};
     for (const auto key : settingsKey::all) {
       const bool isNote = key == settingsKey::lastSeenFnStatePreference ||
                           key == settingsKey::hasPromptedAccessibility;
@@ -198,8 +197,8 @@ void Tool::changeKeyboard(const Arguments& arguments) {
     if (!numbers) return fail(numbers.error());
     change(Request::Kind::setKeyboard, *numbers, arguments.value);
   };
-  if (!isKeyrowRunning()) return changeIt(ownStatus());
-  ask(Request::Kind::status, {}, {}, [this, changeIt](const std::optional<Answer>& answer) {
+  if (!keyrow_.isRunning()) return changeIt(ownStatus());
+  keyrow_.ask(Request::Kind::status, {}, {}, [this, changeIt](const std::optional<Answer>& answer) {
     if (!answer || !answer->status) return fail(std::string{noAnswer});
     changeIt(statusFrom(*answer->status));
   });
@@ -216,7 +215,7 @@ void Tool::changeSetting(const Arguments& arguments) {
 }
 
 void Tool::change(Request::Kind kind, const std::string& subject, const std::string& value) {
-  if (!isKeyrowRunning()) {
+  if (!keyrow_.isRunning()) {
     const Request request{.number = {}, .kind = kind, .subject = subject, .value = value};
     if (const auto problem = commands_.carryOut(request)) return fail(*problem);
     if (!use_.userDefaults.synchronize()) return fail("It could not be stored.");
@@ -224,7 +223,7 @@ void Tool::change(Request::Kind kind, const std::string& subject, const std::str
     print("Keyrow does not run: this applies at its next launch.");
     return succeed();
   }
-  ask(kind, subject, value, [this, kind, subject](const std::optional<Answer>& answer) {
+  keyrow_.ask(kind, subject, value, [this, kind, subject](const std::optional<Answer>& answer) {
     if (!answer) return fail(std::string{noAnswer});
     if (answer->problem) return fail(*answer->problem);
     if (!answer->status) return fail(std::string{noEnd});
@@ -281,21 +280,20 @@ void Tool::watch(bool isJson) {
 /// Looks at what Keyrow does not announce, and asks it to go on announcing the rest.
 void Tool::lookAgain() {
   nextLook_ = use_.mainQueue.after(watchInterval, [this] { lookAgain(); });
-  const auto processes = keyrowProcesses();
+  const auto processes = keyrow_.processes();
   const bool isToldOneThere =
       told_ && told_->running &&
       std::ranges::find(processes, told_->running->processIdentifier) != processes.end();
-  if (processes.empty()) isSilent_ = false;
   // Secure input is nothing that Keyrow would announce.
   if (isToldOneThere) {
     tell(Status{*told_});
   } else if (told_ || processes.empty()) {
     tell(ownStatus());
   }
-  if (processes.empty() || handler_) return;
+  if (processes.empty() || keyrow_.isAsked()) return;
   if (isToldOneThere && ++looksSinceRenewal_ < looksPerRenewal) return;
   looksSinceRenewal_ = 0;
-  ask(Request::Kind::watch, {}, {}, [this](const std::optional<Answer>& answer) {
+  keyrow_.ask(Request::Kind::watch, {}, {}, [this](const std::optional<Answer>& answer) {
     tell(answer && answer->status ? statusFrom(*answer->status) : ownStatus());
   });
 }
@@ -310,68 +308,18 @@ void Tool::tell(const Status& status) {
   toldLines_ = std::move(lines);
 }
 
-// Keyrow and the store.
-
-std::vector<std::int64_t> Tool::keyrowProcesses() const {
-  std::vector<std::int64_t> processes;
-  for (const auto& application : use_.workspace.runningApplications(appIdentifier)) {
-    processes.push_back(application->processIdentifier());
-  }
-  return processes;
-}
-
-bool Tool::isKeyrowRunning() const { return !keyrowProcesses().empty(); }
-
-void Tool::ask(Request::Kind kind, const std::string& subject, const std::string& value,
-               AnswerHandler handler) {
-  const auto now = use_.clock.uptime();
-  const Request request{.number = std::to_string(use_.process.processIdentifier()) + "-" +
-                                  std::to_string(now.count()) + "-" + std::to_string(++askedCount_),
-                        .time = now,
-                        .kind = kind,
-                        .subject = subject,
-                        .value = value};
-  handler_ = std::move(handler);
-  answerObserver_ = use_.distributedNotificationCenter.addObserver(
-      requestNotification::answer, std::string{appIdentifier},
-      [this, number = request.number](const std::optional<PropertyDictionary>& userInfo) {
-        const auto answer = answerFrom(userInfo);
-        if (answer && answer->answers(number)) hear(*answer);
-      });
-  // Waits twice: when a terminal has let this process stand still, the time is over at once.
-  silence_ = use_.mainQueue.after(requestLifetime, [this] { waitFor(timeOnTheWay, std::nullopt); });
-  use_.distributedNotificationCenter.post(requestNotification::request, appIdentifier,
-                                          userInfo(request));
-}
-
-void Tool::hear(const Answer& answer) {
-  if (answer.status) return settle(answer);
-  waitFor(longestCommand, answer);
-}
-
-/// Unless there is another answer until then, it stays with this one.
-void Tool::waitFor(std::chrono::nanoseconds time, std::optional<Answer> answer) {
-  silence_ = use_.mainQueue.after(time, [this, answer = std::move(answer)] { settle(answer); });
-}
-
-void Tool::settle(const std::optional<Answer>& answer) {
-  // What has waited may hold the answer, and goes at the end.
-  const auto silence = std::exchange(silence_, {});
-  const auto observer = std::exchange(answerObserver_, {});
-  isSilent_ = !answer && isKeyrowRunning();
-  std::exchange(handler_, {})(answer);
-}
+// How things stand.
 
 /// Where Keyrow does not answer, says so, and goes on with what can be known without it.
 void Tool::withStatus(std::function<void(const Status& status)> handler) {
-  if (!isKeyrowRunning()) return handler(ownStatus());
-  ask(Request::Kind::status, {}, {},
-      [this, handler = std::move(handler)](const std::optional<Answer>& answer) {
-        if (answer && answer->status) return handler(statusFrom(*answer->status));
-        complain(std::string{noAnswer});
-        outcome_ = exitStatus::couldNot;
-        handler(ownStatus());
-      });
+  if (!keyrow_.isRunning()) return handler(ownStatus());
+  keyrow_.ask(Request::Kind::status, {}, {},
+              [this, handler = std::move(handler)](const std::optional<Answer>& answer) {
+                if (answer && answer->status) return handler(statusFrom(*answer->status));
+                complain(std::string{noAnswer});
+                outcome_ = exitStatus::couldNot;
+                handler(ownStatus());
+              });
 }
 
 /// What can be known without Keyrow.
@@ -385,7 +333,8 @@ Status Tool::ownStatus() {
 }
 
 Surroundings Tool::surroundings() {
-  Surroundings surroundings{.isKeyrowRunning = isKeyrowRunning(), .isKeyrowSilent = isSilent_};
+  Surroundings surroundings{.isKeyrowRunning = keyrow_.isRunning(),
+                            .isKeyrowSilent = keyrow_.isSilent()};
   if (!use_.secureInput.isEnabled()) return surroundings;
   surroundings.isSecureInputOn = true;
   surroundings.secureInputHolder = use_.secureInput.holder();

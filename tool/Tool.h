@@ -32,6 +32,7 @@
 #include "platform/Workspace.h"
 #include "tool/Arguments.h"
 #include "tool/Report.h"
+#include "tool/RunningKeyrow.h"
 #include "tool/StoredModes.h"
 
 namespace keyrow::tool {
@@ -74,9 +75,6 @@ class Tool {
   void run(const std::vector<std::string>& arguments);
 
  private:
-  /// Absent when Keyrow did not answer; without a status when it has only begun.
-  using AnswerHandler = std::function<void(const std::optional<Answer>& answer)>;
-
   void perform(const Arguments& arguments);
 
   // What only looks.
@@ -102,15 +100,8 @@ class Tool {
   void lookAgain();
   void tell(const Status& status);
 
-  // Keyrow and the store.
+  // How things stand.
 
-  std::vector<std::int64_t> keyrowProcesses() const;
-  bool isKeyrowRunning() const;
-  void ask(Request::Kind kind, const std::string& subject, const std::string& value,
-           AnswerHandler handler);
-  void hear(const Answer& answer);
-  void waitFor(std::chrono::nanoseconds time, std::optional<Answer> answer);
-  void settle(const std::optional<Answer>& answer);
   void withStatus(std::function<void(const Status& status)> handler);
   Status ownStatus();
   Surroundings surroundings();
@@ -135,16 +126,10 @@ class Tool {
   KeyboardFnStates keyboardFnStates_;
   NamedSettings namedSettings_;
   Commands commands_;
+  RunningKeyrow keyrow_;
 
-  int askedCount_ = 0;
-  /// Keyrow runs, and has not answered the last question.
-  bool isSilent_ = false;
   /// The exit status of what comes to its end.
   int outcome_ = exitStatus::done;
-  /// Empty while nothing is waited for.
-  AnswerHandler handler_;
-  ObserverToken answerObserver_;
-  DelayedCall silence_;
 
   bool isWatchingInJson_ = false;
   int looksSinceRenewal_ = 0;
