@@ -17,8 +17,6 @@ namespace keyrow {
 struct NamedApplication {
   std::string name;
   std::string bundleIdentifier;
-
-  friend bool operator==(const NamedApplication&, const NamedApplication&) = default;
 };
 
 /// The applications on this Mac (`NSWorkspace`).
@@ -33,14 +31,17 @@ class Workspace : public Port {
   virtual bool isApplicationInstalled(std::string_view bundleIdentifier) = 0;
 
   /// The applications that run as others do, and those in the Applications folders of the system,
-  /// the Mac and the user; each once under every name that it has, as one can run under another
+  /// the Mac and the user. One that runs and lies there is listed twice, and can run under another
   /// name than the Finder shows.
   virtual std::vector<NamedApplication> applications() = 0;
 
-  /// The bundle identifier, as the application itself spells it, of the one at a path, or of the
-  /// one that the system finds for an identifier in any case
-  /// (`URLForApplicationWithBundleIdentifier`); absent where there is none.
-  virtual std::optional<std::string> bundleIdentifier(std::string_view pathOrIdentifier) = 0;
+  /// The bundle identifier of the application at this path; absent where there is none.
+  virtual std::optional<std::string> bundleIdentifier(std::string_view atPath) = 0;
+
+  /// A bundle identifier as its application spells it: the system finds one in any case
+  /// (`URLForApplicationWithBundleIdentifier`). Absent where there is none.
+  virtual std::optional<std::string> bundleIdentifierAsSpelled(
+      std::string_view bundleIdentifier) = 0;
 
   /// Runs `handler` each time an application becomes frontmost
   /// (`NSWorkspaceDidActivateApplicationNotification`), on the posting thread, which

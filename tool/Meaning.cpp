@@ -27,8 +27,11 @@ Meaning onlyOne(const std::string& text, const std::vector<std::string>& meant) 
 Meaning applicationMeant(const std::string& text, const std::vector<std::string>& known,
                          Workspace& workspace) {
   if (std::ranges::find(known, text) != known.end()) return text;
-  if (auto identifier = workspace.bundleIdentifier(text)) return *std::move(identifier);
-  if (text.find('/') != std::string::npos) {
+  const bool isPath = text.find('/') != std::string::npos;
+  auto identifier =
+      isPath ? workspace.bundleIdentifier(text) : workspace.bundleIdentifierAsSpelled(text);
+  if (identifier) return *std::move(identifier);
+  if (isPath) {
     return std::unexpected{"There is no application at " + inQuotes(text) + "."};
   }
   auto names = known;

@@ -1,6 +1,5 @@
 #import <AppKit/AppKit.h>
 
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -56,11 +55,7 @@ class MacWorkspace final : public Workspace {
     std::vector<NamedApplication> applications;
     const auto add = [&](NSString* name, NSString* identifier) {
       if (!name || !identifier) return;
-      NamedApplication application{.name = utf8Text(name),
-                                   .bundleIdentifier = utf8Text(identifier)};
-      if (std::ranges::find(applications, application) == applications.end()) {
-        applications.push_back(std::move(application));
-      }
+      applications.push_back({.name = utf8Text(name), .bundleIdentifier = utf8Text(identifier)});
     };
     for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
       if (application.activationPolicy == NSApplicationActivationPolicyProhibited) continue;
@@ -84,11 +79,13 @@ class MacWorkspace final : public Workspace {
     return applications;
   }
 
-  std::optional<std::string> bundleIdentifier(std::string_view pathOrIdentifier) override {
-    NSString* const text = nsString(pathOrIdentifier);
-    NSURL* const url = [text containsString:@"/"] ? [NSURL fileURLWithPath:text]
-                                                  : [NSWorkspace.sharedWorkspace
-                                                        URLForApplicationWithBundleIdentifier:text];
+  std::optional<std::string> bundleIdentifier(std::string_view atPath) override {
+    return optionalText([NSBundle bundleWithPath:nsString(atPath)].bundleIdentifier);
+  }
+
+  std::optional<std::string> bundleIdentifierAsSpelled(std::string_view bundleIdentifier) override {
+    NSURL* const url = [NSWorkspace.sharedWorkspace
+        URLForApplicationWithBundleIdentifier:nsString(bundleIdentifier)];
     return url ? optionalText([NSBundle bundleWithURL:url].bundleIdentifier) : std::nullopt;
   }
 

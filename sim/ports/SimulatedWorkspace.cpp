@@ -39,19 +39,27 @@ std::vector<NamedApplication> SimulatedWorkspace::applications() {
   std::vector<NamedApplication> applications;
   const auto& known = context_.mac.applications;
   for (const auto& identifier : known.installed()) {
-    if (known.isElsewhere(identifier) && known.frontmost() != identifier) continue;
-    applications.push_back({.name = nameOf(identifier), .bundleIdentifier = identifier});
+    const NamedApplication application{.name = nameOf(identifier), .bundleIdentifier = identifier};
+    if (known.frontmost() == identifier) applications.push_back(application);
+    if (!known.isElsewhere(identifier)) applications.push_back(application);
   }
   return applications;
 }
 
-std::optional<std::string> SimulatedWorkspace::bundleIdentifier(std::string_view pathOrIdentifier) {
-  if (!context_.mac.call(PortCall::findApplication)) return std::nullopt;
+std::optional<std::string> SimulatedWorkspace::bundleIdentifier(std::string_view atPath) {
   const auto& known = context_.mac.applications;
   for (const auto& identifier : known.installed()) {
-    const bool isAtPath = pathOrIdentifier == "/Applications/" + nameOf(identifier) + ".app" &&
-                          !known.isElsewhere(identifier);
-    if (isAtPath || isSameWord(pathOrIdentifier, identifier)) return identifier;
+    const bool isThere = atPath == "/Applications/" + nameOf(identifier) + ".app";
+    if (isThere && !known.isElsewhere(identifier)) return identifier;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> SimulatedWorkspace::bundleIdentifierAsSpelled(
+    std::string_view bundleIdentifier) {
+  if (!context_.mac.call(PortCall::findApplication)) return std::nullopt;
+  for (const auto& identifier : context_.mac.applications.installed()) {
+    if (isSameWord(bundleIdentifier, identifier)) return identifier;
   }
   return std::nullopt;
 }
@@ -62,7 +70,7 @@ std::optional<std::string> SimulatedWorkspace::frontmostBundleIdentifier() {
 }
 
 bool SimulatedWorkspace::isApplicationInstalled(std::string_view bundleIdentifier) {
-  return this->bundleIdentifier(bundleIdentifier).has_value();
+  return bundleIdentifierAsSpelled(bundleIdentifier).has_value();
 }
 
 ObserverToken SimulatedWorkspace::observeActivation(std::function<void()> handler) {

@@ -12,9 +12,11 @@ class SimulatedWorkspace final : public Workspace {
 
   std::optional<std::string> frontmostBundleIdentifier() override;
   bool isApplicationInstalled(std::string_view bundleIdentifier) override;
-  /// Those in /Applications and the one in front; named after the last part of the identifier.
+  /// The one in front, as it runs, and those in /Applications; named after the last part of the
+  /// identifier.
   std::vector<NamedApplication> applications() override;
-  std::optional<std::string> bundleIdentifier(std::string_view pathOrIdentifier) override;
+  std::optional<std::string> bundleIdentifier(std::string_view atPath) override;
+  std::optional<std::string> bundleIdentifierAsSpelled(std::string_view bundleIdentifier) override;
   ObserverToken observeActivation(std::function<void()> handler) override;
   ObserverToken observeWillSleep(std::function<void()> handler) override;
   ObserverToken observeDidWake(std::function<void()> handler) override;
