@@ -1,6 +1,7 @@
 #include "core/AppSettings.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <string>
 #include <utility>
@@ -57,18 +58,36 @@ LocalToggleShortcut AppSettings::localToggleShortcut() const {
   return {*keyCode, std::move(*displayName), std::move(equivalent)};
 }
 
-void AppSettings::setLocalToggleShortcut(const LocalToggleShortcut& shortcut) {
-  use_.userDefaults.setObject(settingsKey::localToggleShortcutKeyCode, int{shortcut.keyCode});
-  use_.userDefaults.setObject(settingsKey::localToggleShortcutDisplayName, shortcut.displayName);
-  use_.userDefaults.setObject(settingsKey::localToggleShortcutMenuKeyEquivalent,
-                              shortcut.menuKeyEquivalent.value_or(""));
+bool AppSettings::setLocalToggleShortcut(const LocalToggleShortcut& shortcut) {
+  const std::array<PropertyValue, settingsKey::localToggleShortcut.size()> values{
+      int{shortcut.keyCode}, shortcut.displayName, shortcut.menuKeyEquivalent.value_or("")};
+  std::array<std::optional<PropertyValue>, values.size()> before;
+  bool isWhole = true;
+  for (std::size_t index = 0; index < values.size(); ++index) {
+    const auto key = settingsKey::localToggleShortcut[index];
+    before[index] = use_.userDefaults.object(key);
+    use_.userDefaults.setObject(key, values[index]);
+    isWhole = isWhole && use_.userDefaults.object(key) == values[index];
+  }
+  for (std::size_t index = 0; !isWhole && index < values.size(); ++index) {
+    putBack(settingsKey::localToggleShortcut[index], before[index]);
+  }
   use_.notificationCenter.post(settingsNotification::LocalToggleShortcutSettingDidChange);
+  return isWhole;
+}
+
+/// What an administrator manages was never the user's.
+void AppSettings::putBack(std::string_view key, const std::optional<PropertyValue>& value) {
+  if (use_.userDefaults.isManaged(key)) return;
+  if (value) {
+    use_.userDefaults.setObject(key, *value);
+  } else {
+    use_.userDefaults.removeObject(key);
+  }
 }
 
 void AppSettings::resetLocalToggleShortcut() {
-  use_.userDefaults.removeObject(settingsKey::localToggleShortcutKeyCode);
-  use_.userDefaults.removeObject(settingsKey::localToggleShortcutDisplayName);
-  use_.userDefaults.removeObject(settingsKey::localToggleShortcutMenuKeyEquivalent);
+  for (const auto key : settingsKey::localToggleShortcut) use_.userDefaults.removeObject(key);
   use_.notificationCenter.post(settingsNotification::LocalToggleShortcutSettingDidChange);
 }
 

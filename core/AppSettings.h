@@ -31,6 +31,11 @@ inline constexpr std::string_view localToggleShortcutMenuKeyEquivalent =
 inline constexpr std::string_view hasPromptedAccessibility = "hasPromptedAccessibility";
 inline constexpr std::string_view SUEnableAutomaticChecks = "SUEnableAutomaticChecks";
 
+/// The three under which the per-app shortcut is stored.
+inline constexpr std::array localToggleShortcut{localToggleShortcutKeyCode,
+                                                localToggleShortcutDisplayName,
+                                                localToggleShortcutMenuKeyEquivalent};
+
 inline constexpr std::array others{globalFnState,
                                    localFnState,
                                    keyboardFnStates,
@@ -91,7 +96,8 @@ class AppSettings {
   LocalToggleShortcut localToggleShortcut() const;
   /// Its key code alone.
   std::uint16_t localToggleShortcutKeyCode() const;
-  void setLocalToggleShortcut(const LocalToggleShortcut& shortcut);
+  /// Stores it whole, or not at all: false when it could not be stored.
+  bool setLocalToggleShortcut(const LocalToggleShortcut& shortcut);
   void resetLocalToggleShortcut();
 
   /// Whether the system was asked once to prompt for the Accessibility permission;
@@ -104,6 +110,7 @@ class AppSettings {
                                               std::optional<std::string_view> characters) const;
 
  private:
+  void putBack(std::string_view key, const std::optional<PropertyValue>& value);
   bool boolean(std::string_view key) const;
   std::optional<std::string> string(std::string_view key) const;
   /// The stored key code; absent when there is none, or when it is Escape.

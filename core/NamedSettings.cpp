@@ -15,13 +15,11 @@ namespace {
 constexpr std::string_view shortcutName = "shortcut";
 constexpr std::string_view noModifier = "none";
 
-constexpr std::array shortcutKeys{settingsKey::localToggleShortcutKeyCode,
-                                  settingsKey::localToggleShortcutDisplayName,
-                                  settingsKey::localToggleShortcutMenuKeyEquivalent};
-
 /// Under which keys a setting is stored.
 std::vector<std::string_view> keysOf(std::string_view name) {
-  if (name == shortcutName) return {shortcutKeys.begin(), shortcutKeys.end()};
+  if (name == shortcutName) {
+    return {settingsKey::localToggleShortcut.begin(), settingsKey::localToggleShortcut.end()};
+  }
   return {name};
 }
 
@@ -149,7 +147,11 @@ bool NamedSettings::store(std::string_view name, std::string_view value) {
     use_.settings.setFnReplacementModifier(modifier);
     return use_.settings.fnReplacementModifier() == modifier;
   }
-  if (name == shortcutName) return storeShortcut(value);
+  if (name == shortcutName) {
+    const auto keyCode = keyCodeNamed(value);
+    return keyCode && use_.settings.setLocalToggleShortcut(
+                          use_.settings.makeLocalToggleShortcut(*keyCode, std::nullopt));
+  }
   const bool isOn = switchFromWord(value).value_or(false);
   if (const auto* row = booleanNamed(name)) {
     use_.settings.set(row->setting, isOn);
@@ -159,31 +161,6 @@ bool NamedSettings::store(std::string_view name, std::string_view value) {
     use_.userDefaults.setObject(name, isOn);
   }
   return this->value(name) == onOrOff(isOn);
-}
-
-/// Whole, or not at all.
-bool NamedSettings::storeShortcut(std::string_view value) {
-  const auto keyCode = keyCodeNamed(value);
-  if (!keyCode) return false;
-  std::array<std::optional<PropertyValue>, shortcutKeys.size()> before;
-  std::ranges::transform(shortcutKeys, before.begin(),
-                         [this](auto stored) { return use_.userDefaults.object(stored); });
-  const auto shortcut = use_.settings.makeLocalToggleShortcut(*keyCode, std::nullopt);
-  use_.settings.setLocalToggleShortcut(shortcut);
-  const auto stored = use_.settings.localToggleShortcut();
-  if (stored.keyCode == shortcut.keyCode && stored.displayName == shortcut.displayName &&
-      stored.menuKeyEquivalent.value_or("") == shortcut.menuKeyEquivalent.value_or("")) {
-    return true;
-  }
-  for (std::size_t index = 0; index < shortcutKeys.size(); ++index) {
-    if (before[index]) {
-      use_.userDefaults.setObject(shortcutKeys[index], *before[index]);
-    } else {
-      use_.userDefaults.removeObject(shortcutKeys[index]);
-    }
-  }
-  use_.notificationCenter.post(settingsNotification::LocalToggleShortcutSettingDidChange);
-  return false;
 }
 
 bool NamedSettings::isManaged(std::string_view name) const {

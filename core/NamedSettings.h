@@ -57,7 +57,6 @@ class NamedSettings {
   bool checksByDefault() const;
   bool reset(std::string_view name);
   bool store(std::string_view name, std::string_view value);
-  bool storeShortcut(std::string_view value);
 
   const Uses use_;
 };

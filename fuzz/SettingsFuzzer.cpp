@@ -114,7 +114,7 @@ class Settings {
 
   /// Changes settings; all others have to stay as they are.
   template <typename Change>
-  void changeOnly(std::initializer_list<std::string_view> keys, const Change& changeThem) {
+  void changeOnly(const std::vector<std::string_view>& keys, const Change& changeThem) {
     const std::vector<std::string> changed(keys.begin(), keys.end());
     const auto before = without(domain(), changed);
     changeThem();
@@ -249,10 +249,8 @@ class Settings {
                   : read.keyCode == keyCode && read.displayName == shortcut.displayName,
               "a shortcut is what it was set to, unless that is Escape");
     };
-    changeOnly(
-        {settingsKey::localToggleShortcutKeyCode, settingsKey::localToggleShortcutDisplayName,
-         settingsKey::localToggleShortcutMenuKeyEquivalent},
-        change);
+    changeOnly({settingsKey::localToggleShortcut.begin(), settingsKey::localToggleShortcut.end()},
+               change);
   }
 
   /// As another program would, with little respect for what belongs there.
