@@ -6,6 +6,7 @@
 #include "platform/HidSystem.h"
 #include "reliability/Session.h"
 #include "reliability/StageChecks.h"
+#include "reliability/StageSights.h"
 #include "reliability/Sweeps.h"
 #include "sim/machine/ModeWords.h"
 #include "sim/ports/SimulatedMainRunLoop.h"
@@ -29,13 +30,10 @@ StoredModes storedModes(sim::Stage& stage) {
 /// What was chosen there before Keyrow was killed, or while it did not run, and it has not seen.
 std::optional<FnState> chosenInSystemSettings(sim::Stage& stage) {
   const auto seen = stage.storedFnStates().lastSeenPreference();
-  const auto preference = stage.mac.globalPreferences.value(stage.globalDomain(),
-                                                            FnStateController::fnStateDefaultsKey);
-  const auto isStandard = preference ? preference->boolValue() : std::nullopt;
-  if (!seen || !isStandard || stage.storedFnStates().isGlobalManaged()) return std::nullopt;
-  const auto mode = fnStateFromPreference(*isStandard);
+  const auto mode = systemPreference(stage, stage.mac.sessions.active());
+  if (!seen || !mode || stage.storedFnStates().isGlobalManaged()) return std::nullopt;
   const bool isAgreed = sim::modeOfWord(stage.mac.hid.modeName()) == mode;
-  return isAgreed && rawValue(mode) != *seen ? std::optional{mode} : std::nullopt;
+  return isAgreed && rawValue(*mode) != *seen ? mode : std::nullopt;
 }
 
 struct Crash {

@@ -7,9 +7,9 @@
 #include "core/StateLogTexts.h"
 #include "reliability/ModelLines.h"
 #include "reliability/StageChecks.h"
+#include "reliability/StageSights.h"
 #include "sim/machine/ModeWords.h"
 #include "sim/ports/SimulatedMainRunLoop.h"
-#include "sim/scenario/EventPattern.h"
 #include "sim/scenario/ScenarioParser.h"
 #include "sim/scenario/ScenarioPlayer.h"
 
@@ -31,7 +31,7 @@ bool isAnothersHand(const sim::Action& action) {
 
 Session::Session() {
   stage.mac.whenKeyrowQuits = [this](const std::string& user) {
-    farewells_.push_back({actualModes(user), user == stage.mac.sessions.active()});
+    farewells_.push_back({modesOf(stage, user), user == stage.mac.sessions.active()});
   };
 }
 
@@ -101,7 +101,7 @@ std::string Session::end() {
   if (problem.empty() && stage.mac.eventTaps.stalledCount() > 0) problem = "keys are stalled";
   if (!problem.empty() || !isPromised) return problem;
   for (const auto& [user, model] : models_) {
-    if (model.chosen() && actualModes(user).global != model.chosen()) {
+    if (model.chosen() && modesOf(stage, user).global != model.chosen()) {
       return "the chosen mode of " + user + " is lost at the end";
     }
   }
@@ -124,29 +124,13 @@ Session::Before Session::look() {
 }
 
 Modes Session::actualModes() {
-  auto modes = actualModes(stage.mac.sessions.active());
+  auto modes = modesOf(stage, stage.mac.sessions.active());
   auto* process = stage.process();
   if (!process) return modes;
   const auto& image = process->statusItem().image();
   if (image == "fn") modes.shown = FnState::standard;
   if (image == "globe") modes.shown = FnState::special;
   modes.isLocal = process->keyrow().modePolicy().isLocalScopeActive();
-  return modes;
-}
-
-/// Without what Keyrow shows.
-Modes Session::actualModes(const std::string& user) {
-  Modes modes;
-  modes.hardware = sim::modeOfWord(stage.mac.hid.modeName());
-  const auto preference = stage.mac.globalPreferences.value(stage.globalDomain(user),
-                                                            FnStateController::fnStateDefaultsKey);
-  const auto isStandard = preference ? preference->boolValue() : std::nullopt;
-  if (isStandard) modes.preference = fnStateFromPreference(*isStandard);
-  const auto stored = stage.storedFnStates(user);
-  modes.global = stored.global();
-  for (const auto& app : stored.localBundleIdentifiers()) {
-    if (const auto mode = stored.local(app)) modes.overrides[app] = *mode;
-  }
   return modes;
 }
 
@@ -161,7 +145,7 @@ void Session::changeUser(const std::string& left, const Before& before) {
   if (isModelLeftOut_ || stage.runningCount(left) == 0 || !canLook(before)) {
     model.loseTrack();
   } else {
-    model.look(actualModes(left).preference);
+    model.look(modesOf(stage, left).preference);
   }
   // The keyboard may be the other one's for a second.
   models_[stage.mac.sessions.active()].miss();
@@ -176,10 +160,10 @@ std::string Session::followChoice(const sim::Action& action, const Before& befor
   const auto meaning = happen(action, model());
   // A choice that cannot be stored, be read, or be reported, is nobody's promise.
   const bool isManaged = stage.storedFnStates().isGlobalManaged();
-  const bool isUntold = hasFailed(sim::PortCall::writeOutput);
-  if (isManaged || isUntold || hasFailed(sim::PortCall::writeDefaults)) model().loseTrack();
+  const bool isUntold = hasFailed(stage, sim::PortCall::writeOutput);
+  if (isManaged || isUntold || hasFailed(stage, sim::PortCall::writeDefaults)) model().loseTrack();
   if (model().isUnseen() && !canNotice()) model().forget();
-  if (hasFailed(sim::PortCall::synchronizePreferences)) isModelLeftOut_ = true;
+  if (hasFailed(stage, sim::PortCall::synchronizePreferences)) isModelLeftOut_ = true;
 
   const auto* run = std::get_if<sim::RunTool>(&action);
   if (run && !before.runningProcess) return wrongStore(*run, before);
@@ -199,21 +183,21 @@ std::string Session::followChoice(const sim::Action& action, const Before& befor
 
 /// Whether Keyrow could see keyboard and preference in this line, and remember that.
 bool Session::canLook(const Before& before) {
-  return before.modes.hardware && !hasFailed(sim::PortCall::findService) &&
-         !hasFailed(sim::PortCall::readServiceProperty) &&
-         !hasFailed(sim::PortCall::copyPreference) &&
-         !hasFailed(sim::PortCall::synchronizePreferences) &&
-         !hasFailed(sim::PortCall::writeDefaults);
+  return before.modes.hardware && !hasFailed(stage, sim::PortCall::findService) &&
+         !hasFailed(stage, sim::PortCall::readServiceProperty) &&
+         !hasFailed(stage, sim::PortCall::copyPreference) &&
+         !hasFailed(stage, sim::PortCall::synchronizePreferences) &&
+         !hasFailed(stage, sim::PortCall::writeDefaults);
 }
 
 /// Whether a choice in System Settings can still be found after this line.
 bool Session::canNotice() {
   const auto now = actualModes();
   const bool isOverwritten = now.hardware != model().chosen() || now.preference != model().chosen();
-  return !hasFailed(sim::PortCall::readServiceProperty) &&
-         !hasFailed(sim::PortCall::copyPreference) &&
-         !hasFailed(sim::PortCall::synchronizePreferences) &&
-         !(isOverwritten && hasFailed(sim::PortCall::findService));
+  return !hasFailed(stage, sim::PortCall::readServiceProperty) &&
+         !hasFailed(stage, sim::PortCall::copyPreference) &&
+         !hasFailed(stage, sim::PortCall::synchronizePreferences) &&
+         !(isOverwritten && hasFailed(stage, sim::PortCall::findService));
 }
 
 /// Takes note of a global mode that was set with Keyrow. Whoever flips the mode gets the other
@@ -232,10 +216,10 @@ std::string Session::wrongCommand(const sim::Action& action) {
   const auto before = model().chosen();
   model().chooseWithKeyrow(set.back());
   // What the preference held before can still be found, and nobody can tell that it is older.
-  const bool isPreferenceHidden = hasFailed(sim::PortCall::copyPreference);
-  if (isPreferenceHidden || hasFailed(sim::PortCall::writeDefaults)) model().forget();
+  const bool isPreferenceHidden = hasFailed(stage, sim::PortCall::copyPreference);
+  if (isPreferenceHidden || hasFailed(stage, sim::PortCall::writeDefaults)) model().forget();
   // Where the hardware could not be read, a choice made elsewhere was not seen.
-  const bool mustDiffer = isFlip && set.size() == 1 && !hasAnyFault();
+  const bool mustDiffer = isFlip && set.size() == 1 && !hasAnyFault(stage);
   return mustDiffer && before == set.back() ? "a flip has changed nothing" : "";
 }
 
@@ -256,7 +240,7 @@ std::string Session::wrongStore(const sim::RunTool& run, const Before& before) {
   const auto named = sim::modeOfWord(run.arguments.back());
   const auto chosen = model().chosen();
   const auto flipped = chosen ? std::optional{otherFnState(*chosen)} : now;
-  const bool isWanted = now == (named ? named : flipped) || hasAnyFault();
+  const bool isWanted = now == (named ? named : flipped) || hasAnyFault(stage);
   model().chooseWithKeyrow(*now);
   if (canLook(before)) {
     model().look(actualModes().preference);
@@ -274,7 +258,7 @@ std::string Session::wrongMode(bool isApplied) {
   if (now.global != chosen) {
     return "the chosen mode is " + sim::modeWord(chosen) + ", but there is: " + text(now);
   }
-  if (!isApplied || !stage.process() || hasAnyFault()) return {};
+  if (!isApplied || !stage.process() || hasAnyFault(stage)) return {};
   const auto& frontmost = stage.mac.applications.frontmost();
   const auto local = frontmost ? stage.storedFnStates().local(*frontmost) : std::nullopt;
   if (now.hardware == (local ? local : chosen)) return {};
@@ -282,7 +266,7 @@ std::string Session::wrongMode(bool isApplied) {
 }
 
 std::string Session::wrongStorage(const sim::Action& action, const Before& before) {
-  hasFailedToSynchronize_ |= hasFailed(sim::PortCall::synchronizePreferences);
+  hasFailedToSynchronize_ |= hasFailed(stage, sim::PortCall::synchronizePreferences);
   if (isAnothersHand(action)) return {};
   const auto now = actualModes();
   const auto written = stage.mac.hid.writtenValues(before.writtenCount);
@@ -307,7 +291,7 @@ std::string Session::wrongStorage(const sim::Action& action, const Before& befor
 std::string Session::wrongLoss(const sim::Action& action, const Before& before) {
   if (isAnothersHand(action) || stage.hasLogged(stateLogText::clearedOverride)) return {};
   // To Keyrow it looks as if the application had been removed.
-  if (hasFailed(sim::PortCall::findApplication)) return {};
+  if (hasFailed(stage, sim::PortCall::findApplication)) return {};
   const auto now = actualModes();
   for (const auto& [app, mode] : before.modes.overrides) {
     if (!now.overrides.contains(app) && stage.mac.applications.isInstalled(app)) {
@@ -336,7 +320,7 @@ std::string Session::wrongAdoption(const sim::Action& action, const Before& befo
     const auto& frontmost = stage.mac.applications.frontmost();
     const bool hasOverride = frontmost && stage.storedFnStates().local(*frontmost);
     isHardwareOfOverride_ =
-        !before.isContested && !isContested() && !hasFailed(sim::PortCall::writeDefaults) &&
+        !before.isContested && !isContested() && !hasFailed(stage, sim::PortCall::writeDefaults) &&
         (global ? written.back() != PropertyValue{rawValue(*global)} : hasOverride);
   }
   // What was chosen for all applications in the same line is not the override any more.
@@ -386,20 +370,6 @@ std::string Session::wrongState(const Modes& left, bool hasKeyboard) {
     return "the keyboard is not in the global mode";
   }
   return {};
-}
-
-bool Session::hasAnyFault() {
-  return std::ranges::any_of(stage.recentTimeline(), [](const auto& event) {
-    return event.kind == sim::TimelineEvent::Kind::fault;
-  });
-}
-
-/// Whether this call has failed since the line began.
-bool Session::hasFailed(sim::PortCall call) {
-  const sim::EventPattern failure{sim::TimelineEvent::Kind::fault,
-                                  {std::string{sim::info(call).name}}};
-  return std::ranges::any_of(stage.recentTimeline(),
-                             [&](const auto& event) { return failure.matches(event); });
 }
 
 }  // namespace keyrow::reliability

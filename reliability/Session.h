@@ -74,7 +74,6 @@ class Session {
 
   Before look();
   Modes actualModes();
-  Modes actualModes(const std::string& user);
   ModeModel& model() { return models_[stage.mac.sessions.active()]; }
   void loseTrack();
   void changeUser(const std::string& left, const Before& before);
@@ -94,8 +93,6 @@ class Session {
   std::string wrongImage();
   std::string wrongFarewell(const Before& before);
   std::string wrongState(const Modes& left, bool hasKeyboard);
-  bool hasFailed(sim::PortCall call);
-  bool hasAnyFault();
 
   TapWatch tap_{stage};
   TopRowWatch topRow_{stage};

@@ -9,6 +9,7 @@
 #include "core/AppSettings.h"
 #include "core/KeyboardNumbers.h"
 #include "platform/HidManagers.h"
+#include "reliability/StageSights.h"
 #include "sim/machine/KeyText.h"
 #include "sim/scenario/Action.h"
 
@@ -66,13 +67,9 @@ void TopRowWatch::look(const sim::Action& action) {
 }
 
 std::string TopRowWatch::problem(bool isDone) {
-  const auto events = stage_.recentTimeline();
-  hasFailedToRead_ |= std::ranges::any_of(events, [](const auto& event) {
-    return event.kind == sim::TimelineEvent::Kind::fault &&
-           event.terms.front() == sim::info(sim::PortCall::readDeviceProperty).name;
-  });
+  hasFailedToRead_ |= hasFailed(stage_, sim::PortCall::readDeviceProperty);
   if (!promise_ || !isDone || hasFailedToRead_) return {};
-  const bool reaches = std::ranges::any_of(events, [&](const auto& event) {
+  const bool reaches = std::ranges::any_of(stage_.recentTimeline(), [&](const auto& event) {
     // A modifier may be held.
     return event.kind == sim::TimelineEvent::Kind::key &&
            event.terms.front().starts_with("\"" + promise_->key + " down ") &&
