@@ -127,6 +127,9 @@ class FakeWorkspace final : public Workspace {
   bool isApplicationInstalled(std::string_view) override { return true; }
   std::vector<NamedApplication> applications() override { return {}; }
   std::optional<std::string> bundleIdentifier(std::string_view) override { return std::nullopt; }
+  std::optional<std::string> bundleIdentifierAsSpelled(std::string_view) override {
+    return std::nullopt;
+  }
   ObserverToken observeActivation(std::function<void()>) override { return {}; }
   ObserverToken observeWillSleep(std::function<void()>) override { return {}; }
   ObserverToken observeDidWake(std::function<void()>) override { return {}; }
