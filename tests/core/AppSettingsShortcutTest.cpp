@@ -55,7 +55,7 @@ TEST_F(AppSettingsShortcutTest, StoresAShortcutWholeOrNotAtAll) {
   for (const bool hasOne : {false, true}) {
     if (hasOne) settings().setLocalToggleShortcut({10, "§", "§"});
     const auto stored = storedSettings();
-    for (int failing = 0; failing < 3; ++failing) {
+    for (std::uint64_t failing = 0; failing < 3; ++failing) {
       mac.faults.fail(PortCall::writeDefaults, 1, failing);
       EXPECT_FALSE(settings().setLocalToggleShortcut({96, "F5", ""})) << failing;
       EXPECT_EQ(storedSettings(), stored) << failing;
