@@ -1,8 +1,9 @@
 # What every target of the house has in common.
 add_library(keyrow_options INTERFACE)
 target_include_directories(keyrow_options INTERFACE ${PROJECT_SOURCE_DIR})
+# Clang's -Wconversion minds signs, g++'s needs to be told.
 target_compile_options(keyrow_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # With -O3 g++ 12 wrongly warns of overlapping and of endless copies within std::string (GCC
   # bugs 105651 and 105329) and of uninitialised alternatives of std::variant (GCC bug 105562).

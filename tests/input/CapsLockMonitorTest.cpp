@@ -33,7 +33,9 @@ class CapsLockMonitorTest : public SimulatedMacTest {
 
   std::size_t devicesCopied() {
     std::size_t count = 0;
-    for (const auto& call : mac.trace.take()) count += call == "copy-devices" ? 1 : 0;
+    for (const auto& call : mac.trace.take()) {
+      if (call == "copy-devices") ++count;
+    }
     return count;
   }
 };
