@@ -166,6 +166,13 @@ std::vector<Fact> facts(const Status& status, const Surroundings& surroundings) 
   return facts;
 }
 
+std::vector<Fact> settingFacts(const Status& status) {
+  std::vector<Fact> facts;
+  facts.reserve(status.settings.size());
+  for (const auto& [name, value] : status.settings) facts.push_back({name, value});
+  return facts;
+}
+
 std::string jsonText(const Status& status, const Surroundings& surroundings) {
   return json::object(
       {{"version", json::number(formatVersion)},

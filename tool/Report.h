@@ -32,7 +32,10 @@ struct Fact {
 /// The status for people.
 std::vector<Fact> facts(const Status& status, const Surroundings& surroundings);
 
-/// The same for programs, as one line of JSON.
+/// The settings, for whoever watches them change.
+std::vector<Fact> settingFacts(const Status& status);
+
+/// The status for programs, as one line of JSON.
 std::string jsonText(const Status& status, const Surroundings& surroundings);
 
 /// Adds a text where it is not there yet.

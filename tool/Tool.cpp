@@ -123,15 +123,20 @@ void Tool::showStatus(bool isJson) {
   });
 }
 
-/// As the terminal shows them.
 std::vector<std::string> Tool::statusLines(const Status& status, bool isJson) {
   const auto surroundings = this->surroundings();
   if (isJson) return {jsonText(status, surroundings)};
+  return factLines(facts(status, surroundings));
+}
+
+/// As the terminal shows them.
+std::vector<std::string> Tool::factLines(const std::vector<Fact>& facts) {
   const bool isInteractive = use_.terminal.isInteractive();
   constexpr std::string_view bold = "\033[1m";
   constexpr std::string_view plain = "\033[0m";
   std::vector<std::string> lines;
-  for (const auto& [what, how] : facts(status, surroundings)) {
+  lines.reserve(facts.size());
+  for (const auto& [what, how] : facts) {
     std::string line{isInteractive ? bold : ""};
     line += what;
     if (isInteractive) line += plain;
@@ -302,6 +307,9 @@ void Tool::lookAgain() {
 void Tool::tell(const Status& status) {
   told_ = status;
   auto lines = statusLines(status, isWatchingInJson_);
+  if (!isWatchingInJson_) {
+    for (auto& line : factLines(settingFacts(status))) lines.push_back(std::move(line));
+  }
   for (const auto& line : lines) {
     if (std::ranges::find(toldLines_, line) == toldLines_.end()) printAsItIs(line);
   }

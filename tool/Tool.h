@@ -85,6 +85,7 @@ class Tool {
   void showSetting(const std::string& name);
   void showDiagnosis();
   std::vector<std::string> statusLines(const Status& status, bool isJson);
+  std::vector<std::string> factLines(const std::vector<Fact>& facts);
 
   // What changes something.
 
