@@ -7,6 +7,7 @@
 
 #include "core/KeyNames.h"
 #include "core/Words.h"
+#include "platform/VirtualKeys.h"
 
 namespace keyrow {
 
@@ -53,6 +54,11 @@ std::optional<std::uint16_t> keyCodeNamed(std::string_view name) {
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), keyCode);
   const bool isWhole = error == std::errc{} && end == digits.data() + digits.size();
   return isWhole ? std::optional{keyCode} : std::nullopt;
+}
+
+/// Modifiers change the flags, and never go down as keys.
+bool isModifier(std::uint16_t keyCode) {
+  return keyCode >= virtualKey::rightCommand && keyCode <= virtualKey::function;
 }
 
 }  // namespace
@@ -113,6 +119,9 @@ std::optional<std::string> NamedSettings::problem(std::string_view name,
   const auto keyCode = keyCodeNamed(value);
   if (isSameWord(value, "Escape") || keyCode == escapeKeyCode) {
     return "Escape belongs to the other shortcut.";
+  }
+  if (keyCode && isModifier(*keyCode)) {
+    return std::string{value} + " is a modifier, and no key for a shortcut.";
   }
   if (keyCode) return std::nullopt;
   std::vector<std::string> keys;
