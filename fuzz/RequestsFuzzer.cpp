@@ -83,7 +83,7 @@ class Requests {
                     .kind = data_.PickValueInArray(kinds),
                     .subject = arbitraryWord(data_),
                     .value = arbitraryWord(data_)};
-    const auto now = stage_.mac.scheduler.now();
+    const auto now = stage_.mac.uptime();
     if (data_.ConsumeBool()) request.time = now - 1ms * data_.ConsumeIntegralInRange(-10, 1100);
     // Each has a number of its own, or is the same once more.
     request.number += std::to_string(++count_);

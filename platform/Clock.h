@@ -23,6 +23,9 @@ class Clock : public Port {
   /// Time since boot, which only passes and never jumps, and is the same in all processes.
   virtual std::chrono::nanoseconds uptime() = 0;
 
+  /// How much of that the Mac has slept (`CLOCK_MONOTONIC_RAW` less `CLOCK_UPTIME_RAW`).
+  virtual std::chrono::nanoseconds timeAsleep() = 0;
+
   virtual MachTimebase machTimebase() = 0;
 
   /// The present, in mach ticks (`mach_absolute_time`). Safe to call from any thread.

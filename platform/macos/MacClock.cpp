@@ -1,6 +1,7 @@
 #include <mach/mach_time.h>
 
 #include <chrono>
+#include <ctime>
 #include <memory>
 
 #include "platform/macos/MacPorts.h"
@@ -15,6 +16,11 @@ class MacClock final : public Clock {
 
   std::chrono::nanoseconds uptime() override {
     return std::chrono::steady_clock::now().time_since_epoch();
+  }
+
+  std::chrono::nanoseconds timeAsleep() override {
+    const auto awake = clock_gettime_nsec_np(CLOCK_UPTIME_RAW);
+    return std::chrono::nanoseconds{clock_gettime_nsec_np(CLOCK_MONOTONIC_RAW) - awake};
   }
 
   MachTimebase machTimebase() override {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 #include "sim/machine/ObserverList.h"
@@ -15,6 +16,10 @@ class Power {
 
   bool isAsleep() const { return isAsleep_; }
 
+  /// The scheduler, whose time mach ticks count, stands still while nothing runs: this is what
+  /// passed besides.
+  std::chrono::nanoseconds timeAsleep() const { return timeAsleep_; }
+
   /// Tells the processes, and falls asleep.
   void sleep() {
     sleepObservers_.notify();
@@ -25,6 +30,7 @@ class Power {
   /// Wakes up, and tells the processes.
   void wake() {
     isAsleep_ = false;
+    timeAsleep_ += sleepTime;
     timeline_.add(TimelineEvent::Kind::screen, {quoted("the Mac wakes up")});
     wakeObservers_.notify();
   }
@@ -37,8 +43,12 @@ class Power {
   }
 
  private:
+  /// Enough for everything that waits to be late.
+  static constexpr std::chrono::minutes sleepTime{1};
+
   Timeline& timeline_;
   bool isAsleep_ = false;
+  std::chrono::nanoseconds timeAsleep_{0};
   ObserverList<> sleepObservers_;
   ObserverList<> wakeObservers_;
 };

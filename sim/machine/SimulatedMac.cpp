@@ -14,7 +14,11 @@ namespace keyrow::sim {
 std::chrono::system_clock::time_point SimulatedMac::wallClock() const {
   using namespace std::chrono;
   constexpr sys_days switchedOn{2024y / March / 1};
-  return switchedOn + 8h + floor<system_clock::duration>(scheduler.now());
+  return switchedOn + 8h + floor<system_clock::duration>(uptime());
+}
+
+std::chrono::nanoseconds SimulatedMac::uptime() const {
+  return scheduler.now() + power.timeAsleep();
 }
 
 std::uint64_t SimulatedMac::machAbsoluteTime() const {

@@ -135,6 +135,9 @@ class SimulatedMac {
   const std::optional<std::string>& secureInputHolder() const { return secureInputHolder_; }
   std::uint64_t secureInputChangeCount() const { return secureInputChangeCount_; }
 
+  /// Time since the machine was switched on, also while it slept.
+  std::chrono::nanoseconds uptime() const;
+
   /// Date and time of day; the machine is switched on at 2024-03-01 08:00:00 UTC.
   std::chrono::system_clock::time_point wallClock() const;
 

@@ -11,7 +11,8 @@ class SimulatedClock final : public Clock {
   explicit SimulatedClock(const SimulatedMac& mac) : mac_{mac} {}
 
   std::chrono::system_clock::time_point now() override { return mac_.wallClock(); }
-  std::chrono::nanoseconds uptime() override { return mac_.scheduler.now(); }
+  std::chrono::nanoseconds uptime() override { return mac_.uptime(); }
+  std::chrono::nanoseconds timeAsleep() override { return mac_.power.timeAsleep(); }
   MachTimebase machTimebase() override { return mac_.machTimebase; }
   std::uint64_t machAbsoluteTime() override { return mac_.machAbsoluteTime(); }
 

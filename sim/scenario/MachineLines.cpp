@@ -122,7 +122,9 @@ Action parseSecureInput(LineReader& line) {
 constexpr std::array<ActionWord, 10> actions{{
     {"wait", "wait DURATION", "Time passes.", "wait 0.35s", parseWait},
     {"sleep", "sleep", "The Mac falls asleep.", "sleep", parseSleep},
-    {"wake", "wake", "The Mac wakes up.", "wake", parseWake},
+    {"wake", "wake",
+     "The Mac wakes up, a minute later by its clocks, save the one of its key events.", "wake",
+     parseWake},
     {"user", "user NAME [told first]",
      "Another user's session comes to the front by fast user switching; that of the first user is "
      "called me. Settings, applications in front and Keyrow are each user's own. Keyrow in the old "

@@ -135,6 +135,7 @@ class BusyClock final : public Clock {
     work_();
     return clock_.uptime();
   }
+  std::chrono::nanoseconds timeAsleep() override { return clock_.timeAsleep(); }
   MachTimebase machTimebase() override { return clock_.machTimebase(); }
   std::uint64_t machAbsoluteTime() override { return clock_.machAbsoluteTime(); }
 
