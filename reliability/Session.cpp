@@ -5,9 +5,11 @@
 #include <utility>
 
 #include "core/StateLogTexts.h"
+#include "core/Words.h"
 #include "reliability/ModelLines.h"
 #include "reliability/StageChecks.h"
 #include "reliability/StageSights.h"
+#include "reliability/ToolResult.h"
 #include "sim/machine/ModeWords.h"
 #include "sim/ports/SimulatedMainRunLoop.h"
 #include "sim/scenario/ScenarioParser.h"
@@ -17,21 +19,27 @@ namespace keyrow::reliability {
 
 namespace {
 
-/// Whether somebody else writes the stored modes, or has Keyrow store some that are for later.
+/// Whether somebody else writes the stored modes.
 bool isAnothersHand(const sim::Action& action) {
   const auto* write = std::get_if<sim::WriteDefaults>(&action);
   return std::holds_alternative<sim::AddOverride>(action) ||
-         std::holds_alternative<sim::RunTool>(action) ||
          std::holds_alternative<sim::ManageSetting>(action) ||
          (write &&
           (write->key == settingsKey::globalFnState || write->key == settingsKey::localFnState));
+}
+
+/// Whether this application is meant: by its identifier, its name or its path.
+bool isMeant(std::string_view word, std::string_view app) {
+  const auto name = app.substr(app.rfind('.') + 1);
+  return isSameWord(word, app) || isSameWord(word, name) ||
+         word.ends_with(std::string{name} + ".app");
 }
 
 }  // namespace
 
 Session::Session() {
   stage.mac.whenKeyrowQuits = [this](const std::string& user) {
-    farewells_.push_back({modesOf(stage, user), user == stage.mac.sessions.active()});
+    farewells_.push_back({user, modesOf(stage, user), user == stage.mac.sessions.active()});
   };
 }
 
@@ -58,6 +66,9 @@ std::string Session::play(const sim::Step& step) {
   const auto* action = step.action();
   if (!action || outcome.kind == sim::Outcome::Kind::endless) return outcome.message;
   const auto* run = std::get_if<sim::RunTool>(action);
+  if (!isInBackground_) named_.clear();
+  if (run) named_.insert(named_.end(), run->arguments.begin(), run->arguments.end());
+  isInBackground_ |= run && run->isInBackground;
   if (run && outcome.kind == sim::Outcome::Kind::unmet) return outcome.message;
   // What is compared from now on is another user's.
   const bool isSwitchOfUsers = user != stage.mac.sessions.active();
@@ -78,7 +89,8 @@ std::string Session::play(const sim::Step& step) {
   }
   for (auto other :
        {problem, wrongStorage(*action, before), wrongLoss(*action, before),
-        wrongAdoption(*action, before), wrongImage(), wrongFarewell(before),
+        run ? wrongResult(stage, *run) : "", wrongAdoption(*action, before), wrongImage(),
+        wrongFarewell(before),
         tap_.problem(*action, {before.runningCount, before.isAsleep}, isCarriedOut),
         topRow_.problem(isCarriedOut && !isCutShort), keyPairs.takeProblem(), leaks(stage)}) {
     if (!other.empty()) return other;
@@ -276,9 +288,12 @@ std::string Session::wrongStorage(const sim::Action& action, const Before& befor
   for (const auto& [app, mode] : now.overrides) {
     const auto found = before.modes.overrides.find(app);
     if (found != before.modes.overrides.end() && found->second == mode) continue;
+    if (isNamed(app)) continue;
     if (!wasWritten(mode)) return "an override was stored for " + app + " that was never written";
   }
   if (!now.global || now.global == before.modes.global || wasWritten(*now.global)) return {};
+  // Without a Keyrow it is for later.
+  if (std::holds_alternative<sim::RunTool>(action) && !before.runningProcess) return {};
   // What is adopted was there: in the keyboard, or in the system preference. Where that could
   // not be synchronized, a process sees what it last set or read there, however old.
   if (hasFailedToSynchronize_) return {};
@@ -294,11 +309,18 @@ std::string Session::wrongLoss(const sim::Action& action, const Before& before) 
   if (hasFailed(stage, sim::PortCall::findApplication)) return {};
   const auto now = actualModes();
   for (const auto& [app, mode] : before.modes.overrides) {
+    if (isNamed(app)) continue;
     if (!now.overrides.contains(app) && stage.mac.applications.isInstalled(app)) {
       return "the override of " + app + " is lost";
     }
   }
   return {};
+}
+
+/// Whether Keyrow is told to change or to forget this application's override, which need not be in
+/// front.
+bool Session::isNamed(std::string_view app) const {
+  return std::ranges::any_of(named_, [app](const auto& word) { return isMeant(word, app); });
 }
 
 /// Whoever changes the mode by hand takes it from the override, and what the preference says
@@ -346,6 +368,8 @@ std::string Session::wrongImage() {
 
 std::string Session::wrongFarewell(const Before& before) {
   for (const auto& left : farewells_) {
+    // A newer one has gone on without it, and has promised the same.
+    if (before.isContested && stage.runningCount(left.user) > 0) continue;
     auto problem = wrongState(
         left.modes, /*hasKeyboard=*/left.isInFront && !(hasSwitchedUsers_ && before.isContested));
     if (!problem.empty()) return problem;

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "reliability/KeyPairs.h"
@@ -67,6 +68,7 @@ class Session {
 
   /// What a Keyrow left behind.
   struct Farewell {
+    std::string user;
     Modes modes;
     /// Whether it had the keyboard.
     bool isInFront = false;
@@ -89,6 +91,7 @@ class Session {
 
   std::string wrongStorage(const sim::Action& action, const Before& before);
   std::string wrongLoss(const sim::Action& action, const Before& before);
+  bool isNamed(std::string_view app) const;
   std::string wrongAdoption(const sim::Action& action, const Before& before);
   std::string wrongImage();
   std::string wrongFarewell(const Before& before);
@@ -105,6 +108,9 @@ class Session {
   bool hasFailedToSynchronize_ = false;
   /// The mode in the hardware came of an override that Keyrow wrote.
   bool isHardwareOfOverride_ = false;
+  /// What was written behind the command, in this line, or since it was first left to itself.
+  std::vector<std::string> named_;
+  bool isInBackground_ = false;
   /// What each Keyrow left behind that has quit since the line began.
   std::vector<Farewell> farewells_;
 };
