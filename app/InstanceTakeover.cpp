@@ -19,6 +19,8 @@ constexpr auto pollInterval = 20ms;
 
 constexpr std::string_view targetPIDKey = "targetPID";
 constexpr std::string_view sourcePIDKey = "sourcePID";
+/// When it was posted: the time since boot, in nanoseconds.
+constexpr std::string_view timeKey = "time";
 
 std::string notificationName() { return std::string{appIdentifier} + ".instanceTakeover"; }
 
@@ -63,7 +65,8 @@ void InstanceTakeover::postInstanceTakeover(std::int32_t targetProcess,
   use_.distributedNotificationCenter.post(
       notificationName(), bundleIdentifier,
       {{std::string{targetPIDKey}, targetProcess},
-       {std::string{sourcePIDKey}, use_.process.processIdentifier()}});
+       {std::string{sourcePIDKey}, use_.process.processIdentifier()},
+       {std::string{timeKey}, use_.clock.uptime().count()}});
 }
 
 bool InstanceTakeover::waitForTermination(const RunningApplications& applications,
@@ -84,8 +87,23 @@ void InstanceTakeover::handleInstanceTakeover(const std::optional<PropertyDictio
   const auto* target = found == userInfo->end() ? nullptr : found->second.integer();
   if (!target || *target != use_.process.processIdentifier()) return;
 
-  use_.modePolicy.yields();
+  use_.modePolicy.yields(/*isTooLate=*/hasGoneOn(*userInfo));
   use_.application.terminate();
+}
+
+/// Whether the one that posted this runs, and has waited as long as it waits: whoever hung reads it
+/// then.
+bool InstanceTakeover::hasGoneOn(const PropertyDictionary& userInfo) {
+  const auto posted = userInfo.find(timeKey);
+  const auto source = userInfo.find(sourcePIDKey);
+  const auto* time = posted == userInfo.end() ? nullptr : posted->second.integer();
+  const auto* newer = source == userInfo.end() ? nullptr : source->second.integer();
+  if (!time || !newer) return false;
+  const auto deadline = use_.clock.uptime() - politeTimeout - forcedTimeout;
+  if (*time > deadline.count()) return false;
+  const auto instances = use_.workspace.runningApplications(appIdentifier);
+  return std::ranges::any_of(
+      instances, [newer](const auto& one) { return one->processIdentifier() == *newer; });
 }
 
 }  // namespace keyrow

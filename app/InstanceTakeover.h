@@ -53,6 +53,7 @@ class InstanceTakeover {
   bool waitForTermination(const RunningApplications& applications,
                           std::chrono::nanoseconds timeout);
   void handleInstanceTakeover(const std::optional<PropertyDictionary>& userInfo);
+  bool hasGoneOn(const PropertyDictionary& userInfo);
 
   const Uses use_;
   ObserverToken instanceTakeoverObserver_;

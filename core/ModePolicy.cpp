@@ -76,8 +76,10 @@ void ModePolicy::takesOver() {
       "Restored the global function key mode before forcing an older instance to exit.");
 }
 
-void ModePolicy::yields() {
+void ModePolicy::yields(bool isTooLate) {
   isLeaving_ = true;
+  isLeftBehind_ = isTooLate;
+  if (isLeftBehind_) return;
   adopt(origin::takeover, mayAdoptFromHardware());
   restoreGlobalFnState();
   persist(FnStatePersistReason::instanceTakeover);
@@ -85,6 +87,7 @@ void ModePolicy::yields() {
 
 void ModePolicy::launched() {
   isInControl_ = true;
+  custody_.begin();
   noteStore();
   // Never inside the notice: what it tells of may be half done.
   storeObserver_ =
@@ -124,21 +127,23 @@ void ModePolicy::willSleep() {
 }
 
 void ModePolicy::didWake() {
-  if (!isSessionActive_) return;
+  if (!isSessionActive_) return custody_.resume();
   // The hardware may have come back in a mode that nobody has chosen.
   adopt(origin::wake, /*alsoFromHardware=*/false);
   refreshFromHardware();
   applyStoredFnState();
+  custody_.resume();
 }
 
 void ModePolicy::sessionResigned() {
   if (isFollowing()) {
+    const bool isLeftAsItWas = holdsWhatWasLeft();
     constexpr auto hardware = PreferenceEvidence::Hardware::mayBeAnothersAlready;
     obeyStore(hardware);
     adoptByEvidence(origin::session, hardware);
-    // The next user finds the keyboard as this one leaves it.
+    // The next user finds the keyboard as this one leaves it. If this is late, that was long ago.
     const auto global = storedGlobalFnState();
-    if (global && apply(*global, applyGlobalAction, nullptr)) setScope(false);
+    if (isLeftAsItWas && global && write(*global, applyGlobalAction, nullptr)) setScope(false);
     persist(FnStatePersistReason::quiet);
   }
   isSessionActive_ = false;
@@ -171,11 +176,13 @@ void ModePolicy::lookAgain() {
 
 void ModePolicy::willQuit() {
   isLeaving_ = true;
+  if (isLeftBehind_) return;
   adopt(origin::termination, mayAdoptFromHardware());
   restoreGlobalFnState();
 }
 
 void ModePolicy::hasStopped() {
+  if (isLeftBehind_) return;
   pruneLocalFnStates();
   persist(FnStatePersistReason::applicationTermination);
 }
@@ -334,7 +341,7 @@ CommandResult ModePolicy::clearLocal(const std::string& bundleIdentifier,
 }
 
 CommandResult ModePolicy::whyNotApplied() const {
-  return isSessionActive_ ? CommandResult::writeFailed : CommandResult::otherSession;
+  return hasKeyboard() ? CommandResult::writeFailed : CommandResult::otherSession;
 }
 
 bool ModePolicy::mayChangeGlobal() {
@@ -380,6 +387,7 @@ bool ModePolicy::adoptByEvidence(std::string_view origin, PreferenceEvidence::Ha
 
 void ModePolicy::adoptFromHardware(std::optional<FnState> hardware, std::string_view origin) {
   if (!hardware || isLeftover(*hardware)) return;
+  if (use_.storedFnStates.global() != hardware && !custody_.isUnbroken()) return;
   syncStoredGlobalFnState(*hardware, origin);
   // Also where that is the global mode already, it is what is there now.
   if (lastKnownFnState_ != hardware) setLastKnownFnState(*hardware);
@@ -447,7 +455,7 @@ void ModePolicy::applyStoredFnState() {
 }
 
 void ModePolicy::restoreGlobalFnState() {
-  if (!isSessionActive_) return;
+  if (!hasKeyboard()) return;
   const auto global = storedGlobalFnState();
   if (!global) {
     use_.stateLog.notice(stateLogText::cannotRestoreGlobal);
@@ -475,8 +483,7 @@ std::optional<FnState> ModePolicy::storedGlobalFnState() {
                          std::string{modeText(state)} + ".");
     return state;
   }
-  // The keyboard is in another user's hands.
-  if (!isSessionActive_) return std::nullopt;
+  if (!hasKeyboard()) return std::nullopt;
   if (holdsOverride()) {
     use_.stateLog.notice(stateLogText::overrideIsNotGlobal);
     return std::nullopt;
@@ -548,8 +555,16 @@ void ModePolicy::pruneLocalFnStates() {
                        std::to_string(gone.size()) + which + ".");
 }
 
+/// Not so while it is in another user's hands, also where nobody has said so yet.
+bool ModePolicy::hasKeyboard() const {
+  return isSessionActive_ && use_.workspace.isSessionActive();
+}
+
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {
-  if (!isSessionActive_) return false;
+  return hasKeyboard() && write(state, action, source);
+}
+
+bool ModePolicy::write(FnState state, std::string_view action, const KeyboardDeviceSource* source) {
   if (const auto written = use_.fnStateController.writeFnState(state); !written) {
     use_.stateLog.error("Failed to " + std::string{action} + ": " +
                         std::string{errorDescription(written.error())} + sourceSuffix(source));
@@ -567,6 +582,12 @@ void ModePolicy::rememberLeftover() {
   const auto before = leftover_.value_or(Leftover{lastKnownFnState_});
   const auto mode = hardware ? std::optional{*hardware} : before.mode;
   leftover_ = Leftover{mode, before.isOfOverride && (!before.mode || mode == before.mode)};
+}
+
+/// Whether nobody else has put another mode there.
+bool ModePolicy::holdsWhatWasLeft() {
+  const auto hardware = use_.fnStateController.readFnState();
+  return !hardware || *hardware == lastKnownFnState_ || isLeftover(*hardware);
 }
 
 void ModePolicy::setScope(bool isLocal) {

@@ -9,6 +9,7 @@
 #include "core/FnState.h"
 #include "core/FnStateController.h"
 #include "core/FnStatePersistReason.h"
+#include "core/HardwareCustody.h"
 #include "core/KeyboardDeviceSource.h"
 #include "core/MissingApplications.h"
 #include "core/ModeChanges.h"
@@ -106,8 +107,9 @@ class ModePolicy final : public ModeChanges {
   /// restoring the mode.
   void takesOver();
 
-  /// A newer instance takes over.
-  void yields();
+  /// A newer instance takes over. `isTooLate` when it has done so without this one: what is in the
+  /// keyboard and in the store is the newer one's, and nothing is touched any more.
+  void yields(bool isTooLate);
 
   /// Keyrow is in control of the keyboard now.
   void launched();
@@ -213,6 +215,7 @@ class ModePolicy final : public ModeChanges {
   void obeyStore(PreferenceEvidence::Hardware hardware = PreferenceEvidence::Hardware::isOurs);
   void lookAgain();
   bool isFollowing() const { return isInControl_ && isSessionActive_; }
+  bool hasKeyboard() const;
   void noteStore() { seenStore_ = use_.storedFnStates.all(); }
 
   // What the commands do, once that is settled.
@@ -230,7 +233,9 @@ class ModePolicy final : public ModeChanges {
   bool storeGlobal(FnState state);
   void persist(FnStatePersistReason reason);
   bool apply(FnState state, std::string_view action, const KeyboardDeviceSource* source);
+  bool write(FnState state, std::string_view action, const KeyboardDeviceSource* source);
   void rememberLeftover();
+  bool holdsWhatWasLeft();
   void setScope(bool isLocal);
   void setLastKnownFnState(FnState state);
   std::optional<FnState> overrideOf(const std::optional<std::string>& bundleIdentifier) const;
@@ -241,11 +246,14 @@ class ModePolicy final : public ModeChanges {
 
   const Uses use_;
   PreferenceEvidence evidence_{use_.fnStateController, use_.storedFnStates};
+  HardwareCustody custody_{{.clock = use_.clock, .workspace = use_.workspace}};
 
   /// It has been launched: from now on what it finds may be somebody's choice.
   bool isInControl_ = false;
   /// It has yielded to a newer instance, or begun to quit.
   bool isLeaving_ = false;
+  /// A newer instance has not waited for this one.
+  bool isLeftBehind_ = false;
   bool isSessionActive_ = true;
   std::optional<FnState> lastKnownFnState_;
   bool isLocalScopeActive_ = false;

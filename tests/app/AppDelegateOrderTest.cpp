@@ -64,6 +64,8 @@ TEST_F(AppDelegateOrderTest, LaunchesInThisOrder) {
           "observe activation", "observe wake", "observe sleep", "observe session leaving",
           "observe session coming", "observe CapsLockIndicatorSettingDidChange",
           "observe NSApplicationDidBecomeActiveNotification", "observe AccessibilityTrustDidChange",
+          // From now on a Keyrow that it does not know is a newer one.
+          "list running applications",
           // The mode is applied.
           "frontmost-application", "synchronize-preferences", "copy-preference", "write-defaults",
           "frontmost-application", "find-service", "open-connection", "set-hid-parameter",

@@ -100,7 +100,8 @@ TEST_F(InstanceTakeoverTest, TheOlderInstanceLeavesKeyboardAndPreferenceInTheGlo
                             "for instance takeover: standardFunctionKeys=false"}));
 }
 
-TEST_F(InstanceTakeoverTest, TheNoticeNamesTheApplicationAndBothInstances) {
+TEST_F(InstanceTakeoverTest, TheNoticeNamesTheApplicationBothInstancesAndTheTime) {
+  mac.scheduler.advance(5s);
   std::vector<DistributedNotification> notices;
   const auto observer = mac.distributedNotifications.observe(
       [&](const DistributedNotification& notice) { notices.push_back(notice); });
@@ -108,7 +109,30 @@ TEST_F(InstanceTakeoverTest, TheNoticeNamesTheApplicationAndBothInstances) {
   ASSERT_EQ(notices.size(), 1U);
   EXPECT_EQ(notices[0].name, "app.keyrow.Keyrow.instanceTakeover");
   EXPECT_EQ(notices[0].object, appIdentifier);
-  EXPECT_EQ(notices[0].userInfo, (PropertyDictionary{{"sourcePID", 501}, {"targetPID", 400}}));
+  EXPECT_EQ(notices[0].userInfo,
+            (PropertyDictionary{
+                {"sourcePID", 501}, {"targetPID", 400}, {"time", std::int64_t{5'000'000'000}}}));
+}
+
+TEST_F(InstanceTakeoverTest, OneThatReadsTheNoticeInTimeLeavesTheGlobalMode) {
+  const auto inTime = std::int64_t{7'000'000'001};
+  const auto tooLate = std::int64_t{7'000'000'000};
+  // The newer one has ended meanwhile, or nobody knows when that was.
+  for (const auto& userInfo :
+       {PropertyDictionary{{"targetPID", 400}, {"sourcePID", 400}, {"time", inTime}},
+        PropertyDictionary{{"targetPID", 400}, {"sourcePID", 600}, {"time", tooLate}},
+        PropertyDictionary{{"targetPID", 400}, {"time", tooLate}},
+        PropertyDictionary{{"targetPID", 400}, {"sourcePID", 400}, {"time", "0"}},
+        PropertyDictionary{{"targetPID", 400}, {"sourcePID", 400}}}) {
+    older = std::make_unique<SimulatedProcess>(mac, 400);
+    older->launch();
+    overrideInForce();
+    mac.scheduler.advance(10s - mac.uptime());
+    post(userInfo);
+    EXPECT_TRUE(older->hasEnded());
+    EXPECT_EQ(mac.hid.modeName(), "special");
+    mac.applications.activate(safari);
+  }
 }
 
 TEST_F(InstanceTakeoverTest, OneThatIsForcedOutIsWaitedForTwoSeconds) {
@@ -226,7 +250,7 @@ TEST_F(InstanceTakeoverTest, WithoutABundleIdentifierNobodyIsTakenOver) {
   SimulatedProcess anonymous{mac, 600, std::nullopt};
   mac.trace.start();
   anonymous.launch();
-  for (const auto& call : mac.trace.take()) EXPECT_NE(call, "list running applications");
+  for (const auto& call : mac.trace.take()) EXPECT_NE(call, "terminate 400");
   EXPECT_FALSE(older->hasEnded());
   // It hears notices about any application.
   post(PropertyDictionary{{"targetPID", 600}}, "com.example.other");
