@@ -1,10 +1,11 @@
 #include "core/AppSettings.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <string>
 #include <utility>
+
+#include "core/StoredBefore.h"
 
 namespace keyrow {
 
@@ -23,6 +24,13 @@ void AppSettings::set(BooleanSetting setting, bool isOn) {
   const auto& row = rowOf(setting);
   use_.userDefaults.setObject(row.key, isOn);
   use_.notificationCenter.post(row.notification);
+}
+
+bool AppSettings::reset(BooleanSetting setting) {
+  const auto& row = rowOf(setting);
+  use_.userDefaults.removeObject(row.key);
+  use_.notificationCenter.post(row.notification);
+  return !use_.userDefaults.object(row.key);
 }
 
 ObserverToken AppSettings::observe(BooleanSetting setting, std::function<void()> handler) const {
@@ -59,36 +67,28 @@ LocalToggleShortcut AppSettings::localToggleShortcut() const {
 }
 
 bool AppSettings::setLocalToggleShortcut(const LocalToggleShortcut& shortcut) {
-  const std::array<PropertyValue, settingsKey::localToggleShortcut.size()> values{
-      int{shortcut.keyCode}, shortcut.displayName, shortcut.menuKeyEquivalent.value_or("")};
-  std::array<std::optional<PropertyValue>, values.size()> before;
+  return storeLocalToggleShortcut(
+      {int{shortcut.keyCode}, shortcut.displayName, shortcut.menuKeyEquivalent.value_or("")});
+}
+
+bool AppSettings::resetLocalToggleShortcut() { return storeLocalToggleShortcut({}); }
+
+bool AppSettings::storeLocalToggleShortcut(const ShortcutValues& values) {
+  const StoredBefore before{use_.userDefaults, settingsKey::localToggleShortcut};
   bool isWhole = true;
   for (std::size_t index = 0; index < values.size(); ++index) {
     const auto key = settingsKey::localToggleShortcut[index];
-    before[index] = use_.userDefaults.object(key);
-    use_.userDefaults.setObject(key, values[index]);
-    isWhole = isWhole && use_.userDefaults.object(key) == values[index];
+    const auto& value = values[index];
+    if (value) {
+      use_.userDefaults.setObject(key, *value);
+    } else {
+      use_.userDefaults.removeObject(key);
+    }
+    isWhole = isWhole && use_.userDefaults.object(key) == value;
   }
-  for (std::size_t index = 0; !isWhole && index < values.size(); ++index) {
-    putBack(settingsKey::localToggleShortcut[index], before[index]);
-  }
+  if (!isWhole) before.putBack();
   use_.notificationCenter.post(settingsNotification::LocalToggleShortcutSettingDidChange);
   return isWhole;
-}
-
-/// What an administrator manages was never the user's.
-void AppSettings::putBack(std::string_view key, const std::optional<PropertyValue>& value) {
-  if (use_.userDefaults.isManaged(key)) return;
-  if (value) {
-    use_.userDefaults.setObject(key, *value);
-  } else {
-    use_.userDefaults.removeObject(key);
-  }
-}
-
-void AppSettings::resetLocalToggleShortcut() {
-  for (const auto key : settingsKey::localToggleShortcut) use_.userDefaults.removeObject(key);
-  use_.notificationCenter.post(settingsNotification::LocalToggleShortcutSettingDidChange);
 }
 
 bool AppSettings::hasPromptedAccessibility() const {

@@ -82,6 +82,8 @@ class AppSettings {
 
   /// Stores it, and then posts its notification.
   void set(BooleanSetting setting, bool isOn);
+  /// Removes it, and then posts the same. False when it is still stored.
+  bool reset(BooleanSetting setting);
 
   /// Calls back after each time it was set, until the token is destroyed.
   ObserverToken observe(BooleanSetting setting, std::function<void()> handler) const;
@@ -96,9 +98,9 @@ class AppSettings {
   LocalToggleShortcut localToggleShortcut() const;
   /// Its key code alone.
   std::uint16_t localToggleShortcutKeyCode() const;
-  /// Stores it whole, or not at all: false when it could not be stored.
+  /// Stores it, or removes it, whole or not at all: false when that failed.
   bool setLocalToggleShortcut(const LocalToggleShortcut& shortcut);
-  void resetLocalToggleShortcut();
+  bool resetLocalToggleShortcut();
 
   /// Whether the system was asked once to prompt for the Accessibility permission;
   /// absent means false.
@@ -110,7 +112,11 @@ class AppSettings {
                                               std::optional<std::string_view> characters) const;
 
  private:
-  void putBack(std::string_view key, const std::optional<PropertyValue>& value);
+  /// In the order of their keys; what is absent is removed.
+  using ShortcutValues =
+      std::array<std::optional<PropertyValue>, settingsKey::localToggleShortcut.size()>;
+  bool storeLocalToggleShortcut(const ShortcutValues& values);
+
   bool boolean(std::string_view key) const;
   std::optional<std::string> string(std::string_view key) const;
   /// The stored key code; absent when there is none, or when it is Escape.

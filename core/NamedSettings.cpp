@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "core/KeyNames.h"
+#include "core/StoredBefore.h"
 #include "core/Words.h"
 #include "platform/VirtualKeys.h"
 
@@ -135,19 +136,25 @@ bool NamedSettings::set(std::string_view name, std::string_view value) {
   return isStored;
 }
 
-/// Stores nothing any more, after what is told of a change has been told.
 bool NamedSettings::reset(std::string_view name) {
-  const auto keys = keysOf(name);
-  if (const auto* row = booleanNamed(name)) {
-    use_.settings.set(row->setting, false);
-  } else if (name == shortcutName) {
-    use_.settings.resetLocalToggleShortcut();
-  } else if (name == settingsKey::SUEnableAutomaticChecks && use_.setAutomaticChecks) {
-    use_.setAutomaticChecks(checksByDefault());
-  }
-  for (const auto key : keys) use_.userDefaults.removeObject(key);
-  return std::ranges::none_of(
-      keys, [this](auto key) { return use_.userDefaults.object(key).has_value(); });
+  if (const auto* row = booleanNamed(name)) return use_.settings.reset(row->setting);
+  if (name == shortcutName) return use_.settings.resetLocalToggleShortcut();
+  if (name == settingsKey::SUEnableAutomaticChecks) return resetAutomaticChecks();
+  use_.settings.setFnReplacementModifier(std::nullopt);
+  return !use_.userDefaults.object(name);
+}
+
+bool NamedSettings::resetAutomaticChecks() {
+  constexpr std::array keys{settingsKey::SUEnableAutomaticChecks};
+  const StoredBefore before{use_.userDefaults, keys};
+  const bool checkedBefore = checksAutomatically();
+  // Whoever is told to switch them stores that.
+  if (use_.setAutomaticChecks) use_.setAutomaticChecks(checksByDefault());
+  use_.userDefaults.removeObject(keys.front());
+  if (!use_.userDefaults.object(keys.front())) return true;
+  if (use_.setAutomaticChecks) use_.setAutomaticChecks(checkedBefore);
+  before.putBack();
+  return false;
 }
 
 bool NamedSettings::store(std::string_view name, std::string_view value) {

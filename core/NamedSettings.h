@@ -49,13 +49,15 @@ class NamedSettings {
   /// Whether an administrator manages what is stored for it.
   bool isManaged(std::string_view name) const;
 
-  /// Sets what has no problem, and posts `settingWasSet`. False when it could not be stored.
+  /// Sets what has no problem, and posts `settingWasSet`. False when it could not be stored;
+  /// then everything is as it was before.
   bool set(std::string_view name, std::string_view value);
 
  private:
   bool checksAutomatically() const;
   bool checksByDefault() const;
   bool reset(std::string_view name);
+  bool resetAutomaticChecks();
   bool store(std::string_view name, std::string_view value);
 
   const Uses use_;

@@ -64,6 +64,18 @@ TEST_F(AppSettingsShortcutTest, StoresAShortcutWholeOrNotAtAll) {
   EXPECT_TRUE(settings().setLocalToggleShortcut({96, "F5", ""}));
 }
 
+TEST_F(AppSettingsShortcutTest, ResetsAShortcutWholeOrNotAtAll) {
+  settings().setLocalToggleShortcut({10, "§", "§"});
+  const auto stored = storedSettings();
+  for (std::uint64_t failing = 0; failing < 3; ++failing) {
+    mac.faults.fail(PortCall::writeDefaults, 1, failing);
+    EXPECT_FALSE(settings().resetLocalToggleShortcut()) << failing;
+    EXPECT_EQ(storedSettings(), stored) << failing;
+  }
+  EXPECT_TRUE(settings().resetLocalToggleShortcut());
+  EXPECT_EQ(storedSettings(), "{}");
+}
+
 TEST_F(AppSettingsShortcutTest, ResettingRemovesTheThreeKeysAndThenTellsItsObserversOnce) {
   storeShortcut(10, "§", "§");
   store("showCapsLockIndicator", true);
