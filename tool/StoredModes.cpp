@@ -12,12 +12,9 @@ std::optional<FnState> StoredModes::globalMode() const {
 
 CommandResult StoredModes::setGlobalMode(FnState state) {
   if (storedFnStates_.isGlobalManaged()) return CommandResult::managed;
-  const auto before = storedFnStates_.global();
-  if (!storedFnStates_.setGlobal(state)) return CommandResult::notStored;
-  if (evidence_.noteSeen()) return CommandResult::done;
-  // What was chosen in System Settings before would win over it.
-  if (before) storedFnStates_.setGlobal(*before);
-  return CommandResult::notStored;
+  // Otherwise what was chosen in System Settings before would win over it.
+  const bool isStored = storedFnStates_.setGlobal(state) && evidence_.noteSeen();
+  return isStored ? CommandResult::done : CommandResult::notStored;
 }
 
 /// What Keyrow would begin with.

@@ -11,6 +11,7 @@
 namespace keyrow::tool {
 
 /// Stores modes for the next launch of Keyrow, where none runs, and never touches the keyboard.
+/// What it could store only half is for its user to put back.
 class StoredModes final : public ModeChanges {
  public:
   StoredModes(FnStateController& fnStateController, StoredFnStates& storedFnStates,

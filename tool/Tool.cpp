@@ -5,6 +5,7 @@
 
 #include "core/AppIdentifier.h"
 #include "core/LogText.h"
+#include "core/StoredBefore.h"
 #include "core/Words.h"
 #include "tool/Doctor.h"
 #include "tool/Meaning.h"
@@ -220,14 +221,7 @@ void Tool::changeSetting(const Arguments& arguments) {
 }
 
 void Tool::change(Request::Kind kind, const std::string& subject, const std::string& value) {
-  if (!keyrow_.isRunning()) {
-    const Request request{.number = {}, .kind = kind, .subject = subject, .value = value};
-    if (const auto problem = commands_.carryOut(request)) return fail(*problem);
-    if (!use_.userDefaults.synchronize()) return fail("It could not be stored.");
-    tellResult(kind, subject, ownStatus());
-    print("Keyrow does not run: this applies at its next launch.");
-    return succeed();
-  }
+  if (!keyrow_.isRunning()) return store(kind, subject, value);
   keyrow_.ask(kind, subject, value, [this, kind, subject](const std::optional<Answer>& answer) {
     if (!answer) return fail(std::string{noAnswer});
     if (answer->problem) return fail(*answer->problem);
@@ -235,6 +229,23 @@ void Tool::change(Request::Kind kind, const std::string& subject, const std::str
     tellResult(kind, subject, statusFrom(*answer->status));
     succeed();
   });
+}
+
+/// For the next launch of Keyrow: whole, or not at all.
+void Tool::store(Request::Kind kind, const std::string& subject, const std::string& value) {
+  const StoredBefore before{use_.userDefaults, settingsKey::all};
+  auto problem =
+      commands_.carryOut({.number = {}, .kind = kind, .subject = subject, .value = value});
+  if (!problem && !use_.userDefaults.synchronize()) problem = "It could not be stored.";
+  if (problem) {
+    // What was written may get there all the same, and so has what was there before to follow it.
+    before.putBack();
+    use_.userDefaults.synchronize();
+    return fail(*problem);
+  }
+  tellResult(kind, subject, ownStatus());
+  print("Keyrow does not run: this applies at its next launch.");
+  succeed();
 }
 
 void Tool::tellResult(Request::Kind kind, const std::string& subject, const Status& status) {

@@ -93,6 +93,7 @@ class Tool {
   void changeKeyboard(const Arguments& arguments);
   void changeSetting(const Arguments& arguments);
   void change(Request::Kind kind, const std::string& subject, const std::string& value);
+  void store(Request::Kind kind, const std::string& subject, const std::string& value);
   void tellResult(Request::Kind kind, const std::string& subject, const Status& status);
 
   // Watching.
