@@ -28,7 +28,8 @@ ObserverToken SimulatedUserDefaults::observeChanges(std::function<void()> handle
 
 void SimulatedUserDefaults::write(std::string_view key, std::optional<PropertyValue> value) {
   if (!mac_.call(PortCall::writeDefaults)) return;
-  before_.try_emplace(std::string{key}, object(key));
+  // The first is on its way already, whatever becomes of the others.
+  if (std::exchange(hasWritten_, true)) before_.try_emplace(std::string{key}, object(key));
   isWriting_ = true;
   mac_.defaults.setValue(domain_, key, std::move(value));
   isWriting_ = false;
@@ -37,6 +38,7 @@ void SimulatedUserDefaults::write(std::string_view key, std::optional<PropertyVa
 bool SimulatedUserDefaults::synchronize() {
   if (!mac_.call(PortCall::writeDefaults)) return false;
   before_.clear();
+  hasWritten_ = false;
   return true;
 }
 

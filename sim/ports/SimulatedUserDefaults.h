@@ -28,7 +28,8 @@ class SimulatedUserDefaults final : public UserDefaults {
   void removeObject(std::string_view key) override { write(key, std::nullopt); }
   bool synchronize() override;
 
-  /// The process ends without waiting: what it wrote last never gets anywhere.
+  /// The process ends without waiting: of what it wrote since it last synchronized only the first
+  /// gets anywhere.
   void loseWhatIsOnTheWay();
 
  private:
@@ -36,7 +37,9 @@ class SimulatedUserDefaults final : public UserDefaults {
 
   SimulatedMac& mac_;
   const std::string domain_;
-  /// What there was before the values that this process wrote and never synchronized.
+  /// Whether this process has written anything that it has not synchronized.
+  bool hasWritten_ = false;
+  /// What there was before all it wrote after that.
   std::map<std::string, std::optional<PropertyValue>, std::less<>> before_;
   /// Whether a change is this process's own.
   bool isWriting_ = false;
