@@ -59,7 +59,11 @@ void lookAtSecureInput(const Surroundings& surroundings, Lines& lines) {
                   "quit it.");
 }
 
-void lookAtModes(const Status& status, bool areOverridesManaged, Lines& lines) {
+bool isManaged(const Findings& findings, std::string_view key) {
+  return std::ranges::find(findings.managedKeys, key) != findings.managedKeys.end();
+}
+
+void lookAtModes(const Status& status, const Findings& findings, Lines& lines) {
   if (!status.mode) {
     lines.emplace_back(
         "The keyboard's mode cannot be read. Switch to another application and "
@@ -82,26 +86,32 @@ void lookAtModes(const Status& status, bool areOverridesManaged, Lines& lines) {
                     ", which is not in force." + std::string{comeBack});
     return;
   }
-  lines.push_back(
-      application + " has an override: there the mode is " + std::string{wordOf(mode)} + "." +
-      (areOverridesManaged ? "" : " keyrow override clear " + application + " takes it away."));
+  lines.push_back(application + " has an override: there the mode is " + std::string{wordOf(mode)} +
+                  "." +
+                  (isManaged(findings, settingsKey::localFnState)
+                       ? ""
+                       : " keyrow override clear " + application + " takes it away."));
 }
 
-void lookAtKeyboards(const Status& status, Lines& lines) {
+void lookAtKeyboards(const Status& status, const Findings& findings, Lines& lines) {
   bool isForeignConnected = false;
   for (const auto& keyboard :
        status.running ? status.running->keyboards : std::vector<Status::Keyboard>{}) {
     isForeignConnected |= keyboard.isTranslatable;
     const auto mode = ownMode(status, keyboard);
     if (!mode || !status.translatesTopRows) continue;
-    addOnce(lines, keyboard.name + " (" + *keyboard.numbers + ") has a mode of its own: " +
-                       std::string{wordOf(*mode)} + ". keyrow keyboard set " + *keyboard.numbers +
-                       " follow lets it follow the others.");
+    addOnce(lines, keyboard.name + " (" + *keyboard.numbers +
+                       ") has a mode of its own: " + std::string{wordOf(*mode)} + "." +
+                       (isManaged(findings, settingsKey::keyboardFnStates)
+                            ? ""
+                            : " keyrow keyboard set " + *keyboard.numbers +
+                                  " follow lets it follow the others."));
   }
   if (status.translatesTopRows || (!isForeignConnected && status.keyboardModes.empty())) return;
-  lines.emplace_back(
-      "The top row of keyboards that are not Apple's stays F1 to F12. "
-      "keyrow settings applyFnModeToExternalFunctionKeys on lets it follow the mode.");
+  const std::string key{rowOf(BooleanSetting::applyFnModeToExternalFunctionKeys).key};
+  lines.push_back(
+      "The top row of keyboards that are not Apple's stays F1 to F12." +
+      (isManaged(findings, key) ? "" : " keyrow settings " + key + " on lets it follow the mode."));
 }
 
 }  // namespace
@@ -123,13 +133,8 @@ Lines diagnose(const Status& status, const Surroundings& surroundings, const Fin
     lines.push_back(key + " is managed by an administrator: ask them to change it.");
   }
   // Another user's keyboard is in that user's mode.
-  if (!status.running || status.running->isSessionActive) {
-    const bool areOverridesManaged =
-        std::ranges::find(findings.managedKeys, settingsKey::localFnState) !=
-        findings.managedKeys.end();
-    lookAtModes(status, areOverridesManaged, lines);
-  }
-  lookAtKeyboards(status, lines);
+  if (!status.running || status.running->isSessionActive) lookAtModes(status, findings, lines);
+  lookAtKeyboards(status, findings, lines);
   if (lines.empty()) lines.emplace_back("Nothing is wrong that Keyrow could see.");
   return lines;
 }

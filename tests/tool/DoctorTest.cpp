@@ -74,6 +74,19 @@ TEST_F(DoctorTest, OffersToClearAnOverrideUnlessThatIsManaged) {
                           "com.apple.TextEdit has an override: there the mode is special."));
 }
 
+TEST_F(DoctorTest, OffersNoCommandThatChangesWhatIsManaged) {
+  status.running->keyboards = {{.name = "G Pro", .numbers = "046d:c33f", .isTranslatable = true}};
+  findings.managedKeys = {"applyFnModeToExternalFunctionKeys"};
+  EXPECT_THAT(lines(),
+              ElementsAre(StartsWith("applyFnModeToExternalFunctionKeys is managed "),
+                          "The top row of keyboards that are not Apple's stays F1 to F12."));
+  status.translatesTopRows = true;
+  status.keyboardModes.emplace("046d:c33f", FnState::standard);
+  findings.managedKeys = {"keyboardFnStates"};
+  EXPECT_THAT(lines(), ElementsAre(StartsWith("keyboardFnStates is managed "),
+                                   "G Pro (046d:c33f) has a mode of its own: standard."));
+}
+
 TEST_F(DoctorTest, FindsOthersThatWereLeftBehind) {
   findings.processes = {499, 501};
   EXPECT_THAT(lines(), ElementsAre("Another Keyrow runs, and does nothing any more. Force it to "
