@@ -49,6 +49,7 @@ Status::Running StatusReport::running() const {
                           .hasEventTap = use_.eventTapKeeper.hasEventTap(),
                           .isSessionActive = use_.modePolicy.isSessionActive(),
                           .seesKeyboards = use_.keyboardSourceMonitor.isMonitoring(),
+                          .isKeyboardSeized = use_.keyboardSourceMonitor.lacksKeyboard(),
                           .keyboards = {}};
   for (const auto& source : use_.keyboardSourceMonitor.keyboards()) {
     running.keyboards.push_back(described(source));

@@ -33,6 +33,7 @@ constexpr std::string_view inputMonitoring = "inputMonitoring";
 constexpr std::string_view hasEventTap = "hasEventTap";
 constexpr std::string_view isSessionActive = "isSessionActive";
 constexpr std::string_view seesKeyboards = "seesKeyboards";
+constexpr std::string_view isKeyboardSeized = "isKeyboardSeized";
 constexpr std::string_view keyboards = "keyboards";
 constexpr std::string_view name = "name";
 constexpr std::string_view numbers = "numbers";
@@ -104,6 +105,7 @@ PropertyDictionary dictionaryOf(const Status::Running& running) {
           {std::string{word::hasEventTap}, running.hasEventTap},
           {std::string{word::isSessionActive}, running.isSessionActive},
           {std::string{word::seesKeyboards}, running.seesKeyboards},
+          {std::string{word::isKeyboardSeized}, running.isKeyboardSeized},
           {std::string{word::keyboards}, std::move(keyboards)}};
 }
 
@@ -142,6 +144,7 @@ Status::Running runningFrom(const PropertyDictionary& dictionary) {
                           .hasEventTap = flag(dictionary, word::hasEventTap),
                           .isSessionActive = flag(dictionary, word::isSessionActive),
                           .seesKeyboards = flag(dictionary, word::seesKeyboards),
+                          .isKeyboardSeized = flag(dictionary, word::isKeyboardSeized),
                           .keyboards = {}};
   const auto* keyboards = findDictionary(dictionary, word::keyboards);
   if (!keyboards) return running;

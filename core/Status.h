@@ -41,6 +41,8 @@ struct Status {
     bool isSessionActive = true;
     /// Whether it listens to the keyboards, and so knows which are connected.
     bool seesKeyboards = false;
+    /// Whether another program had one of them to itself when it began to listen.
+    bool isKeyboardSeized = false;
     /// Those that are connected; none where it does not listen.
     std::vector<Keyboard> keyboards;
 

@@ -35,6 +35,9 @@ class HidManagerOpener {
   /// nothing any more, or could be opened now.
   bool isOutdated() const { return use_.inputMonitoring.access() != access_; }
 
+  /// Whether another program had a keyboard to itself at the last `open`.
+  bool lacksKeyboard() const { return lastResult_ == ioReturnExclusiveAccess; }
+
  private:
   const Uses use_;
   const std::string purpose_;

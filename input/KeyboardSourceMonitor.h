@@ -51,6 +51,9 @@ class KeyboardSourceMonitor {
   /// Whether it listens, and still may.
   bool isMonitoring() const { return manager_ && !opener_.isOutdated(); }
 
+  /// Whether it listens without a keyboard that another program had to itself when it began.
+  bool lacksKeyboard() const { return isMonitoring() && opener_.lacksKeyboard(); }
+
   /// The keyboards that are connected; none while it does not listen.
   std::vector<KeyboardDeviceSource> keyboards() const;
 

@@ -46,6 +46,10 @@ void lookAtKeyrow(const Status::Running& running, Lines& lines) {
     lines.emplace_back(
         "macOS lets Keyrow see no keyboards, so it cannot tell them apart, and translates no top "
         "row. Quit Keyrow and open it again.");
+  } else if (running.isKeyboardSeized) {
+    lines.emplace_back(
+        "When Keyrow began to listen, another program had a keyboard to itself, so its top row is "
+        "not translated. Have that program let go of it, then quit Keyrow and open it again.");
   }
 }
 

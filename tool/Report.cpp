@@ -118,6 +118,7 @@ std::string jsonOf(const Status& status, const Status::Running& running) {
                        {"inputMonitoring", json::text(accessWord(running.inputMonitoring))},
                        {"eventTap", json::flag(running.hasEventTap)},
                        {"sessionInFront", json::flag(running.isSessionActive)},
+                       {"keyboardSeized", json::flag(running.isKeyboardSeized)},
                        {"keyboards", isListed ? json::array(keyboards) : json::nothing()}});
 }
 

@@ -65,6 +65,7 @@ TEST(StatusTest, ComesOutOfADictionaryAsItWentIn) {
                                            .hasEventTap = true,
                                            .isSessionActive = false,
                                            .seesKeyboards = true,
+                                           .isKeyboardSeized = true,
                                            .keyboards = {}}};
   // More than ten stay in their order.
   for (int number = 0; number < 12; ++number) {

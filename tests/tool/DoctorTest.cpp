@@ -20,6 +20,7 @@ class DoctorTest : public ::testing::Test {
                                      .hasEventTap = true,
                                      .isSessionActive = true,
                                      .seesKeyboards = true,
+                                     .isKeyboardSeized = false,
                                      .keyboards = {}};
   }
 
@@ -85,6 +86,12 @@ TEST_F(DoctorTest, OffersNoCommandThatChangesWhatIsManaged) {
   findings.managedKeys = {"keyboardFnStates"};
   EXPECT_THAT(lines(), ElementsAre(StartsWith("keyboardFnStates is managed "),
                                    "G Pro (046d:c33f) has a mode of its own: standard."));
+}
+
+TEST_F(DoctorTest, KnowsOfAKeyboardThatAnotherProgramHasToItself) {
+  status.running->isKeyboardSeized = true;
+  EXPECT_THAT(lines(),
+              ElementsAre(StartsWith("When Keyrow began to listen, another program had ")));
 }
 
 TEST_F(DoctorTest, FindsOthersThatWereLeftBehind) {
