@@ -105,13 +105,13 @@ std::string accessWord(InputMonitoringAccess access) {
 
 std::string jsonOf(const Status& status, const Status::Running& running) {
   const bool isListed = knowsKeyboards(status);
+  // One keyboard can be several devices.
   std::vector<std::string> keyboards;
-  keyboards.reserve(running.keyboards.size());
   for (const auto& keyboard : running.keyboards) {
-    keyboards.push_back(json::object({{"name", json::text(keyboard.name)},
-                                      {"numbers", jsonOf(keyboard.numbers)},
-                                      {"translatable", json::flag(keyboard.isTranslatable)},
-                                      {"mode", jsonOf(ownMode(status, keyboard))}}));
+    addOnce(keyboards, json::object({{"name", json::text(keyboard.name)},
+                                     {"numbers", jsonOf(keyboard.numbers)},
+                                     {"translatable", json::flag(keyboard.isTranslatable)},
+                                     {"mode", jsonOf(ownMode(status, keyboard))}}));
   }
   return json::object({{"process", json::number(running.processIdentifier)},
                        {"accessibility", json::text(running.isTrusted ? "granted" : "denied")},
