@@ -23,6 +23,11 @@ class Sessions {
 
   const std::string& active() const { return active_; }
 
+  /// Whether this user has a session, in front or not.
+  bool isLoggedIn(const std::string& user) const {
+    return user == firstUser || user == active_ || frontmost_.contains(user);
+  }
+
   /// Another user has the screen from now on. macOS tells both; who hears of it first, is open.
   void switchTo(const std::string& user, bool isNewToldFirst) {
     const auto old = std::exchange(active_, user);

@@ -2,11 +2,9 @@
 
 namespace keyrow::sim {
 
-SimulatedTool::SimulatedTool(SimulatedMac& mac, OpenHandles::ProcessID processID, bool isRoot)
-    : context_{.mac = mac,
-               .processID = processID,
-               .bundleIdentifier = std::nullopt,
-               .user = mac.sessions.active()},
+SimulatedTool::SimulatedTool(SimulatedMac& mac, OpenHandles::ProcessID processID,
+                             const std::string& user, bool isRoot)
+    : context_{.mac = mac, .processID = processID, .bundleIdentifier = std::nullopt, .user = user},
       bundle_{std::string{appIdentifier}, mac.infoDictionary},
       clock_{mac},
       distributedNotificationCenter_{context_},

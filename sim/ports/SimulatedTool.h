@@ -28,7 +28,8 @@ namespace keyrow::sim {
 /// Ctrl-C does.
 class SimulatedTool {
  public:
-  SimulatedTool(SimulatedMac& mac, OpenHandles::ProcessID processID, bool isRoot);
+  SimulatedTool(SimulatedMac& mac, OpenHandles::ProcessID processID, const std::string& user,
+                bool isRoot);
   ~SimulatedTool() { context_.mainThread->end(); }
   SimulatedTool(const SimulatedTool&) = delete;
   SimulatedTool& operator=(const SimulatedTool&) = delete;

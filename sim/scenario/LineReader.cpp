@@ -149,6 +149,12 @@ std::size_t LineReader::oneOf(std::span<const std::string_view> words) {
 std::string LineReader::word(std::string_view expected) {
   const auto* token = peek();
   if (!token || token->text.empty()) fail(expected);
+  return wordOrNothing(expected);
+}
+
+std::string LineReader::wordOrNothing(std::string_view expected) {
+  const auto* token = peek();
+  if (!token) fail(expected);
   ++next_;
   return token->text;
 }

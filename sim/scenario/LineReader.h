@@ -59,6 +59,8 @@ class LineReader {
 
   /// Takes the next word or text, whatever it is; `expected` says what belongs here.
   std::string word(std::string_view expected);
+  /// The same, but "" is one, too.
+  std::string wordOrNothing(std::string_view expected);
 
   /// Takes a "quoted text".
   std::string quotedText(std::string_view expected);

@@ -90,9 +90,10 @@ SimulatedProcess& Stage::startKeyrow() {
   return *processes_.back();
 }
 
-SimulatedTool& Stage::startTool(bool isRoot) {
+SimulatedTool& Stage::startTool(bool isRoot, const std::optional<std::string>& user) {
   std::erase_if(tools_, [](const auto& tool) { return tool->exitStatus().has_value(); });
-  tools_.push_back(std::make_unique<SimulatedTool>(mac, ++lastToolProcessID_, isRoot));
+  tools_.push_back(std::make_unique<SimulatedTool>(mac, ++lastToolProcessID_,
+                                                   user.value_or(mac.sessions.active()), isRoot));
   return *tools_.back();
 }
 

@@ -112,8 +112,9 @@ class Stage {
     return StoredFnStates{defaults_.try_emplace(user, mac, domain).first->second};
   }
 
-  /// Makes one more process for the command `keyrow`, which does nothing yet.
-  SimulatedTool& startTool(bool isRoot);
+  /// Makes one more process for the command `keyrow`, which does nothing yet: in the session of
+  /// this user, or else of the one who is there.
+  SimulatedTool& startTool(bool isRoot, const std::optional<std::string>& user = std::nullopt);
 
   /// Ends all of these that still run; false when there are none.
   bool interruptTools();

@@ -8,7 +8,10 @@
 namespace keyrow::sim {
 
 Outcome RunTool::play(Stage& stage) const {
-  auto& tool = stage.startTool(isRoot);
+  if (!stage.mac.sessions.isLoggedIn(user.value_or(stage.mac.sessions.active()))) {
+    return unplayable(*user + " is not logged in");
+  }
+  auto& tool = stage.startTool(isRoot, user);
   tool.run(arguments);
   if (isInBackground) return {};
   // Whoever watches does so until they are interrupted.
@@ -33,8 +36,9 @@ namespace {
 Action parseRun(LineReader& line) {
   RunTool run;
   run.isRoot = line.accept("sudo");
+  if (!run.isRoot && line.accept("as")) run.user = line.word("the name of a user");
   line.require("keyrow");
-  while (!line.atEnd()) run.arguments.push_back(line.word("an argument"));
+  while (!line.atEnd()) run.arguments.push_back(line.wordOrNothing("an argument"));
   if (!run.arguments.empty() && run.arguments.back() == "&") {
     run.isInBackground = true;
     run.arguments.pop_back();
@@ -64,9 +68,10 @@ Expectation expectExitStatus(LineReader& line) {
 }
 
 constexpr std::array<ActionWord, 2> actions{{
-    {"run", "run [sudo] keyrow ARGUMENT ... [&]",
+    {"run", "run [sudo|as NAME] keyrow ARGUMENT ... [&]",
      "The user types the command keyrow in a terminal, and waits until it has ended; a watch goes "
-     "on until it is interrupted, and so does one with & behind it.",
+     "on until it is interrupted, and so does one with & behind it. With a name it is somebody "
+     "else who is logged in, from afar.",
      "run keyrow mode standard", parseRun},
     {"interrupt", "interrupt keyrow",
      "The user presses Ctrl-C: whatever the command keyrow still does, ends.", "interrupt keyrow",

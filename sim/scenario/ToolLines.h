@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,8 @@ namespace keyrow::sim {
 struct RunTool {
   std::vector<std::string> arguments;
   bool isRoot = false;
+  /// In whose session; absent for that of the user who is there.
+  std::optional<std::string> user{};
   /// The user does not wait for its end.
   bool isInBackground = false;
   Outcome play(Stage& stage) const;

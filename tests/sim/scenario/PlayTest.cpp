@@ -168,6 +168,7 @@ INSTANTIATE_TEST_SUITE_P(
         Unmet{"choose \"Quit\"", "play.txt:1:1: Keyrow is not running"},
         Unmet{"hang keyrow", "play.txt:1:1: Keyrow is not running"},
         Unmet{"resume keyrow", "play.txt:1:1: Keyrow is not running"},
+        Unmet{"run as anna keyrow mode", "play.txt:1:1: anna is not logged in"},
         Unmet{"reopen keyrow", "play.txt:1:1: Keyrow is not running"},
         Unmet{"close window", "play.txt:1:1: Keyrow is not running"},
         Unmet{"tab About", "play.txt:1:1: Keyrow is not running"},
