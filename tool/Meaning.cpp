@@ -14,6 +14,9 @@ namespace {
 
 using Meaning = std::expected<std::string, std::string>;
 
+/// Stands for the numbers of a keyboard that lacks one.
+constexpr std::string_view numberless = "one that does not tell its numbers";
+
 /// The only one of these; of several, all are told.
 Meaning onlyOne(const std::string& text, const std::vector<std::string>& meant) {
   if (meant.size() == 1) return meant.front();
@@ -36,8 +39,10 @@ Meaning applicationMeant(const std::string& text, const std::vector<std::string>
   }
   auto names = known;
   std::vector<std::string> meant;
+  const bool looksLikeIdentifier = text.find('.') != std::string::npos;
   for (const auto& application : workspace.applications()) {
     addOnce(names, application.name);
+    if (looksLikeIdentifier) addOnce(names, application.bundleIdentifier);
     if (isSameWord(application.name, text)) addOnce(meant, application.bundleIdentifier);
   }
   if (meant.empty()) return std::unexpected{unknownWord("application", text, names)};
@@ -66,7 +71,7 @@ Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& st
     if (!isMeant) continue;
     isThere = true;
     isTranslatable |= keyboard.isTranslatable;
-    if (keyboard.numbers) addOnce(meant, *keyboard.numbers);
+    addOnce(meant, keyboard.numbers.value_or(std::string{numberless}));
   }
   if (pair && !isThere) return pair->text();
   if (!isThere) {
@@ -74,13 +79,13 @@ Meaning keyboardMeant(const std::string& text, bool isToFollow, const Status& st
     return std::unexpected{unknownWord("keyboard", text, names) +
                            (looksLikePair ? " A pair of numbers is written as in 046d:c33f." : "")};
   }
-  if (meant.empty() && (isTranslatable || isToFollow)) {
+  if (meant.size() > 1) return onlyOne(text, meant);
+  if (!isTranslatable && !isToFollow) return std::unexpected{std::string{Commands::appleKeyboards}};
+  if (meant.front() == numberless) {
     return std::unexpected{
         "This keyboard does not tell its numbers, so it cannot be told from others, and has no "
         "mode of its own."};
   }
-  if (meant.size() > 1) return onlyOne(text, meant);
-  if (!isTranslatable && !isToFollow) return std::unexpected{std::string{Commands::appleKeyboards}};
   return meant.front();
 }
 
