@@ -30,9 +30,9 @@ class ToolTest : public ::testing::Test {
 
   void pass(std::chrono::nanoseconds time) { stage_.mac.scheduler.advance(time); }
 
-  void answer(const Answer& answer) { post(answer, numbers_); }
+  void answer(const keyrow::Answer& answer) { post(answer, numbers_); }
 
-  void post(Answer answer, std::vector<std::string> numbers) {
+  void post(keyrow::Answer answer, std::vector<std::string> numbers) {
     answer.numbers = std::move(numbers);
     stage_.mac.distributedNotifications.post({.name = std::string{requestNotification::answer},
                                               .object = std::string{appIdentifier},
@@ -41,10 +41,10 @@ class ToolTest : public ::testing::Test {
     pass(0s);
   }
 
-  static Answer standard() {
+  static keyrow::Answer standard() {
     Status status;
     status.global = FnState::standard;
-    Answer answer;
+    keyrow::Answer answer;
     answer.status = propertyDictionary(status);
     return answer;
   }
@@ -87,7 +87,7 @@ TEST_F(ToolTest, KnowsThatAnotherKeyrowRunsWhereTheOneItWatchedIsGone) {
   running.processIdentifier = 400;
   Status status;
   status.running = running;
-  Answer ended;
+  keyrow::Answer ended;
   ended.status = propertyDictionary(status);
   answer(ended);
   EXPECT_THAT(output(), ElementsAre(HasSubstr(R"(\"keyrow\":{\"process\":400,)")));
