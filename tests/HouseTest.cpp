@@ -74,7 +74,9 @@ const std::map<std::string, Rooms> mayUse{
     {"nlohmann/", {"desk", "fuzz", "tests"}},
     {"rapidcheck", {"reliability/random"}},
     {"sys/resource.h", {"bench"}},
-    {"unistd.h", {"bench", "platform/macos", "reliability/random", "sim/scenario", "tests"}},
+    {"unistd.h",
+     {"bench", "platform/macos", "platform/macos/tests", "reliability/random", "sim/scenario",
+      "tests"}},
     {"utf8proc.h", {"fuzz", "sim/ports", "sim/scenario"}},
 };
 

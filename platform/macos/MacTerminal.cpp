@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <csignal>
 #include <iostream>
 #include <memory>
 #include <string_view>
@@ -12,6 +13,9 @@ namespace {
 
 class MacTerminal final : public Terminal {
  public:
+  /// Writing to a pipe that nobody reads any more fails from now on, and does not end the process.
+  MacTerminal() { std::signal(SIGPIPE, SIG_IGN); }
+
   bool print(std::string_view line) override {
     std::cout << line << std::endl;
     return std::cout.good();
