@@ -49,7 +49,8 @@ void EventTapServer::invalidate(ServedTap& tap) {
   tell();
 }
 
-bool EventTapServer::pass(const Taps& taps, std::uint32_t type, const KeyEvent& event) {
+std::optional<bool> EventTapServer::pass(const Taps& taps, std::uint32_t type,
+                                         const KeyEvent& event) {
   for (const auto& tap : taps) {
     std::shared_ptr<SimulatedRunLoop> runLoop;
     {
@@ -59,7 +60,7 @@ bool EventTapServer::pass(const Taps& taps, std::uint32_t type, const KeyEvent& 
       // Nor does a key overtake those that wait.
       if (!use_.isProcessTrusted || !tap->stalledKeys.empty()) {
         stall(tap, type, event);
-        return false;
+        return std::nullopt;
       }
       runLoop = tap->runLoop;
     }
@@ -139,7 +140,8 @@ void EventTapServer::letGo(ServedTap& tap) {
   use_.scheduler.schedule(
       {}, [this, keys = std::exchange(tap.stalledKeys, {}), rest = Taps{place, taps_.end()}] {
         for (const auto& key : keys) {
-          if (pass(rest, key.type, key.event)) use_.deliver(key.type, key.event);
+          const auto getsThrough = pass(rest, key.type, key.event);
+          if (getsThrough) use_.decided(key.type, key.event, *getsThrough);
         }
       });
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -47,8 +48,8 @@ class EventTapServer {
     Timeline& timeline;
     Scheduler& scheduler;
     const std::atomic<bool>& isProcessTrusted;
-    /// Where the keys go that were stalled, in the thread that runs the machine.
-    std::function<void(std::uint32_t type, const KeyEvent& event)> deliver;
+    /// What becomes of the keys that were stalled, in the thread that runs the machine.
+    std::function<void(std::uint32_t type, const KeyEvent& event, bool getsThrough)> decided;
   };
 
   explicit EventTapServer(Uses uses) : use_{std::move(uses)} {}
@@ -59,8 +60,11 @@ class EventTapServer {
   void serve(ServedTap& tap, std::shared_ptr<SimulatedRunLoop> runLoop);
   void invalidate(ServedTap& tap);
 
-  /// Lets an event pass the taps, each in its own thread; whether it gets through at once.
-  bool post(std::uint32_t type, const KeyEvent& event) { return pass(valid(), type, event); }
+  /// Lets an event pass the taps, each in its own thread; whether it gets through. Absent while it
+  /// is stalled, which `decided` ends.
+  std::optional<bool> post(std::uint32_t type, const KeyEvent& event) {
+    return pass(valid(), type, event);
+  }
 
   /// Disables all taps; with a type, the system tells them so.
   void disableAll(std::uint32_t announcedType);
@@ -85,7 +89,7 @@ class EventTapServer {
   using Taps = std::vector<std::shared_ptr<ServedTap>>;
 
   Taps valid() const;
-  bool pass(const Taps& taps, std::uint32_t type, const KeyEvent& event);
+  std::optional<bool> pass(const Taps& taps, std::uint32_t type, const KeyEvent& event);
   void disable(ServedTap& tap, std::uint32_t announcedType);
 
   // With the mutex held:

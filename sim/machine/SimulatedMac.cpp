@@ -75,12 +75,13 @@ void SimulatedMac::postKeyEvent(std::uint32_t type, const KeyEvent& event) {
   if (areEventTimesNanoseconds) {
     tapped.timestamp = static_cast<std::uint64_t>(scheduler.now().count());
   }
-  const bool reaches = isSecureInputOn() || eventTaps.post(type, tapped);
-  whenKeyIsDecided(type, event, reaches);
-  if (reaches) reachFrontmost(type, event);
+  const auto reaches = isSecureInputOn() ? std::optional{true} : eventTaps.post(type, tapped);
+  if (reaches) finishKey(type, event, *reaches);
 }
 
-void SimulatedMac::reachFrontmost(std::uint32_t type, const KeyEvent& event) {
+void SimulatedMac::finishKey(std::uint32_t type, const KeyEvent& event, bool reaches) {
+  whenKeyIsDecided(type, event, reaches);
+  if (!reaches) return;
   timeline.add(TimelineEvent::Kind::key,
                {quoted(keyEventText(type, event) + " reaches " + applications.nameOfFrontmost())});
   keyEventObservers_.notify(type, event);

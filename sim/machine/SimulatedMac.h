@@ -62,12 +62,13 @@ class SimulatedMac {
   DistributedNotifications distributedNotifications{scheduler};
   Power power{timeline};
   Screen screen{timeline, sessions};
-  EventTapServer eventTaps{{.timeline = timeline,
-                            .scheduler = scheduler,
-                            .isProcessTrusted = isAccessibilityGranted,
-                            .deliver = [this](std::uint32_t type, const KeyEvent& event) {
-                              reachFrontmost(type, event);
-                            }}};
+  EventTapServer eventTaps{
+      {.timeline = timeline,
+       .scheduler = scheduler,
+       .isProcessTrusted = isAccessibilityGranted,
+       .decided = [this](std::uint32_t type, const KeyEvent& event, bool getsThrough) {
+         finishKey(type, event, getsThrough);
+       }}};
   PortTrace trace;
 
   /// Every system-defined event that was posted.
@@ -184,7 +185,7 @@ class SimulatedMac {
                  std::chrono::nanoseconds lateness = {});
 
  private:
-  void reachFrontmost(std::uint32_t type, const KeyEvent& event);
+  void finishKey(std::uint32_t type, const KeyEvent& event, bool reaches);
 
   struct AccessibilityChange {
     bool wasGranted;

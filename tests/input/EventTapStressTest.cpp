@@ -94,7 +94,7 @@ TEST_P(EventTapStressTest, SurvivesAFloodOfKeysWhileTheSystemInterferes) {
   EXPECT_EQ(mac.eventTaps.enabledCount(), 1);
 
   const KeyEvent ordinary{.timestamp = 0, .flags = 0, .keyCode = 0};
-  EXPECT_TRUE(mac.eventTaps.post(keyEventType::keyDown, ordinary));
+  EXPECT_EQ(mac.eventTaps.post(keyEventType::keyDown, ordinary), true);
   process->terminate();
   process.reset();
   EXPECT_TRUE(mac.openHandles.all().empty());
@@ -131,10 +131,11 @@ TEST(EventTapFloodTest, NoShortcutIsLostOrDoubledWhileTheTapWorks) {
   const KeyEvent shortcut{.timestamp = 0, .flags = keyEventFlag::secondaryFn, .keyCode = 50};
   std::thread typist{[&] {
     for (int count = 0; count < shortcuts; ++count) {
-      EXPECT_FALSE(mac.eventTaps.post(keyEventType::keyDown, shortcut));
-      EXPECT_FALSE(mac.eventTaps.post(keyEventType::keyUp, shortcut));
-      EXPECT_TRUE(
-          mac.eventTaps.post(keyEventType::keyDown, {.timestamp = 0, .flags = 0, .keyCode = 1}));
+      EXPECT_EQ(mac.eventTaps.post(keyEventType::keyDown, shortcut), false);
+      EXPECT_EQ(mac.eventTaps.post(keyEventType::keyUp, shortcut), false);
+      EXPECT_EQ(
+          mac.eventTaps.post(keyEventType::keyDown, {.timestamp = 0, .flags = 0, .keyCode = 1}),
+          true);
     }
   }};
   typist.join();
