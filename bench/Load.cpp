@@ -164,7 +164,7 @@ class Load {
 
       if (isTopRow) {
         if (verdict == TapVerdict::swallow) ++translated_;
-      } else if ((verdict == TapVerdict::swallow) != (key.keyCode == escapeKeyCode)) {
+      } else if (verdict == TapVerdict::swallow) {
         ++wrongVerdicts_;
       }
       handled_ = number + 1;

@@ -241,12 +241,8 @@ class KeyEvents {
       checkPress(event, source.get(), passes);
     } else if (const auto press = presses.find(event.keyCode); press != presses.end()) {
       checkFollowing(type, event, press->second, passes);
-    } else if (type == keyDown) {
-      require(passes, "a repeat passes whose press was not seen");
     } else {
-      const auto kind = kindOf(event, source.get());
-      require(passes == (kind == Kind::ordinary), "a release without a press is judged by itself");
-      if (kind == Kind::translated && contains(mediaKeys, event.keyCode)) ++mediaEvents;
+      require(passes, "what follows passes where no press was seen");
     }
   }
 
@@ -254,6 +250,8 @@ class KeyEvents {
   struct KeyPress {
     Kind kind;
     bool isMediaKeyDown;
+    /// A release has come since.
+    bool isOver = false;
   };
 
   void checkPress(const KeyEvent& event, const KeyboardDeviceSource* source, bool passes) {
@@ -270,12 +268,15 @@ class KeyEvents {
   }
 
   void checkFollowing(std::uint32_t type, const KeyEvent& event, KeyPress& press, bool passes) {
-    require(passes == (press.kind == Kind::ordinary), "what follows a press goes its way");
+    const bool isLaterRelease = type == keyUp && press.isOver;
+    require(passes == (press.kind == Kind::ordinary || isLaterRelease),
+            "what follows a press goes its way, and all releases but the first pass");
     if (type == keyUp) {
       if (press.isMediaKeyDown) ++mediaEvents;
       press.isMediaKeyDown = false;
+      press.isOver = true;
     } else if (press.kind == Kind::shortcut) {
-      if (isFnLikeHeld(event)) ++commands;
+      if (isFnLikeHeld(event) && !press.isOver) ++commands;
     } else if (press.isMediaKeyDown && contains(repeatingKeys, event.keyCode)) {
       ++mediaEvents;
     }

@@ -49,7 +49,7 @@ void KeyEventHandler::forgetKeys() noexcept {
   for (std::size_t keyCode = 0; keyCode < ways_.size(); ++keyCode) {
     if (ways_[keyCode] == Way::mediaKeyDown) releaseMediaKey(static_cast<std::uint16_t>(keyCode));
   }
-  ways_.fill(Way::unknown);
+  ways_.fill(Way::passed);
   isFnHeld_ = false;
 }
 
@@ -62,8 +62,7 @@ KeyEvent KeyEventHandler::withTrueFn(const KeyEvent& event) const {
 
 KeyEventHandler::Way KeyEventHandler::decide(std::uint32_t type, const KeyEvent& event) {
   const auto settings = use_.keySettings.current();
-  const bool isKey = type == keyEventType::keyDown || type == keyEventType::keyUp;
-  if (isKey && (event.flags & settings.fnLikeFlags) != 0) {
+  if (type == keyEventType::keyDown && (event.flags & settings.fnLikeFlags) != 0) {
     if (event.keyCode == escapeKeyCode) return Way::clearsOverride;
     if (event.keyCode == settings.localToggleShortcutKeyCode) return Way::togglesOverride;
   }
@@ -97,7 +96,6 @@ TapVerdict KeyEventHandler::press(const KeyEvent& event) {
 
 TapVerdict KeyEventHandler::repeat(const KeyEvent& event) {
   switch (const auto way = ways_[event.keyCode]) {
-    case Way::unknown:
     case Way::passed:
       return TapVerdict::pass;
     case Way::clearsOverride:
@@ -111,6 +109,7 @@ TapVerdict KeyEventHandler::repeat(const KeyEvent& event) {
                                      KeyStep::repeat);
       return TapVerdict::swallow;
     case Way::translated:
+    case Way::over:
       break;
   }
   return TapVerdict::swallow;
@@ -118,15 +117,10 @@ TapVerdict KeyEventHandler::repeat(const KeyEvent& event) {
 
 TapVerdict KeyEventHandler::release(const KeyEvent& event) {
   auto& way = ways_[event.keyCode];
-  if (way == Way::passed) return TapVerdict::pass;
-  if (way == Way::mediaKeyDown) {
-    releaseMediaKey(event.keyCode);
-    way = Way::translated;
-  }
-  if (way != Way::unknown) return TapVerdict::swallow;
-  // Nobody has seen its press: its own circumstances decide.
-  const bool passes = decide(keyEventType::keyUp, event) == Way::passed;
-  return passes ? TapVerdict::pass : TapVerdict::swallow;
+  if (way == Way::passed || way == Way::over) return TapVerdict::pass;
+  if (way == Way::mediaKeyDown) releaseMediaKey(event.keyCode);
+  way = Way::over;
+  return TapVerdict::swallow;
 }
 
 void KeyEventHandler::performShortcut(Way way, const KeyEvent& event) {

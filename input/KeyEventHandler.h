@@ -16,8 +16,9 @@ namespace keyrow {
 
 /// Decides about every key: it may be one of the two shortcuts, or a top-row key to
 /// translate; all else passes, and nobody is asked which keyboard it came from. How a press
-/// was decided its repeats and its release follow, whatever has changed meanwhile. While the
-/// settings window waits for a key, every press passes.
+/// was decided its repeats and its release follow, whatever has changed meanwhile. A release
+/// that no press in sight accounts for passes: it does no harm, and a key that stays down in an
+/// application does. While the settings window waits for a key, every press passes.
 ///
 /// Runs in the event tap's worker thread, and only reads. What is to be done it puts on the
 /// main queue, and never waits for it.
@@ -42,14 +43,16 @@ class KeyEventHandler final : public TappedEventHandler {
  private:
   /// How a key's last press was decided.
   enum class Way : std::uint8_t {
-    /// The press has not been seen.
-    unknown,
+    /// It passed, or it has not been seen.
     passed,
     clearsOverride,
     togglesOverride,
     translated,
     /// Translated to a media key, whose release has not been posted.
     mediaKeyDown,
+    /// Swallowed, and so was the one release that goes with it. What comes yet belongs to another
+    /// press: that of another keyboard, or one that has not been seen.
+    over,
   };
 
   KeyEvent withTrueFn(const KeyEvent& event) const;

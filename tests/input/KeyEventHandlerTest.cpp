@@ -125,7 +125,7 @@ TEST_F(KeyEventHandlerTest, OnlyADecisionThatNeedsTheKeyboardAsksForIt) {
     EXPECT_TRUE(asksForTheKeyboard(keyDown, keyF8)) << setting;
     EXPECT_FALSE(asksForTheKeyboard(keyUp, keyF8)) << setting;
     handler->forgetKeys();
-    EXPECT_TRUE(asksForTheKeyboard(keyUp, keyF8)) << setting;
+    EXPECT_FALSE(asksForTheKeyboard(keyUp, keyF8)) << setting;
     store(setting, false);
   }
 }
