@@ -175,7 +175,8 @@ KeyboardSourceMonitor::SharedSource KeyboardSourceMonitor::resolveSource(HidDevi
   auto source =
       std::make_shared<const KeyboardDeviceSource>(readSource(device, registryID, use_.text));
   logOnce(*source);
-  if (registryID) {
+  // One that lacks a number may just not have been able to tell it.
+  if (registryID && source->numbers()) {
     const std::scoped_lock guard{lock_};
     cachedSources_.insert_or_assign(*registryID, source);
   }

@@ -100,7 +100,7 @@ class KeyboardSourceMonitor {
   /// Whether that is also the order of their timestamps, as it is unless the system mixes
   /// them up.
   bool isInOrder_ = true;
-  /// By registry entry ID.
+  /// By registry entry ID; those that have told their numbers.
   std::unordered_map<std::uint64_t, SharedSource> cachedSources_;
   /// The `sourceDescription` of every keyboard that the log knows.
   std::unordered_set<std::string> loggedSourceKeys_;

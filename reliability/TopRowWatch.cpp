@@ -67,8 +67,9 @@ void TopRowWatch::look(const sim::Action& action) {
 }
 
 std::string TopRowWatch::problem(bool isDone) {
-  hasFailedToRead_ |= hasFailed(stage_, sim::PortCall::readDeviceProperty);
-  if (!promise_ || !isDone || hasFailedToRead_) return {};
+  // A keyboard that cannot be read is read again at its next input.
+  const bool wasRead = !hasFailed(stage_, sim::PortCall::readDeviceProperty);
+  if (!promise_ || !isDone || !wasRead) return {};
   const bool reaches = std::ranges::any_of(stage_.recentTimeline(), [&](const auto& event) {
     // A modifier may be held.
     return event.kind == sim::TimelineEvent::Kind::key &&

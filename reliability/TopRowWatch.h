@@ -40,8 +40,6 @@ class TopRowWatch {
   std::uint64_t lastInputTime_ = 0;
   std::shared_ptr<const sim::SimulatedKeyboard> lastKeyboard_;
   bool areInputsMixed_ = false;
-  /// Keyrow may have taken note of a keyboard that it could not read.
-  bool hasFailedToRead_ = false;
   const Registration inputs_;
 };
 

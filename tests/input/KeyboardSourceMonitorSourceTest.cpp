@@ -66,8 +66,11 @@ TEST_F(KeyboardSourceMonitorSourceTest, ARegistryIDThatCannotBeReadIsAbsent) {
 }
 
 TEST_F(KeyboardSourceMonitorSourceTest, RegistryIDZeroIsAnIDLikeAnyOther) {
-  input(makeKeyboard(0, {{"Product", "Old"}}), tick);
-  input(makeKeyboard(0, {{"Product", "New"}}), muchLater);
+  const auto named = [](const char* product) {
+    return makeKeyboard(0, {{"VendorID", 1133}, {"ProductID", 49983}, {"Product", product}});
+  };
+  input(named("Old"), tick);
+  input(named("New"), muchLater);
   EXPECT_EQ(productAt(muchLater), "Old");
 }
 
@@ -186,6 +189,20 @@ TEST_F(KeyboardSourceMonitorSourceTest, ReadsThePropertiesOfAKeyboardOnce) {
   // Only the registry ID is asked for.
   EXPECT_EQ(mac.faults.overallCallCount() - callsBefore, 1U);
   EXPECT_EQ(sourceAt(muchLater), completeSource());
+}
+
+TEST_F(KeyboardSourceMonitorSourceTest, AKeyboardThatDidNotTellItsNumbersIsAskedAgain) {
+  const auto keyboard = makeKeyboard(4294968001, completeProperties);
+  // The vendor is asked for second, the product last.
+  for (const std::uint64_t before : {1U, 6U}) {
+    monitor().stopMonitoring();
+    monitor().startMonitoring();
+    mac.faults.fail(PortCall::readDeviceProperty, 1, before);
+    input(keyboard, tick);
+    EXPECT_NE(sourceAt(tick), completeSource());
+    input(keyboard, muchLater);
+    EXPECT_EQ(sourceAt(muchLater), completeSource());
+  }
 }
 
 TEST_F(KeyboardSourceMonitorSourceTest, TellsKeyboardsApartByTheirRegistryID) {
