@@ -8,7 +8,13 @@ namespace keyrow::reliability {
 
 KeyPairs::KeyPairs(sim::SimulatedMac& mac) : mac_{mac} {
   mac.whenKeyIsDecided = [this](std::uint32_t type, const KeyEvent& event, bool reaches) {
-    note(type, event, reaches);
+    const bool isRelease = type == keyEventType::keyUp;
+    if (type != keyEventType::keyDown && !isRelease) return;
+    note({.keyCode = event.keyCode,
+          .isPress = !isRelease && !event.isRepeat,
+          .isRelease = isRelease,
+          .reaches = reaches,
+          .downCount = mac_.keyboardFilters.downCount(event.keyCode)});
   };
 }
 
@@ -16,23 +22,43 @@ KeyPairs::~KeyPairs() {
   mac_.whenKeyIsDecided = [](std::uint32_t, const KeyEvent&, bool) {};
 }
 
-void KeyPairs::note(std::uint32_t type, const KeyEvent& event, bool reaches) {
-  const bool isPress = type == keyEventType::keyDown && !event.isRepeat;
-  const bool isRelease = type == keyEventType::keyUp;
-  if (!isPress && !isRelease && !event.isRepeat) return;
+void KeyPairs::note(const Decision& decision) {
+  auto& key = keys_[decision.keyCode];
+  comparePair(key, decision);
+  followDown(key, decision);
+}
 
-  const int ownCount = isRelease ? 0 : 1;
+void KeyPairs::comparePair(Key& key, const Decision& decision) {
   const auto tapChangeCount = mac_.eventTaps.changeCount() + mac_.secureInputChangeCount();
-  if (mac_.keyboardFilters.downCount(event.keyCode) != ownCount) {
-    presses_.erase(event.keyCode);
-  } else if (isPress) {
-    presses_.insert_or_assign(event.keyCode, Press{reaches, tapChangeCount});
-  } else if (const auto press = presses_.find(event.keyCode);
-             press != presses_.end() && press->second.tapChangeCount == tapChangeCount &&
-             press->second.reaches != reaches) {
-    problem_ = "the press of " + sim::keyName(event.keyCode) +
-               (reaches ? " was swallowed, and its " : " reached an application, and its ") +
-               (isRelease ? "release" : "repeat") + (reaches ? " was not" : " did not");
+  if (decision.downCount != (decision.isRelease ? 0 : 1)) {
+    key.press.reset();
+  } else if (decision.isPress) {
+    key.press = {decision.reaches, tapChangeCount};
+  } else if (key.press && key.press->tapChangeCount == tapChangeCount &&
+             key.press->reaches != decision.reaches) {
+    problem_ =
+        "the press of " + sim::keyName(decision.keyCode) +
+        (decision.reaches ? " was swallowed, and its " : " reached an application, and its ") +
+        (decision.isRelease ? "release" : "repeat") + (decision.reaches ? " was not" : " did not");
+  }
+  // A press has one release.
+  if (decision.isRelease) key.press.reset();
+}
+
+void KeyPairs::followDown(Key& key, const Decision& decision) {
+  const auto changeCount = mac_.secureInputChangeCount();
+  const bool isSeen = !mac_.isSecureInputOn();
+  // What was lost with a Keyrow that was killed in the middle of a key is not this press's.
+  if (decision.isPress && decision.downCount == 1) key.isDownInApplication = false;
+  if (decision.isPress && isSeen && decision.reaches) key.swallowedAt.reset();
+  if (decision.isPress && !decision.reaches && !key.swallowedAt) key.swallowedAt = changeCount;
+  if (decision.reaches) key.isDownInApplication = !decision.isRelease;
+  if (!decision.isRelease || decision.downCount != 0 || !isSeen) return;
+
+  const bool isHidden = key.swallowedAt && *key.swallowedAt != changeCount;
+  key.swallowedAt.reset();
+  if (key.isDownInApplication && !isHidden) {
+    problem_ = sim::keyName(decision.keyCode) + " stays down in an application";
   }
 }
 

@@ -26,6 +26,22 @@ constexpr std::string_view pressUnderOwnMode =
     "defaults write applyFnModeToExternalFunctionKeys true\n"
     "defaults write keyboardFnStates 046d:c33f=1\nwait 1ms\npress f8 on usb";
 
+// Its press is seen, then one that is not.
+constexpr std::string_view holdUnseen =
+    "defaults write applyFnModeToExternalFunctionKeys true\npress f12 on usb\nsecure-input on\n"
+    "hold f12 on usb\nsecure-input off\nrelease f12 on usb";
+
+constexpr std::string_view holdAcrossGap =
+    "defaults write applyFnModeToExternalFunctionKeys true\nhold f12 on usb\n"
+    "disable tap silently\nwait 0.7s\nrun keyrow status\nrelease f12 on usb";
+
+constexpr std::string_view holdOnTwoKeyboards =
+    "keyboard other vendor=0x1234 product-id=1 transport=USB built-in=false\n"
+    "defaults write applyFnModeToExternalFunctionKeys true\n"
+    "defaults write keyboardFnStates 046d:c33f=0 1234:0001=1\n"
+    "hold f12 on other\nwait 0.35s\nhold f12 on usb\nwait 0.35s\nrelease f12 on usb\n"
+    "release f12 on other";
+
 using Text = rc::Gen<std::string>;
 
 Text oneOf(std::vector<std::string> texts) { return rc::gen::elementOf(std::move(texts)); }
@@ -86,7 +102,8 @@ Text userLine() {
                "hold f10 on usb\nclick\nrelease f10 on usb",
                "hold f9 on usb\ndisable tap user-input\nrelease f9 on usb",
                "hold fn on usb\nhold ` on usb\nrelease fn on usb\nrelease ` on usb",
-               std::string{pressUnderOwnMode}, "release f12 on usb", "release ` on internal"})},
+               std::string{pressUnderOwnMode}, std::string{holdUnseen}, std::string{holdAcrossGap},
+               std::string{holdOnTwoKeyboards}, "release f12 on usb", "release ` on internal"})},
        {2, before(mode(), "system-settings ")},
        {1, before(mode(), "hardware ")},
        {1, oneOf({"hardware HIDFKeyMode=2", "hardware HIDParameters=none"})},
@@ -205,6 +222,9 @@ Text otherFault() {
        {1, behind(before(portCall(), "fail "), " after 1")},
        {1, behind(before(portCall(), "fail "), " 2 times after 2")},
        {4, rc::gen::just(std::string{"repair"})},
+       {1, rc::gen::just(std::string{foreignKeyboard} +
+                         "\nfail read-device-property 7 times\npress a on usb\n" +
+                         std::string{pressUnderOwnMode})},
        {1, oneOf({"hang keyrow", "hang keyrow unreachable", "hang keyrow unstoppable"})},
        {1, rc::gen::just(std::string{"hang keyrow 501"})},
        {2, oneOf({"resume keyrow", "resume keyrow 501"})}});
