@@ -1,9 +1,10 @@
 #include "reliability/ToolResult.h"
 
-#include "core/AppSettings.h"
+#include "core/KeyboardFnStates.h"
 #include "core/KeyboardNumbers.h"
 #include "reliability/StageSights.h"
 #include "sim/machine/ModeWords.h"
+#include "sim/ports/SimulatedUserDefaults.h"
 
 namespace keyrow::reliability {
 
@@ -19,15 +20,10 @@ std::string wrongOverride(sim::Stage& stage, const std::vector<std::string>& arg
 
 std::string wrongKeyboard(sim::Stage& stage, const std::vector<std::string>& arguments) {
   if (arguments.size() < 4) return {};
-  const auto stored = stage.mac.defaults.value(stage.keyrowDomain(), settingsKey::keyboardFnStates);
-  const auto* modes = stored ? stored->dictionary() : nullptr;
   const auto numbers = keyboardNumbersFromText(arguments[2]);
   if (!numbers) return {};
-  std::optional<FnState> mode;
-  if (modes && modes->contains(numbers->text())) {
-    const auto* raw = modes->at(numbers->text()).integer();
-    if (raw) mode = fnStateFromRawValue(*raw);
-  }
+  sim::SimulatedUserDefaults defaults{stage.mac, stage.keyrowDomain()};
+  const auto mode = KeyboardFnStates{defaults}.of(*numbers);
   return mode == sim::modeOfWord(arguments[3]) ? ""
                                                : "the command has left a keyboard another mode";
 }
@@ -35,7 +31,8 @@ std::string wrongKeyboard(sim::Stage& stage, const std::vector<std::string>& arg
 }  // namespace
 
 std::string wrongResult(sim::Stage& stage, const sim::RunTool& run) {
-  if (run.isInBackground || stage.toolExitStatus() != 0 || run.arguments.size() < 2) return {};
+  if (run.isInBackground || run.user || stage.toolExitStatus() != 0 || run.arguments.size() < 2)
+    return {};
   const auto& arguments = run.arguments;
   if (arguments[0] == "override") return wrongOverride(stage, arguments);
   if (arguments[0] == "keyboard") return wrongKeyboard(stage, arguments);
