@@ -160,8 +160,8 @@ void ModePolicy::sessionBecameActive() {
   leftover_ = Leftover{};
   lastActivatedBundleIdentifier_ = use_.workspace.frontmostBundleIdentifier();
   noteStore();
-  applyStoredFnState();
   isSettling_ = true;
+  applyStoredFnState();
   secondLook_ = use_.mainQueue.after(switchingTime, [this] { lookAgain(); });
 }
 
@@ -555,9 +555,10 @@ void ModePolicy::pruneLocalFnStates() {
                        std::to_string(gone.size()) + which + ".");
 }
 
-/// Not so while it is in another user's hands, also where nobody has said so yet.
+/// Not so while it is in another user's hands, also where nobody has said so yet. When a session
+/// has just come back, the system's answer may be older than its notice.
 bool ModePolicy::hasKeyboard() const {
-  return isSessionActive_ && use_.workspace.isSessionActive();
+  return isSessionActive_ && (isSettling_ || use_.workspace.isSessionActive());
 }
 
 bool ModePolicy::apply(FnState state, std::string_view action, const KeyboardDeviceSource* source) {

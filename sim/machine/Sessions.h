@@ -28,15 +28,26 @@ class Sessions {
     return user == firstUser || user == active_ || frontmost_.contains(user);
   }
 
+  /// Who has the console, for whoever asks: that changes between the two notices of a switch.
+  const std::string& onConsole() const { return onConsole_; }
+
   /// Another user has the screen from now on. macOS tells both; who hears of it first, is open.
   void switchTo(const std::string& user, bool isNewToldFirst) {
     const auto old = std::exchange(active_, user);
     frontmost_[old] = applications_.exchangeFrontmost(frontmost_[user]);
+    // Also where whoever is told ends in the middle of it.
+    const struct Arrival {
+      std::string& onConsole;
+      const std::string& user;
+      ~Arrival() { onConsole = user; }
+    } arrival{onConsole_, active_};
     if (isNewToldFirst) {
       observers_[user].became.notify();
+      onConsole_ = user;
       observers_[old].resigned.notify();
     } else {
       observers_[old].resigned.notify();
+      onConsole_ = user;
       observers_[user].became.notify();
     }
   }
@@ -68,6 +79,7 @@ class Sessions {
 
   Applications& applications_;
   std::string active_{firstUser};
+  std::string onConsole_{firstUser};
   /// Of the users who are not there.
   std::map<std::string, std::optional<std::string>> frontmost_;
   std::map<std::string, Observers> observers_;

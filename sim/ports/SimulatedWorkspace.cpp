@@ -76,7 +76,7 @@ bool SimulatedWorkspace::isApplicationInstalled(std::string_view bundleIdentifie
 ObserverToken SimulatedWorkspace::observeActivation(std::function<void()> handler) {
   return context_.mac.applications.observeActivation(
       [this, tell = context_.observer("activation", std::move(handler))] {
-        if (isSessionActive()) tell();
+        if (context_.mac.sessions.active() == context_.user) tell();
       });
 }
 
@@ -89,7 +89,7 @@ ObserverToken SimulatedWorkspace::observeDidWake(std::function<void()> handler) 
 }
 
 bool SimulatedWorkspace::isSessionActive() {
-  return context_.mac.sessions.active() == context_.user;
+  return context_.mac.sessions.onConsole() == context_.user;
 }
 
 ObserverToken SimulatedWorkspace::observeSessionDidResignActive(std::function<void()> handler) {
